@@ -1,0 +1,31 @@
+// The event hook that long loops call. It is cheap until the user asks for an interrupt.
+#pragma once
+
+#include <cstddef>
+
+#include "platform/interrupt.h"
+
+namespace velora {
+
+// Services the interface and abandons the command with "Query interrupted\n" when asked to.
+void poll_user_events();
+
+extern int event_countdown;
+
+// Called once for each step of a long computation; `where` tells who calls (80 the abstraction of
+// variables, 800 the reducer). May abandon the command.
+inline void CheckForUserEvents(int where) {
+  (void)where;
+  if (--event_countdown < 0 || gInterrupted != 0)
+    poll_user_events();
+}
+
+// Abandons the command with a message when the machine's stack is nearly used up. Every function
+// that recurses over user data calls it.
+void check_stack();
+
+// Tells check_stack how far down the stack of this thread may grow: from the caller's frame,
+// `bytes` less a margin.
+void set_stack_limit(std::size_t bytes);
+
+} // namespace velora

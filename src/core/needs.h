@@ -1,0 +1,29 @@
+// What the core needs from the levels above it, each with the one who defines it.
+#pragma once
+
+#include "core/records.h"
+
+namespace velora {
+
+// Abandons the command that runs; never returns. A message beginning "Insufficient Query Space"
+// doubles the query space and runs the query again, one beginning "throw" prints the query root
+// as the answer, any other is shown. Defined by shell/return_point.
+[[noreturn]] void error_exit(const char *msg);
+
+// Reduces `root` in place to head normal form; 1 when it is one, 0 when no rule applies.
+// Defined by eval/evaluate.
+int evaluate(node *root);
+
+// Removes a symbol from the table under the rules for dependants; 1 when removed, 0 when refused.
+// Defined by db/removal.
+int remove_symbol(symbol *sym);
+
+// Tells the reducer that the clauses of `fc` changed, so that what it derived from them is dropped.
+// Defined by eval/matcher.
+void forget_plan(func_block *fc);
+
+// Gives up the compiled form of a clause; it lives on while the query space refers to it.
+// Defined by eval/clause_code.
+void retire_code(clause_code *code);
+
+} // namespace velora

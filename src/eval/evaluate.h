@@ -1,0 +1,28 @@
+// The reducer: lazy graph reduction to head normal form, results written in place.
+#pragma once
+
+#include <cstdint>
+
+#include "core/needs.h"
+#include "core/records.h"
+
+namespace velora {
+
+// Current nesting of evaluate and the bound at which a query is abandoned with
+// "Too many nested calls within the Query\n".
+extern int Evaluates;
+extern int gNestingLimit;
+inline constexpr int kDefaultNesting = 120;
+inline constexpr int kMostNesting = 10000;
+
+// Non-zero while functions and built-ins are traced on the console.
+extern int stack_trace;
+
+// Reductions since the program started, for `:time`.
+extern std::uint64_t gReductions;
+
+// Appends a textual drawing of a term to the file "apptrees"; two forms, for developers.
+void draw_apply_tree(const char *msg, const node *root);
+void draw_apply_tree1(const char *msg, const node *root);
+
+} // namespace velora

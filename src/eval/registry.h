@@ -1,0 +1,45 @@
+// The registry of built-in functions, constructors and system functions: the tables that tie names
+// to numbers, the start-up sequence that loads and checks the libraries, and the dispatcher.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/records.h"
+
+namespace velora {
+
+inline constexpr int kBuiltins = 224;
+inline constexpr int kSystemFunctions = 32;
+inline constexpr int kMostArguments = 1 << 30;
+
+struct ArityRule {
+  int least;
+  int most;
+};
+
+struct BuiltinRow {
+  int number;
+  const char *name;
+  ArityRule arity;
+  int (*function)(node **stack, int spine_len);
+};
+extern const BuiltinRow bi_funcs_table[kBuiltins];
+extern const char *const sf_funcs_table[kSystemFunctions];
+
+// Names of the basic types, filled at start.
+extern std::vector<std::string> basic_types;
+
+// The folder that holds bis.fdb, sys.fdb and user.fdb.
+extern std::string gLibDir;
+
+// Loads and checks the libraries and makes the query space. 0 on success, 13 when a library did
+// not load or lacks a name (each one reported), 19 when there is no query space.
+int init_Velora();
+int check_bis_declared();
+int check_sys_declared();
+
+// Reduces the application of a built-in; 1 when the expression was rewritten, else 0.
+int built_in_redex(node **stack, int spine_len);
+
+} // namespace velora

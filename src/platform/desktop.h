@@ -1,0 +1,105 @@
+// What the program asks of a desktop: windows, menus, file choosing, cursors. A window is an
+// opaque number (0 is none). Implemented by the Win32 shell and by the recorder of the tests;
+// NullDesktop is the one of programs without windows.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/canvas.h"
+#include "platform/geometry.h"
+
+namespace velora {
+
+using WindowId = int;
+
+// The numbers of the window kinds: 1 to 3 are picture windows, 4 to 8 text and graphics windows.
+enum WindowKind {
+  kFunctionWindow = 1,
+  kDataWindow = 2,
+  kNetworkWindow = 3,
+  kControlWindow = 4,
+  kOrvekWindow = 5,
+  kGraphicsWindow = 6,
+  kNarrativeWindow = 7,
+  kAnnotationWindow = 8
+};
+
+enum class CursorShape { arrow, busy, box, bold_box, double_box, hexagon, bold_hexagon,
+                         double_hexagon, junction, hand, finger, start_join, end_join, ibeam,
+                         cross };
+
+enum class MenuBar { main, functions, datatype, network, orvek };
+
+class Desktop {
+public:
+  virtual ~Desktop() = default;
+  // Creates a window of `kind`, not yet shown; answers 0 on failure.
+  virtual WindowId create_window(WindowKind kind, const std::string &title, const Rect &place) = 0;
+  virtual void close_window(WindowId win) = 0;
+  virtual void set_title(WindowId win, const std::string &title) = 0;
+  virtual void place_window(WindowId win, const Rect &place) = 0;
+  virtual void show_window(WindowId win) = 0;
+  virtual void focus_window(WindowId win) = 0;
+  virtual void invalidate(WindowId win) = 0;
+  virtual Rect client_rect(WindowId win) = 0;
+  // The text of a text window (console, ORVEK, narrative, annotation).
+  virtual std::string text_of(WindowId win) = 0;
+  virtual void set_text(WindowId win, std::string_view text) = 0;
+  virtual void append_text(WindowId win, std::string_view text) = 0;
+  virtual void show_menu_bar(MenuBar bar) = 0;
+  virtual void enable_item(int command, bool on) = 0;
+  // Replaces a user menu: the names shown get the command numbers from `first_command` on.
+  virtual void set_user_menu(MenuBar bar, const std::string &header,
+                             const std::vector<std::string> &names, int first_command) = 0;
+  // Lets the user choose a file; none when cancelled. `pattern` is like "*.ddb".
+  virtual std::optional<std::string> choose_file(bool for_saving, const std::string &title,
+                                                 const std::string &pattern) = 0;
+  virtual void set_cursor(CursorShape shape) = 0;
+  virtual int text_width(WindowId win, std::string_view text, const Font &font) = 0;
+  virtual int text_height(WindowId win, const Font &font) = 0;
+  // Saves a picture of the window's inside as a bitmap file; answers false on failure.
+  virtual bool save_bitmap(WindowId win, const std::string &file) = 0;
+  // Size of the screen, for first placements.
+  virtual Rect screen() = 0;
+  virtual void quit() = 0;
+};
+
+class NullDesktop : public Desktop {
+public:
+  WindowId create_window(WindowKind, const std::string &, const Rect &) override { return ++last_; }
+  void close_window(WindowId) override {}
+  void set_title(WindowId, const std::string &) override {}
+  void place_window(WindowId, const Rect &) override {}
+  void show_window(WindowId) override {}
+  void focus_window(WindowId) override {}
+  void invalidate(WindowId) override {}
+  Rect client_rect(WindowId) override { return {0, 0, 450, 360}; }
+  std::string text_of(WindowId) override { return {}; }
+  void set_text(WindowId, std::string_view) override {}
+  void append_text(WindowId, std::string_view) override {}
+  void show_menu_bar(MenuBar) override {}
+  void enable_item(int, bool) override {}
+  void set_user_menu(MenuBar, const std::string &, const std::vector<std::string> &, int) override {}
+  std::optional<std::string> choose_file(bool, const std::string &, const std::string &) override {
+    return std::nullopt;
+  }
+  void set_cursor(CursorShape) override {}
+  int text_width(WindowId, std::string_view text, const Font &font) override {
+    return static_cast<int>(text.size()) * (font.size * 6 / 10);
+  }
+  int text_height(WindowId, const Font &font) override { return font.size * 4 / 3; }
+  bool save_bitmap(WindowId, const std::string &) override { return false; }
+  Rect screen() override { return {0, 0, 1024, 768}; }
+  void quit() override {}
+
+private:
+  WindowId last_ = 0;
+};
+
+// The desktop in use; never null.
+extern Desktop *gDesktop;
+
+} // namespace velora
