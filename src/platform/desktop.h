@@ -3,6 +3,7 @@
 // NullDesktop is the one of programs without windows.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -27,11 +28,41 @@ enum WindowKind {
   kAnnotationWindow = 8
 };
 
-enum class CursorShape { arrow, busy, box, bold_box, double_box, hexagon, bold_hexagon,
-                         double_hexagon, junction, hand, finger, start_join, end_join, ibeam,
-                         cross };
+enum class CursorShape {
+  arrow,
+  busy,
+  box,
+  bold_box,
+  double_box,
+  hexagon,
+  bold_hexagon,
+  double_hexagon,
+  junction,
+  hand,
+  finger,
+  start_join,
+  end_join,
+  ibeam,
+  cross
+};
 
 enum class MenuBar { main, functions, datatype, network, orvek };
+
+// What the Edit menu asks of the text window that has the focus.
+enum class EditCommand { undo, cut, copy, paste, clear };
+
+struct EditState {
+  bool can_undo = false;
+  bool can_paste = false;
+  bool selected = false;
+};
+
+// A stretch of a window's text, in bytes of what text_of answers.
+struct TextRange {
+  std::size_t start = 0;
+  std::size_t end = 0;
+  friend bool operator==(const TextRange &, const TextRange &) = default;
+};
 
 class Desktop {
 public:
@@ -49,6 +80,26 @@ public:
   virtual std::string text_of(WindowId win) = 0;
   virtual void set_text(WindowId win, std::string_view text) = 0;
   virtual void append_text(WindowId win, std::string_view text) = 0;
+  // Appends a message that beeped, so that it stands out from ordinary text.
+  virtual void append_message(WindowId win, std::string_view text, int level) {
+    (void)level;
+    append_text(win, text);
+  }
+  // The console's text has two parts: what was appended, and behind it what the user typed since.
+  // These read and replace the typed part; append_text leaves it standing behind the new text.
+  virtual std::string typed_text(WindowId) { return {}; }
+  virtual void set_typed_text(WindowId, std::string_view) {}
+  // Takes whole lines away from the front, so that at most `keep` bytes of appended text are left;
+  // answers how many bytes went.
+  virtual std::size_t drop_front(WindowId, std::size_t keep) {
+    (void)keep;
+    return 0;
+  }
+  virtual EditState edit_state(WindowId) { return {}; }
+  virtual void edit(WindowId, EditCommand) {}
+  virtual TextRange selection(WindowId) { return {}; }
+  // Selects a stretch of text and scrolls it into view.
+  virtual void select_text(WindowId, TextRange) {}
   virtual void show_menu_bar(MenuBar bar) = 0;
   virtual void enable_item(int command, bool on) = 0;
   // Replaces a user menu: the names shown get the command numbers from `first_command` on.
@@ -60,10 +111,24 @@ public:
   virtual void set_cursor(CursorShape shape) = 0;
   virtual int text_width(WindowId win, std::string_view text, const Font &font) = 0;
   virtual int text_height(WindowId win, const Font &font) = 0;
+  // The size of what a picture or graphics window shows; the window scrolls over it. Points given
+  // to the program and the canvas count from the top left of that extent.
+  virtual void set_extent(WindowId, int width, int height) { (void)width, (void)height; }
+  // Dialogs, as Console::ask and Console::ask_text, and a box with a message and one button.
+  virtual int ask(const std::string &, const std::vector<std::string> &) { return 5; }
+  virtual bool ask_text(const std::string &, std::string &) { return false; }
+  virtual void message_box(const std::string &title, const std::string &text) {
+    (void)title, (void)text;
+  }
+  // Services painting and the interrupt keys, waiting up to `milliseconds` for something to do.
+  virtual void pump(int milliseconds) { (void)milliseconds; }
+  virtual void beep() {}
   // Saves a picture of the window's inside as a bitmap file; answers false on failure.
   virtual bool save_bitmap(WindowId win, const std::string &file) = 0;
   // Size of the screen, for first placements.
   virtual Rect screen() = 0;
+  // The place inside the main frame where windows are arranged, in screen coordinates.
+  virtual Rect work_area() { return screen(); }
   virtual void quit() = 0;
 };
 
@@ -82,7 +147,8 @@ public:
   void append_text(WindowId, std::string_view) override {}
   void show_menu_bar(MenuBar) override {}
   void enable_item(int, bool) override {}
-  void set_user_menu(MenuBar, const std::string &, const std::vector<std::string> &, int) override {}
+  void set_user_menu(MenuBar, const std::string &, const std::vector<std::string> &, int) override {
+  }
   std::optional<std::string> choose_file(bool, const std::string &, const std::string &) override {
     return std::nullopt;
   }
