@@ -86,16 +86,22 @@ public:
   // Appends a cell with a copy of `value`.
   void add_copy(const node *value);
   void add_int(std::int32_t i);
+  void add_real(float r);
   void add_char(char c);
   void add_string(std::string_view text);
+  // Appends a cell that holds the list of `inner`, which is finished by it.
+  void add_list(ListBuilder &inner);
   // The list so far, ending in nil; no more may be added afterwards.
   node *finish();
   // finish() and overwrite `target` with it; answers 1.
   int write_over(node *target);
 
 private:
-  void append(node *cell);
+  // Makes and appends a cell; answers its ((: value)) part.
+  node *append(node *value);
+  Root end_; // the nil at the end
   Root first_;
+  Root work_;
   node *last_ = nullptr;
 };
 
@@ -108,7 +114,7 @@ node *apply_copies(const node *f, const node *x);
 
 // --- errors ------------------------------------------------------------------------------------
 // Reports an argument of the wrong sort through the error display:
-// "Error (%s):  %s found when { %s } expected\n".
+// "Error (%s):  %s found when { %s } expected\n". Answers 0.
 int report_bad_argument(const char *fun, const char *found, const char *expected);
 
 // A name that reads back as one token: every character of "[]():;-'" and '"' becomes '_'.
