@@ -1,6 +1,8 @@
 // What the core needs from the levels above it, each with the one who defines it.
 #pragma once
 
+#include <cstdint>
+
 #include "core/records.h"
 
 namespace velora {
@@ -25,5 +27,11 @@ void forget_plan(func_block *fc);
 // Gives up the compiled form of a clause; it lives on while the query space refers to it.
 // Defined by eval/clause_code.
 void retire_code(clause_code *code);
+
+// Notes that the query space uses the static node `n` in the collection numbered `epoch`; answers
+// how many nodes the term would take in the query space. Defined by eval/clause_code.
+std::int64_t mark_code(const node *n, unsigned epoch);
+// Frees retired clause code that collection `epoch` did not reach. Defined by eval/clause_code.
+void sweep_code(unsigned epoch);
 
 } // namespace velora

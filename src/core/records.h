@@ -98,7 +98,7 @@ struct func_block {
   top_node *types;
   struct defs_link *defs; // clause groups, null while the function has no clauses
   std::uint8_t arity;
-  std::int16_t max_var;  // highest variable of any clause, -1 for none; a built-in's number
+  std::int16_t max_var; // highest variable of any clause, -1 for none; a built-in's number
   struct match_plan *plan = nullptr; // the matcher's own view of `defs`, dropped when they change
 };
 
@@ -134,7 +134,9 @@ struct top_node {
 enum NodeFlag : std::uint8_t {
   kHeapNode = 1,     // lives on the heap: a parsed expression or a clause
   kStaticNode = 2,   // belongs to compiled clause code: shared by the query space, never written
-  kTemplateNode = 4  // the root of a static combinator term; `aux` is its number
+  kTemplateNode = 4, // the root of a static combinator term; `aux` is its number
+  kShareLeaf = 8,    // a static leaf that no evaluation ever writes over
+  kShareHead = 16    // a static leaf that may be shared as the function part of an application
 };
 
 // An expression node, 24 bytes. In the query space `mark` is the collection that last reached it.
@@ -187,9 +189,9 @@ inline node *as_part(choice_node *list) {
 // One clause body. `rhs` and `original` are separate heap trees that share no node; every string
 // leaf of either holds one reference to its text.
 struct rhs_link {
-  int max_var;       // highest variable of the head, -1 for none
-  node *rhs;         // the body as combinators
-  node *original;    // the body as written
+  int max_var;    // highest variable of the head, -1 for none
+  node *rhs;      // the body as combinators
+  node *original; // the body as written
   rhs_link *next;
   clause_code *code; // the reducer's compiled form, made at the first call; null until then
 };

@@ -41,11 +41,13 @@ node **new_root_addr();
 // Empties and frees the extra-root list.
 void free_eval_roots();
 
-// Keeps one node reachable while in scope.
+// Keeps one node reachable while in scope. Roots form a stack.
+class Root;
+extern Root *gRootTop;
 class Root {
 public:
-  explicit Root(node *n = nullptr);
-  ~Root();
+  explicit Root(node *n = nullptr) : held_(n), previous_(gRootTop) { gRootTop = this; }
+  ~Root() { gRootTop = previous_; }
   Root(const Root &) = delete;
   Root &operator=(const Root &) = delete;
   Root &operator=(node *n) {
@@ -116,6 +118,14 @@ inline node *take_node() {
     return take_node_slowly();
   gSpace.cursor = n + 1;
   return n;
+}
+
+// Makes sure that the next `count` takings neither collect nor fail, so that a structure can be
+// built without roots. May collect; takes the error exit with "Insufficient Query Space\n".
+void reserve_slowly(std::int64_t count);
+inline void reserve_nodes(std::int64_t count) {
+  if (gSpace.budget < count) [[unlikely]]
+    reserve_slowly(count);
 }
 
 // Overwrites the type, quote and value of `under` with those of `over`; the bookkeeping stays.

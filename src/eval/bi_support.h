@@ -15,9 +15,30 @@ namespace velora {
 
 // Rows of the table of built-in constructors.
 enum ConsRow {
-  kCons, kNil, kTrue, kFalse, kPair, kConsBlack, kConsWhite, kConsRed, kConsGreen, kConsBlue,
-  kConsCyan, kConsMagenta, kConsYellow, kQuoteCons, kNorth, kSouth, kEast, kWest, kNEast, kSEast,
-  kNWest, kSWest, kLinkage, kConsRows
+  kCons,
+  kNil,
+  kTrue,
+  kFalse,
+  kPair,
+  kConsBlack,
+  kConsWhite,
+  kConsRed,
+  kConsGreen,
+  kConsBlue,
+  kConsCyan,
+  kConsMagenta,
+  kConsYellow,
+  kQuoteCons,
+  kNorth,
+  kSouth,
+  kEast,
+  kWest,
+  kNEast,
+  kSEast,
+  kNWest,
+  kSWest,
+  kLinkage,
+  kConsRows
 };
 struct ConsEntry {
   const char *name;

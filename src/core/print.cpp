@@ -1,0 +1,201 @@
+// Printing of query results. A result is only as evaluated as its printing requires, and what has
+// been printed of a list is let go at once, so an endless list prints in bounded space.
+#include "core/print.h"
+
+#include <cstring>
+
+#include "core/events.h"
+#include "core/needs.h"
+#include "core/space.h"
+#include "core/symbols.h"
+#include "platform/response.h"
+
+namespace velora {
+
+namespace {
+
+int queries_printing = 0;
+
+// Counts the queries that are being printed: one may run inside another.
+struct PrintingQuery {
+  PrintingQuery() { ++queries_printing; }
+  ~PrintingQuery() { --queries_printing; }
+};
+
+bool is_named(const node *n, const char *name) {
+  return n->type == kConstructorNode && n->val.cs != nullptr &&
+         std::strcmp(n->val.cs->name, name) == 0;
+}
+
+// The function part of an application in the query space, made its own when it is shared code, so
+// that its arguments may be evaluated in place.
+node *own_function_part(node *application) {
+  node *fun = application->val.a.a1;
+  if (fun == nullptr || !is_apply(fun) || (fun->flags & kStaticNode) == 0)
+    return fun;
+  Root held(application);
+  node *copy = take_node();
+  LCopy_whole(copy, fun, 0);
+  application->val.a.a1 = copy;
+  return copy;
+}
+
+std::string number_text(const node *n) {
+  switch (n->type) {
+  case kInteger:
+    return format_text(gNarPrint != 0 ? "%d" : "#%d", n->val.i);
+  case kReal:
+    return format_text(gNarPrint != 0 ? "%f" : "#r%f", static_cast<double>(n->val.r));
+  case kCharacter:
+    return gNarPrint != 0 ? std::string(1, n->val.c) : std::string{'\'', n->val.c, '\''};
+  default: {
+    const std::string text(n->val.s.str, static_cast<std::size_t>(n->val.s.len));
+    return gNarPrint != 0 ? text : "\"" + text + "\"";
+  }
+  }
+}
+
+} // namespace
+
+int print_spine() {
+  if (Query_root == nullptr)
+    return 1;
+  PrintingQuery printing;
+  evaluate(Query_root);
+  print_out(&Query_root);
+  if (queries_printing == 1) {
+    Query_root = nullptr;
+    free_eval_roots();
+    garbage_collect();
+    free_retired();
+  }
+  return 1;
+}
+
+int print(node *root) {
+  check_stack();
+  evaluate(root);
+  node *at = root;
+  print_out(&at);
+  return 1;
+}
+
+void print_out(node **p) {
+  bool inlist = false;
+  std::size_t brackets = 0;
+  while (is_apply(*p)) {
+    CheckForUserEvents(0);
+    if (part_of_list(*p) != 0) {
+      if (!inlist)
+        orvek_print("[ ");
+      inlist = true;
+      print((*p)->val.a.a1->val.a.a2);
+      orvek_print(" ");
+    } else {
+      orvek_print("( ");
+      print_args(own_function_part(*p));
+      ++brackets;
+    }
+    *p = (*p)->val.a.a2;
+    if (*p == nullptr)
+      break;
+    evaluate(*p);
+  }
+  if (inlist && *p != nullptr && is_named(*p, "nil"))
+    orvek_print("]");
+  else
+    print_node(*p);
+  for (; brackets > 0; --brackets)
+    orvek_print(")");
+}
+
+void print_args(node *root) {
+  check_stack();
+  if (root == nullptr)
+    return;
+  if (is_apply(root)) {
+    root->quote = 0;
+    print_args(own_function_part(root));
+    if (root->val.a.a2 != nullptr)
+      print(root->val.a.a2);
+  } else {
+    print_node(root);
+  }
+  orvek_print(" ");
+}
+
+int part_of_list(const node *root) {
+  if (!is_apply(root) || root->val.a.a1 == nullptr || root->val.a.a2 == nullptr)
+    return 0;
+  const node *fun = root->val.a.a1;
+  if (!is_apply(fun) || fun->val.a.a1 == nullptr || fun->val.a.a2 == nullptr ||
+      !is_named(fun->val.a.a1, ":"))
+    return 0;
+  return is_apply(root->val.a.a2) || is_named(root->val.a.a2, "nil");
+}
+
+std::string leaf_text(const node *n) {
+  switch (n->type) {
+  case kVariable:
+    return format_text("?%d", n->val.v);
+  case kLambda:
+    return "lambda";
+  case kBuiltin:
+    return n->val.bi.fc == nullptr ? "BI?" : n->val.bi.fc->name;
+  case kFunctionNode:
+    return n->val.fc == nullptr ? "FN?" : n->val.fc->name;
+  case kConstructorNode:
+    return n->val.cs == nullptr ? "CS?" : n->val.cs->name;
+  case kInteger:
+  case kReal:
+  case kCharacter:
+  case kString:
+    return number_text(n);
+  case kName:
+    return n->val.sym->name;
+  default:
+    if (n->type >= kCombI && n->type <= kCombC)
+      return std::string(1, "IKSBC"[n->type - kCombI]);
+    return format_text("Uninterpretable symbol found with internal code %d", n->type);
+  }
+}
+
+void print_node(node *n) {
+  if (n == nullptr)
+    return;
+  if ((n->flags & kStaticNode) == 0)
+    n->quote = 0;
+  if (!is_apply(n)) {
+    orvek_print(leaf_text(n));
+    return;
+  }
+  check_stack();
+  orvek_print("(@");
+  print_node(n->val.a.a1);
+  print_node(n->val.a.a2);
+  orvek_print(")");
+}
+
+int full_evaluate(node *root) {
+  int result = evaluate(root);
+  while (is_apply(root)) {
+    CheckForUserEvents(0);
+    eval_args(own_function_part(root));
+    root = root->val.a.a2;
+    if (root == nullptr)
+      break;
+    result = evaluate(root);
+  }
+  return result;
+}
+
+void eval_args(node *root) {
+  check_stack();
+  if (root == nullptr || !is_apply(root))
+    return;
+  eval_args(own_function_part(root));
+  if (root->val.a.a2 != nullptr)
+    full_evaluate(root->val.a.a2);
+}
+
+} // namespace velora
