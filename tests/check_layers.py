@@ -1,0 +1,145 @@
+#!/usr/bin/env python3
+"""Checks the house rules that a compiler does not: includes point down, nothing throws or catches
+outside the return point, every header compiles alone, tables and texts stay where they belong.
+
+    tests/check_layers.py [--headers] [--self-test]
+
+Prints one line a fault and last "N passed, N failed" (a file is one check).
+"""
+import argparse
+import concurrent.futures
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+SRC = ROOT / "src"
+
+# Folder -> level; the longest prefix wins. A file may include its own level and lower ones.
+LEVELS = {
+    "platform": 0, "core": 1, "front": 2, "eval": 3, "editor/model": 4, "db": 5, "network": 6,
+    "editor": 7, "shell": 8, "shell/terminal": 9, "shell/win32": 9,
+}
+# Folders of one level that may not know each other.
+APART = [("shell/terminal", "shell/win32")]
+# Files that may throw and catch.
+RETURN_POINT = {"shell/return_point.cpp"}
+# Folders whose code may call the platform's own interfaces.
+MACHINE_FOLDERS = {"platform", "shell/terminal", "shell/win32"}
+MACHINE_HEADERS = re.compile(r'^\s*#\s*include\s*<(windows\.h|unistd\.h|pthread\.h|readline/|termios\.h|sys/)')
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"')
+THROW = re.compile(r"\b(throw|catch|try)\b")
+LONGEST = 500
+
+
+def folder_of(name):
+    """The folder of LEVELS that the file `name` (relative to src) belongs to, or None."""
+    parents = [str(p) for p in pathlib.PurePosixPath(name).parents]
+    return max((f for f in LEVELS if f in parents), key=len, default=None)
+
+
+def code_lines(text):
+    """The lines of a file without comments, strings and character literals."""
+    pattern = re.compile(
+        r'//[^\n]*|/\*.*?\*/|R"\((?:.*?)\)"|"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])*\'', re.S)
+
+    def blank(match):
+        return '""' + "\n" * match.group(0).count("\n")
+    return pattern.sub(blank, text).splitlines()
+
+
+def check_source(name, text):
+    """The faults of one file of src."""
+    faults = []
+    folder = folder_of(name)
+    if folder is None:
+        return [f"{name}: stands in no level"]
+    for number, line in enumerate(text.splitlines(), 1):
+        where = f"{name}:{number}"
+        match = INCLUDE.match(line)
+        if match:
+            other = folder_of(match.group(1))
+            if other is None:
+                faults.append(f"{where}: {match.group(1)} is not named from the root of src")
+            elif LEVELS[other] > LEVELS[folder]:
+                faults.append(f"{where}: {folder} includes {other}, which stands above it")
+            elif (folder, other) in APART or (other, folder) in APART:
+                faults.append(f"{where}: {folder} and {other} stand apart")
+        elif MACHINE_HEADERS.match(line) and folder not in MACHINE_FOLDERS:
+            faults.append(f"{where}: {line.strip()} belongs to the platform or a shell folder")
+    if name not in RETURN_POINT:
+        for number, line in enumerate(code_lines(text), 1):
+            if THROW.search(line):
+                faults.append(f"{name}:{number}: only the return point throws and catches")
+    if text.count("\n") > LONGEST:
+        faults.append(f"{name}: longer than {LONGEST} lines")
+    if not text.startswith("//") and name.endswith((".h", ".cpp")):
+        faults.append(f"{name}: no opening comment")
+    return faults
+
+
+def compile_header(path, compiler):
+    """The compiler's complaint about a header that does not stand alone, or an empty text."""
+    with tempfile.NamedTemporaryFile("w", suffix=".cpp") as unit:
+        unit.write(f'#include "{path.relative_to(SRC)}"\n#include "{path.relative_to(SRC)}"\n')
+        unit.flush()
+        done = subprocess.run([compiler, "-std=c++20", "-fsyntax-only", "-Wall", "-Wextra",
+                               "-I", str(SRC), unit.name], capture_output=True, text=True,
+                              check=False)
+    return "" if done.returncode == 0 and not done.stderr else done.stderr.strip()
+
+
+def check_headers(compiler):
+    headers = [p for p in sorted(SRC.rglob("*.h")) if "win32" not in p.parts]
+    with concurrent.futures.ThreadPoolExecutor(2) as pool:
+        results = pool.map(lambda p: compile_header(p, compiler), headers)
+    return [(str(p.relative_to(SRC)), [f"{p}: does not compile alone\n{r}"] if r else [])
+            for p, r in zip(headers, results)]
+
+
+def self_test():
+    """The check must see the faults it is there for."""
+    bad = {
+        "core/a.cpp": '// x\n#include "eval/evaluate.h"\n',
+        "eval/b.cpp": "// x\nvoid f() { throw 1; }\n",
+        "eval/c.cpp": "// x\nvoid f() { try { g(); } catch (...) { } }\n",
+        "shell/terminal/d.cpp": '// x\n#include "shell/win32/w.h"\n',
+        "core/e.cpp": "// x\n#include <unistd.h>\n",
+        "nowhere/f.cpp": "// x\n",
+        "core/g.cpp": "int x;\n",
+    }
+    good = {
+        "eval/a.cpp": '// throw and catch in a comment\n#include "core/space.h"\n'
+                      'const char *t = "throw"; int bi_throw(); /* try */\n',
+        "shell/terminal/b.cpp": '// x\n#include "shell/return_point.h"\n#include <unistd.h>\n',
+    }
+    missed = [n for n, t in bad.items() if not check_source(n, t)]
+    wrong = [n for n, t in good.items() if check_source(n, t)]
+    return [("self-test", [f"missed: {missed}, wrongly blamed: {wrong}"] if missed or wrong else [])]
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--headers", action="store_true", help="also compile each header alone")
+    parser.add_argument("--compiler", default="g++")
+    options = parser.parse_args()
+    results = self_test()
+    for path in sorted(SRC.rglob("*")):
+        if path.suffix in (".h", ".cpp"):
+            name = str(path.relative_to(SRC))
+            results.append((name, check_source(name, path.read_text(encoding="utf-8"))))
+    if options.headers:
+        results += check_headers(options.compiler)
+    for _, faults in results:
+        for fault in faults:
+            print(fault)
+    failed = sum(1 for _, faults in results if faults)
+    print(f"{len(results) - failed} passed, {failed} failed")
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

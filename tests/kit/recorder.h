@@ -1,0 +1,115 @@
+// Stand-ins for the places the program talks to. Each call becomes a line of a log, and questions
+// are answered from a script, so that a test reads like what a user saw. Used by every unit test
+// that prints, asks or opens windows.
+#pragma once
+
+#include <deque>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/console.h"
+#include "platform/desktop.h"
+
+namespace velora::kit {
+
+// Takes every text and question of the program. `text` is the plain console text and `log` every
+// call in order, a line each: "write Hello\n" is logged as `write "Hello\n"`.
+class RecorderConsole : public Console {
+public:
+  std::string text;               // what was written to the console
+  std::string story;              // what was written to the narrative window
+  std::string messages;           // what beeped, each as it came
+  std::string notes;              // the lines of help
+  std::vector<std::string> log;   // every call
+  std::deque<int> choices;        // answers to ask(), 5 ("Cancel") when there are no more
+  std::deque<std::string> typed;  // answers to ask_text(), cancelled when there are no more
+  std::deque<int> characters;     // what read_char() gives
+  int interrupt_after = -1;       // polls until interrupted() says yes once; -1 is never
+
+  // Forgets what was recorded; the scripts stay.
+  void clear();
+  // The log joined by line ends.
+  std::string log_text() const;
+
+  void write(std::string_view text) override;
+  void narrative(std::string_view text) override;
+  void warn(std::string_view text, int level) override;
+  void note(std::string_view text) override;
+  int ask(const std::string &message, std::span<const std::string> buttons) override;
+  bool ask_text(const std::string &prompt, std::string &answer) override;
+  int read_char() override;
+  bool interrupted() override;
+  void busy(bool on) override;
+  void beep() override;
+};
+
+// Keeps the windows of a program as records and logs each call.
+class RecorderDesktop : public Desktop {
+public:
+  struct Window {
+    WindowKind kind;
+    std::string title;
+    Rect place;
+    bool shown = false;
+    std::string text;
+  };
+  std::map<WindowId, Window> windows;
+  std::vector<std::string> log;
+  std::map<int, bool> items;             // the last state of each menu item that was set
+  std::deque<std::string> files;         // answers to choose_file(); an empty one is "cancelled"
+  WindowId focus = 0;
+  MenuBar bar = MenuBar::main;
+  CursorShape cursor = CursorShape::arrow;
+  bool has_quit = false;
+
+  std::string log_text() const;
+
+  WindowId create_window(WindowKind kind, const std::string &title, const Rect &place) override;
+  void close_window(WindowId win) override;
+  void set_title(WindowId win, const std::string &title) override;
+  void place_window(WindowId win, const Rect &place) override;
+  void show_window(WindowId win) override;
+  void focus_window(WindowId win) override;
+  void invalidate(WindowId win) override;
+  Rect client_rect(WindowId win) override;
+  std::string text_of(WindowId win) override;
+  void set_text(WindowId win, std::string_view text) override;
+  void append_text(WindowId win, std::string_view text) override;
+  void show_menu_bar(MenuBar menu_bar) override;
+  void enable_item(int command, bool on) override;
+  void set_user_menu(MenuBar menu_bar, const std::string &header,
+                     const std::vector<std::string> &names, int first_command) override;
+  std::optional<std::string> choose_file(bool for_saving, const std::string &title,
+                                         const std::string &pattern) override;
+  void set_cursor(CursorShape shape) override;
+  int text_width(WindowId win, std::string_view text, const Font &font) override;
+  int text_height(WindowId win, const Font &font) override;
+  bool save_bitmap(WindowId win, const std::string &file) override;
+  Rect screen() override { return {0, 0, 1024, 768}; }
+  void quit() override;
+
+private:
+  void note_call(const char *format, ...) __attribute__((format(printf, 2, 3)));
+  WindowId last_ = 0;
+};
+
+// Puts a recorder in place of the console and the desktop while in scope.
+class Recording {
+public:
+  Recording();
+  ~Recording();
+  Recording(const Recording &) = delete;
+  Recording &operator=(const Recording &) = delete;
+  RecorderConsole console;
+  RecorderDesktop desktop;
+
+private:
+  Console *old_console_;
+  Desktop *old_desktop_;
+};
+
+// A text in double quotes with line ends, tabs, quotes and other bytes made visible.
+std::string quoted(std::string_view text);
+
+} // namespace velora::kit
