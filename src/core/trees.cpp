@@ -30,7 +30,14 @@ void free_leaf(node *leaf) {
   delete leaf;
 }
 
+// What was freed while a match was in progress.
+std::vector<choice_node *> buried_trees;
+std::vector<rhs_link *> buried_clauses;
+std::vector<defs_link *> buried_groups;
+
 } // namespace
+
+int gMatchDepth = 0;
 
 node *make_apply_node(node *a1, node *a2) {
   node *n = new_heap_node();
@@ -154,8 +161,12 @@ int equal_expression(const node *first, const node *second) {
   return 1;
 }
 
-// The part lists of applications are put before the rest of the chain, so the walk needs no stack.
 void free_lhs_tree(choice_node *list) {
+  if (gMatchDepth > 0) {
+    if (list != nullptr)
+      buried_trees.push_back(list);
+    return;
+  }
   std::vector<choice_node *> open;
   if (list != nullptr)
     open.push_back(list);
@@ -177,10 +188,23 @@ void free_lhs_tree(choice_node *list) {
 }
 
 void free_clause(rhs_link *clause) {
+  if (gMatchDepth > 0) {
+    buried_clauses.push_back(clause);
+    return;
+  }
   retire_code(clause->code);
   free_struct(clause->rhs);
   free_struct(clause->original);
   delete clause;
+}
+
+void free_buried_clauses() {
+  for (choice_node *list : std::exchange(buried_trees, {}))
+    free_lhs_tree(list);
+  for (rhs_link *clause : std::exchange(buried_clauses, {}))
+    free_clause(clause);
+  for (defs_link *group : std::exchange(buried_groups, {}))
+    delete group;
 }
 
 void free_function_defs(func_block *fc) {
@@ -196,7 +220,11 @@ void free_function_defs(func_block *fc) {
       clause = next;
     }
     defs_link *const next = group->next;
-    delete group;
+    group->lhs_tree = nullptr;
+    if (gMatchDepth > 0)
+      buried_groups.push_back(group);
+    else
+      delete group;
     group = next;
   }
   gSymbolTableChanged = 1;

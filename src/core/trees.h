@@ -68,6 +68,21 @@ inline unsigned type_arg_count(const top_node *t) {
 // Decision trees.
 void free_lhs_tree(choice_node *list);
 
+// While a match is in progress (gMatchDepth above 0) its argument evaluations may change the very
+// clauses it walks, so what is freed then is kept until the outermost match has ended.
+extern int gMatchDepth;
+void free_buried_clauses();
+class MatchScope {
+public:
+  MatchScope() { ++gMatchDepth; }
+  ~MatchScope() {
+    if (--gMatchDepth == 0)
+      free_buried_clauses();
+  }
+  MatchScope(const MatchScope &) = delete;
+  MatchScope &operator=(const MatchScope &) = delete;
+};
+
 // Frees the clauses of a function (not its type or block) and sets gSymbolTableChanged.
 void free_function_defs(func_block *fc);
 // Frees one clause: its bodies, its compiled form and the record itself.

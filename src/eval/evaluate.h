@@ -21,6 +21,9 @@ extern int stack_trace;
 // Reductions since the program started, for `:time`.
 extern std::uint64_t gReductions;
 
+// Forgets what an abandoned query left behind: nesting and spines.
+void reset_reducer();
+
 // Appends a textual drawing of a term to the file "apptrees"; two forms, for developers.
 void draw_apply_tree(const char *msg, const node *root);
 void draw_apply_tree1(const char *msg, const node *root);

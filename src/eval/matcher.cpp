@@ -1,0 +1,298 @@
+// The matcher. Clauses are tried group by group; within a group the application is first matched
+// with as many arguments as the function's arity and then, argument by argument, with fewer.
+//
+// Two passes decide: one in which variables match nothing, so that a clause of constants alone wins
+// wherever it stands, and one with variables. When all clauses are in one group and every argument
+// that is forced ends as a plain value, one pass with variables finds the same clause, since
+// constants stand before variables at every position; so that is what is tried first.
+#include "eval/matcher.h"
+
+#include <array>
+#include <bit>
+#include <vector>
+
+#include "core/events.h"
+#include "core/needs.h"
+#include "core/space.h"
+#include "core/trees.h"
+#include "eval/clause_code.h"
+
+namespace velora {
+
+namespace {
+
+enum class Pass { single, without_variables, with_variables };
+
+// The state of one match.
+struct Match {
+  Pass pass;
+  std::span<node *> bindings;
+  std::uint32_t live = ~0U;    // clauses not yet proved not to match
+  node *forced_once = nullptr; // already forced for the pass that runs: not forced again
+  node *unsettled = nullptr;   // single pass: the argument that did not end as a plain value
+};
+
+// Values that no further forcing changes.
+bool is_settled(const node *n, int result) {
+  if (n->quote != 0)
+    return false;
+  if (is_apply(n))
+    return result != 0;
+  return n->type != kBuiltin && n->type != kFunctionNode;
+}
+
+bool needs_forcing(const node *n) {
+  return n->type == kApply || n->type == kBuiltin || n->type == kFunctionNode;
+}
+
+// Forces the node at one position; false when the single pass must be given up.
+bool force_position(Match &m, node *n) {
+  if (n == m.forced_once) {
+    m.forced_once = nullptr;
+    return true;
+  }
+  const bool guarded = n->quote != 0;
+  const int result = evaluate(n);
+  if (m.pass == Pass::single && (guarded || !is_settled(n, result))) {
+    m.unsettled = n;
+    return false;
+  }
+  return true;
+}
+
+bool bind(const Match &m, int v, node **slot) {
+  node *n = *slot;
+  if (v < 0 || static_cast<std::size_t>(v) >= m.bindings.size())
+    return false;
+  if ((n->flags & kStaticNode) != 0 && (n->flags & kShareLeaf) == 0 && !is_apply(n)) {
+    node *copy = take_node();
+    overwrite_node(copy, n);
+    *slot = n = copy;
+  }
+  m.bindings[static_cast<std::size_t>(v)] = n;
+  return true;
+}
+
+std::uint32_t match_parts(Match &m, const choice_node *alternative, node *n, std::uint32_t common);
+
+// Matches the node at `*slot` against one position's alternatives for the clauses in `wanted`;
+// answers those that match. `evaluated` says that the node needs no forcing.
+std::uint32_t node_match(Match &m, const choice_node *list, node **slot, std::uint32_t wanted,
+                         bool evaluated) {
+  bool explored = false;
+  for (; list != nullptr && wanted != 0; list = list->next) {
+    const std::uint32_t common = list->mask & wanted;
+    if (common == 0)
+      continue;
+    wanted &= ~common;
+    if (list->n.type == kVariable) {
+      if (m.pass == Pass::without_variables)
+        return 0;
+      return bind(m, list->n.val.v, slot) ? common : 0;
+    }
+    if (explored)
+      continue;
+    node *const n = *slot;
+    if (!evaluated && needs_forcing(n) && !force_position(m, n))
+      return 0;
+    evaluated = true;
+    if (equal_node(&list->n, n) == 0) {
+      m.live &= ~common;
+      continue;
+    }
+    if (!is_apply(&list->n))
+      return common;
+    if (const std::uint32_t found = match_parts(m, list, n, common))
+      return found;
+    if (m.unsettled != nullptr)
+      return 0;
+    explored = true;
+    m.live &= ~common;
+  }
+  return 0;
+}
+
+// The function part first; for the clauses that it leaves, the argument.
+std::uint32_t match_parts(Match &m, const choice_node *alternative, node *n, std::uint32_t common) {
+  check_stack();
+  while (common != 0) {
+    const std::uint32_t chosen =
+        node_match(m, choice_list(alternative->n.val.a.a1), &n->val.a.a1, common, true);
+    if (chosen == 0 || m.unsettled != nullptr)
+      return 0;
+    const std::uint32_t found =
+        node_match(m, choice_list(alternative->n.val.a.a2), &n->val.a.a2, chosen, false);
+    if (found != 0 || m.unsettled != nullptr)
+      return found;
+    common &= ~chosen;
+  }
+  return 0;
+}
+
+void clear(std::span<node *> bindings) {
+  for (node *&b : bindings)
+    b = nullptr;
+}
+
+// Applies a clause the plain way: its combinator term is copied and applied to the bindings. A
+// variable that the head does not bind stands for itself.
+void apply_plain(const rhs_link &clause, node *const *bindings, node *target) {
+  Root result(take_node());
+  result->type = kInteger;
+  result->quote = 0;
+  LCopy_struct_rec(result, clause.rhs);
+  for (int v = 0; v <= clause.max_var; ++v) {
+    reserve_nodes(2);
+    node *const binding = bindings[v] != nullptr ? bindings[v] : LMakeVariable(v);
+    result = LMakeApplyNode(result, binding);
+  }
+  overwrite_node(target, result);
+}
+
+void apply_clause(const rhs_link &clause, const clause_code &code, node **bindings, node *target) {
+  for (const int v : code.unbound)
+    bindings[v] = nullptr;
+  if (code.plain) {
+    apply_plain(clause, bindings, target);
+    return;
+  }
+  if (!code.unbound.empty()) {
+    reserve_nodes(static_cast<std::int64_t>(code.unbound.size()) + code.body.need);
+    for (const int v : code.unbound)
+      bindings[v] = LMakeVariable(v);
+  }
+  build_body(code.body, bindings, target);
+}
+
+rhs_link *clause_number(const defs_link *group, int number) {
+  rhs_link *clause = group->defs;
+  while (clause != nullptr && number-- > 0)
+    clause = clause->next;
+  return clause;
+}
+
+// The head of a spine as an application target: shared code is replaced by an own copy.
+node *own_target(node **call_stack, int place, int spine_len) {
+  node *target = call_stack[place];
+  if ((target->flags & kStaticNode) == 0)
+    return target;
+  if (spine_len == 0)
+    return nullptr;
+  node *copy = take_node();
+  overwrite_node(copy, target);
+  call_stack[0] = call_stack[1]->val.a.a1 = copy;
+  return copy;
+}
+
+struct Found {
+  rhs_link *clause = nullptr;
+  const defs_link *group = nullptr;
+  std::uint32_t mask = 0;
+  int place = 0; // arguments covered
+};
+
+// Matches one group, from `most` arguments downwards.
+bool match_group(Match &m, const defs_link *group, node **call_stack, int most, Found &found) {
+  m.live = ~0U;
+  for (int place = most; place >= 0; --place) {
+    node *candidate = call_stack[place];
+    const std::uint32_t matched = node_match(m, group->lhs_tree, &candidate, ~0U, true);
+    if (m.unsettled != nullptr)
+      return false;
+    if (matched != 0) {
+      const int number = std::bit_width(matched) - 1;
+      found = {clause_number(group, number), group, 1U << number, place};
+      return true;
+    }
+    if (m.live == 0)
+      return false;
+    clear(m.bindings);
+  }
+  return false;
+}
+
+bool match_function(Match &m, const func_block *fc, node **call_stack, int spine_len,
+                    Found &found) {
+  const MatchScope scope;
+  const int most = spine_len < fc->arity ? spine_len : fc->arity;
+  for (const defs_link *group = fc->defs; group != nullptr; group = group->next) {
+    clear(m.bindings);
+    if (match_group(m, group, call_stack, most, found))
+      return true;
+    if (m.unsettled != nullptr)
+      return false;
+  }
+  return false;
+}
+
+int rewrite(const Found &found, node **bindings, node **call_stack, int spine_len) {
+  if (found.clause == nullptr)
+    return -1;
+  node *target = own_target(call_stack, found.place, spine_len);
+  if (target == nullptr)
+    return -1;
+  const clause_code *code = code_of(found.clause, found.group->lhs_tree, found.mask);
+  apply_clause(*found.clause, *code, bindings, target);
+  return found.place;
+}
+
+// Room for the bindings of one match: on the stack for all but unusual functions.
+class Bindings {
+public:
+  explicit Bindings(int max_var) : count_(static_cast<std::size_t>(max_var + 1)) {
+    if (count_ > few_.size())
+      many_.resize(count_);
+  }
+  std::span<node *> span() { return {count_ > few_.size() ? many_.data() : few_.data(), count_}; }
+
+private:
+  std::size_t count_;
+  std::array<node *, 12> few_;
+  std::vector<node *> many_;
+};
+
+int match_and_rewrite(Pass pass, node *&unsettled, node *forced_once, node **call_stack,
+                      int spine_len) {
+  const func_block *fc = call_stack[0]->val.fc;
+  Bindings bindings(fc->max_var);
+  Match m{pass, bindings.span()};
+  m.forced_once = forced_once;
+  Found found;
+  if (match_function(m, fc, call_stack, spine_len, found))
+    return rewrite(found, bindings.span().data(), call_stack, spine_len);
+  unsettled = m.unsettled;
+  return -1;
+}
+
+} // namespace
+
+int lhs_match(int novars, node **call_stack, int spine_len, int stack_size) {
+  (void)stack_size;
+  node *unsettled = nullptr;
+  return match_and_rewrite(novars != 0 ? Pass::without_variables : Pass::with_variables, unsettled,
+                           nullptr, call_stack, spine_len) >= 0;
+}
+
+int reduce_function(node **call_stack, int spine_len) {
+  const func_block *fc = call_stack[0]->val.fc;
+  if (fc->defs == nullptr)
+    return -1;
+  node *unsettled = nullptr;
+  if (fc->defs->next == nullptr) {
+    const int place = match_and_rewrite(Pass::single, unsettled, nullptr, call_stack, spine_len);
+    if (unsettled == nullptr)
+      return place;
+  }
+  node *ignored = nullptr;
+  const int place =
+      match_and_rewrite(Pass::without_variables, ignored, unsettled, call_stack, spine_len);
+  if (place >= 0)
+    return place;
+  return match_and_rewrite(Pass::with_variables, ignored, nullptr, call_stack, spine_len);
+}
+
+void forget_plan(func_block *fc) {
+  fc->plan = nullptr;
+}
+
+} // namespace velora
