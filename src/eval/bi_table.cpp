@@ -237,7 +237,7 @@ const BuiltinRow bi_funcs_table[kBuiltins] = {
     {216, "table_to_file", exactly(2), bi_table_to_file},
     {217, "file_to_table", exactly(1), bi_file_to_table},
     {218, "member", exactly(2), bi_member},
-    {219, "file_cut", exactly(3), bi_file_cut},
+    {219, "file_cut", exactly(4), bi_file_cut},
     {220, "lfile_to_tfile", exactly(2), bi_lfile_to_tfile},
     {221, "user_fun", at_least(2), bi_user_fun},
     {222, "throw", at_least(2), bi_throw},

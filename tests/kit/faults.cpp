@@ -58,6 +58,12 @@ void *__wrap_realloc(void *old, std::size_t size) {
 
 void *operator new(std::size_t size) { return velora::kit::allocate(size); }
 void *operator new[](std::size_t size) { return velora::kit::allocate(size); }
+void *operator new(std::size_t size, const std::nothrow_t &) noexcept {
+  return __wrap_malloc(size == 0 ? 1 : size);
+}
+void *operator new[](std::size_t size, const std::nothrow_t &) noexcept {
+  return __wrap_malloc(size == 0 ? 1 : size);
+}
 void operator delete(void *p) noexcept { std::free(p); }
 void operator delete[](void *p) noexcept { std::free(p); }
 void operator delete(void *p, std::size_t) noexcept { std::free(p); }
