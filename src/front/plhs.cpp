@@ -1,0 +1,123 @@
+// Decision trees of clause heads. Called when a clause is added; the matcher walks what is built
+// here.
+#include "front/plhs.h"
+
+#include <bit>
+#include <memory>
+#include <vector>
+
+#include "core/text.h"
+#include "core/trees.h"
+
+namespace velora {
+
+namespace {
+
+// A new alternative for a pattern; the part lists of an application start empty.
+choice_node *new_alternative(const node *pattern, std::uint32_t mask) {
+  auto *made = new choice_node{*pattern, mask, nullptr};
+  if (is_apply(pattern))
+    made->n.val.a.a1 = made->n.val.a.a2 = nullptr;
+  else if (pattern->type == kString)
+    hold_text(pattern->val.s.str);
+  return made;
+}
+
+// The alternative of the list that equals `pattern`, made if need be.
+choice_node *alternative_for(choice_node **list, const node *pattern, std::uint32_t mask) {
+  choice_node **place = nullptr;
+  choice_node **link = list;
+  for (; *link != nullptr; link = &(*link)->next) {
+    if (place == nullptr && (*link)->n.type == kVariable)
+      place = link;
+    // The presence of an application's parts is no matter here: every pattern has both.
+    if (is_apply(pattern) ? is_apply(&(*link)->n) : equal_node(&(*link)->n, pattern) != 0) {
+      (*link)->mask |= mask;
+      return *link;
+    }
+  }
+  if (place == nullptr)
+    place = link;
+  choice_node *made = new_alternative(pattern, mask);
+  made->next = *place;
+  *place = made;
+  return made;
+}
+
+const choice_node *find_alternative(const choice_node *list, const node *pattern,
+                                    std::uint32_t mask) {
+  for (; list != nullptr; list = list->next)
+    if ((list->mask & mask) != 0 &&
+        (is_apply(pattern) ? is_apply(&list->n) : equal_node(&list->n, pattern) != 0))
+      return list;
+  return nullptr;
+}
+
+} // namespace
+
+// The part lists are kept as node pointers inside the alternative, so they are merged through a
+// local head that is written back at once.
+choice_node *merge_lhs(const node *l_t, choice_node *m_t, std::uint32_t mask, int *max_var) {
+  struct Position {
+    const node *pattern;
+    node **part; // null: the top of the tree
+  };
+  std::vector<Position> open{{l_t, nullptr}};
+  while (!open.empty()) {
+    const Position at = open.back();
+    open.pop_back();
+    if (at.pattern == nullptr)
+      continue;
+    if (at.pattern->type == kVariable && at.pattern->val.v > *max_var)
+      *max_var = at.pattern->val.v;
+    choice_node *list = at.part == nullptr ? m_t : choice_list(*at.part);
+    choice_node *alternative = alternative_for(&list, at.pattern, mask);
+    if (at.part == nullptr)
+      m_t = list;
+    else
+      *at.part = as_part(list);
+    if (is_apply(at.pattern)) {
+      open.push_back({at.pattern->val.a.a2, &alternative->n.val.a.a2});
+      open.push_back({at.pattern->val.a.a1, &alternative->n.val.a.a1});
+    }
+  }
+  return m_t;
+}
+
+std::uint32_t exact_node_match(std::uint32_t mask, const choice_node *m_t, const node *l_t,
+                               std::uint32_t intersect) {
+  struct Position {
+    const node *pattern;
+    const choice_node *list;
+  };
+  std::vector<Position> open{{l_t, m_t}};
+  std::uint32_t live = mask & intersect;
+  while (live != 0 && !open.empty()) {
+    const Position at = open.back();
+    open.pop_back();
+    const choice_node *alternative = find_alternative(at.list, at.pattern, live);
+    if (alternative == nullptr)
+      return 0;
+    live &= alternative->mask;
+    if (is_apply(at.pattern)) {
+      open.push_back({at.pattern->val.a.a2, choice_list(alternative->n.val.a.a2)});
+      open.push_back({at.pattern->val.a.a1, choice_list(alternative->n.val.a.a1)});
+    }
+  }
+  return live;
+}
+
+rhs_link *find_lhs_match(const func_block *fc, const node *lhs) {
+  for (const defs_link *group = fc->defs; group != nullptr; group = group->next) {
+    const std::uint32_t found = exact_node_match(~0u, group->lhs_tree, lhs, ~0u);
+    if (found == 0)
+      continue;
+    rhs_link *clause = group->defs;
+    for (int k = std::bit_width(found) - 1; k > 0 && clause != nullptr; --k)
+      clause = clause->next;
+    return clause;
+  }
+  return nullptr;
+}
+
+} // namespace velora

@@ -1,0 +1,193 @@
+// The parser of types. No recursion: open parentheses and type operators that still lack arguments
+// stand on a stack, the types read so far on another.
+#include <cstdint>
+#include <vector>
+
+#include "core/events.h"
+#include "core/symbols.h"
+#include "core/trees.h"
+#include "front/parse.h"
+#include "front/pdecs.h"
+#include "front/putils.h"
+#include "platform/response.h"
+
+namespace velora {
+
+namespace {
+
+// An open construct: a specification (`op` null), or a type operator that awaits `wanted` types.
+struct Open {
+  symbol *op;
+  unsigned wanted;
+  std::size_t first; // its first type on the stack
+};
+
+class TypeParser {
+public:
+  TypeParser() = default;
+  ~TypeParser() {
+    for (top_node *t : types_)
+      free_type_tree(t);
+  }
+  TypeParser(const TypeParser &) = delete;
+  TypeParser &operator=(const TypeParser &) = delete;
+
+  top_node *specification(int *arity);
+  top_node *single_type();
+
+private:
+  bool read_type(bool *complete);
+  bool read_name(bool *complete);
+  bool finish_operators();
+  bool run(bool single);
+  void fold_specification(std::size_t first);
+  top_node *&new_slot() { return types_.emplace_back(nullptr); }
+  void report_invalid() const;
+  top_node *take() {
+    top_node *t = types_.back();
+    types_.pop_back();
+    return t;
+  }
+
+  std::vector<top_node *> types_;
+  std::vector<Open> open_;
+};
+
+bool is_type_keyword(int token) {
+  return token == kTokInt || token == kTokChar || token == kTokReal || token == kTokStr ||
+         token == kTokSym;
+}
+
+// A name as a type: an enumerated type, or an operator whose arguments follow.
+bool TypeParser::read_name(bool *complete) {
+  symbol *s = find_symbol(pp_str_val, static_cast<std::size_t>(pp_str_len));
+  if (s == nullptr || (s->stype & (kTypeNameBit | kEnumBit)) == 0)
+    return false;
+  const unsigned wanted = (s->stype & kEnumBit) != 0 ? 0 : s->b.tp->arity;
+  if (wanted > kMostTypeArguments)
+    return false;
+  if (wanted == 0) {
+    new_slot() = make_user_top_node(s, 0);
+  } else {
+    open_.push_back({s, wanted, types_.size()});
+    *complete = false;
+  }
+  return true;
+}
+
+// Reads the beginning of a type; `complete` tells whether the type ended with the token.
+bool TypeParser::read_type(bool *complete) {
+  *complete = true;
+  if (is_type_keyword(pp_token)) {
+    new_slot() = make_bi_top_node(static_cast<std::uint8_t>(pp_token + 8));
+  } else if (pp_token == kTokVariable) {
+    const int code = kTypeVariable | (pp_int_val & 0x7F);
+    new_slot() = make_bi_top_node(static_cast<std::uint8_t>(code));
+  } else if (pp_token == kTokOpen) {
+    open_.push_back({nullptr, 0, types_.size()});
+    *complete = false;
+  } else if (pp_token != kTokName || !read_name(complete)) {
+    return false;
+  }
+  pp_get_token();
+  return true;
+}
+
+// Builds every type operator that has all its arguments now; false when one still lacks some.
+bool TypeParser::finish_operators() {
+  while (!open_.empty() && open_.back().op != nullptr) {
+    const Open top = open_.back();
+    if (types_.size() - top.first < top.wanted)
+      return false;
+    top_node *t = make_user_top_node(top.op, top.wanted);
+    for (unsigned i = 0; i < top.wanted; ++i)
+      t->tnu.u.ua[i] = types_[top.first + i];
+    types_.resize(top.first);
+    types_.push_back(t);
+    open_.pop_back();
+  }
+  return true;
+}
+
+// One type is itself; t1 -> t2 becomes a chain of arrow cells, the last one without a next.
+void TypeParser::fold_specification(std::size_t first) {
+  const std::size_t last = types_.size() - 1;
+  if (last == first)
+    return;
+  for (std::size_t i = types_.size(); i-- > first;) {
+    types_[i] = make_arrow_node(types_[i], i == last ? nullptr : types_[i + 1]);
+    if (i != last)
+      types_[i + 1] = nullptr;
+  }
+  types_.resize(first + 1);
+}
+
+// Every specification that is open around an invalid type is invalid and says so.
+void TypeParser::report_invalid() const {
+  for (const Open &o : open_)
+    if (o.op == nullptr)
+      BeepMsge("Invalid tspec\n", 1);
+}
+
+// Reads until the outermost construct is complete. The types of an open specification stay on the
+// stack; `single` stops after one type.
+bool TypeParser::run(bool single) {
+  const std::size_t outermost = open_.size();
+  for (;;) {
+    CheckForUserEvents(83);
+    bool complete = false;
+    if (!read_type(&complete))
+      return false;
+    while (complete && finish_operators()) {
+      if (open_.size() == outermost && single)
+        return true;
+      if (pp_token == kTokArrow) {
+        pp_get_token();
+        break;
+      }
+      if (open_.size() == outermost)
+        return true;
+      const std::size_t first = open_.back().first;
+      open_.pop_back();
+      if (pp_token != kTokClose)
+        return false;
+      fold_specification(first);
+      pp_get_token();
+    }
+  }
+}
+
+top_node *TypeParser::specification(int *arity) {
+  open_.push_back({nullptr, 0, 0});
+  if (!run(false)) {
+    report_invalid();
+    return nullptr;
+  }
+  *arity = static_cast<int>(types_.size()) - 1;
+  if (*arity > kMostArrows) {
+    report_invalid();
+    return nullptr;
+  }
+  fold_specification(0);
+  return take();
+}
+
+top_node *TypeParser::single_type() {
+  if (!run(true)) {
+    report_invalid();
+    return nullptr;
+  }
+  return take();
+}
+
+} // namespace
+
+top_node *p_tspecs(int *arity) {
+  return TypeParser().specification(arity);
+}
+
+top_node *p_tspec() {
+  return TypeParser().single_type();
+}
+
+} // namespace velora

@@ -1,0 +1,210 @@
+// Error reporting and recovery of the parsers: the messages, the notes that show where an error
+// stands and the ones that say what may have been meant.
+#include "front/putils.h"
+
+#include <algorithm>
+#include <cctype>
+#include <vector>
+
+#include "core/symbols.h"
+#include "front/parse.h"
+#include "front/source.h"
+#include "platform/response.h"
+
+namespace velora {
+
+int gParseErrors = 0;
+
+namespace {
+
+// The longest piece of a source line that a note quotes.
+constexpr std::size_t kExcerpt = 72;
+constexpr std::string_view kMargin = "    | ";
+
+// The place that the last note showed, so that two reports about one token show it once.
+struct Place {
+  std::string source;
+  long line = -1;
+  std::size_t column = 0;
+  bool operator==(const Place &) const = default;
+};
+Place noted;
+
+bool continues_letter(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+std::size_t letters(std::string_view text) {
+  return static_cast<std::size_t>(
+      std::count_if(text.begin(), text.end(), [](char c) { return !continues_letter(c); }));
+}
+
+// Quotes the part of `line` around `at`, with a mark under it.
+void show_excerpt(const std::string &line, std::size_t at) {
+  std::size_t from = 0;
+  std::size_t to = line.size();
+  if (line.size() > kExcerpt) {
+    from = at > kExcerpt / 2 ? at - kExcerpt / 2 : 0;
+    to = std::min(line.size(), from + kExcerpt);
+    while (from > 0 && continues_letter(line[from]))
+      --from;
+    while (to < line.size() && continues_letter(line[to]))
+      ++to;
+  }
+  std::string quoted = from > 0 ? "..." : "";
+  std::string mark(quoted.size(), ' ');
+  for (std::size_t i = from; i < to; ++i) {
+    const bool control = static_cast<unsigned char>(line[i]) < ' ' && line[i] != '\t';
+    quoted += control ? ' ' : line[i];
+    if (i < at && !continues_letter(line[i]))
+      mark += line[i] == '\t' ? '\t' : ' ';
+  }
+  if (to < line.size())
+    quoted += "...";
+  show_note(std::string(kMargin) + quoted);
+  show_note(std::string(kMargin) + mark + "^");
+}
+
+// Shows where the current token stands, once for each token.
+void note_place() {
+  if (gNotes == 0)
+    return;
+  const std::string line = pp_line_text();
+  const std::size_t at =
+      std::min(static_cast<std::size_t>(pp_start - pp_line_buffer.data()), line.size());
+  const Place place{pp_source_name(), pp_line_number(), at};
+  if (place == noted)
+    return;
+  noted = place;
+  if (place.source.empty())
+    show_note("note: here");
+  else
+    show_note("note: " + place.source + ":" + std::to_string(place.line) + ":" +
+              std::to_string(letters(std::string_view(line).substr(0, at)) + 1));
+  show_excerpt(line, at);
+}
+
+bool is_digit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+// The literal that a bare number should have been, or "".
+std::string number_as_literal(const std::string &text) {
+  const std::size_t sign = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
+  std::size_t points = 0;
+  std::size_t digits = 0;
+  for (std::size_t i = sign; i < text.size(); ++i) {
+    digits += is_digit(text[i]) ? 1 : 0;
+    points += text[i] == '.' ? 1 : 0;
+    if (!is_digit(text[i]) && text[i] != '.')
+      return "";
+  }
+  if (digits == 0 || points > 1)
+    return "";
+  return (points == 0 ? "#" : "#r") + text;
+}
+
+// The name that follows the current token on its line, or "".
+std::string following_name() {
+  if (pp_last_char != ' ')
+    return "";
+  const char *p = pp_pos + 1;
+  while (*p == ' ')
+    ++p;
+  const char *end = p;
+  while (*end != '\0' && std::string_view(" \n()[];'\"").find(*end) == std::string_view::npos)
+    ++end;
+  return {p, end};
+}
+
+// True for the name of a function that is written with signs alone.
+bool is_operator(const std::string &name) {
+  if (name.empty() || name.size() > 3)
+    return false;
+  if (std::any_of(name.begin(), name.end(),
+                  [](unsigned char c) { return c >= 128 || std::isalnum(c); }))
+    return false;
+  const symbol *s = find_symbol(name.c_str(), name.size());
+  return s != nullptr && (s->stype & kFunctionBit) != 0;
+}
+
+void note_near_names(const std::string &name) {
+  std::string list;
+  for (const std::string &near : nearest_names(name, 3))
+    list += (list.empty() ? "" : ", ") + near;
+  if (!list.empty())
+    show_note("note: near it: " + list);
+}
+
+} // namespace
+
+int report_error(const char *fun, const char *token_required) {
+  ++gParseErrors;
+  BeepMsgef(1, "Error (%s):  %s found when { %s } expected\n", fun, pp_start, token_required);
+  note_place();
+  return 0;
+}
+
+int parse_error(const char *message) {
+  ++gParseErrors;
+  orvek_errorf("Error: %s", message);
+  note_place();
+  return 0;
+}
+
+int refuse(const std::string &message) {
+  ++gParseErrors;
+  orvek_error(message);
+  note_place();
+  return 0;
+}
+
+void report_undefined(bool infix) {
+  ++gParseErrors;
+  const std::string name = pp_start;
+  BeepMsge("please define unrecognised symbol: " + name + "\n", 1);
+  if (gNotes == 0)
+    return;
+  note_place();
+  const std::string literal = number_as_literal(name);
+  if (!literal.empty())
+    show_note("note: " + std::string(literal.starts_with("#r") ? "reals" : "integers") +
+              " are written with a sign before them: " + literal);
+  if (infix || is_operator(following_name()))
+    show_note("note: a function stands before its arguments, as in (+ #1 #2)");
+  else if (literal.empty())
+    note_near_names(name);
+}
+
+void note_no_expression() {
+  show_note("note: this cannot stand here in an expression");
+  note_place();
+}
+
+void note_unknown_name(const std::string &name) {
+  show_note("note: no symbol is called " + name);
+  note_near_names(name);
+}
+
+int process_error() {
+  while (pp_token != kTokEnd)
+    pp_get_token();
+  return 1;
+}
+
+void pprintf(const char *text) {
+  if (reading_console())
+    pp_set_prompt(*text == '\n' ? text + 1 : text);
+  else if (pp_file == nullptr)
+    orvek_print(text);
+}
+
+int p_end() {
+  return pp_token == kTokEnd ? 1 : report_error("", "semicolon");
+}
+
+void forget_noted_place() {
+  noted = Place{};
+}
+
+} // namespace velora

@@ -1,0 +1,43 @@
+// Error reporting and recovery of the parsers. Every report counts, beeps, and is followed by
+// notes that show the place.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace velora {
+
+// How many errors the parsers have reported.
+extern int gParseErrors;
+
+// Reports the current token: "Error (%s):  %s found when { %s } expected\n" with `fun`, the
+// token's text and `token_required`. Answers 0.
+int report_error(const char *fun, const char *token_required);
+inline int report_error(const std::string &fun, const char *token_required) {
+  return report_error(fun.c_str(), token_required);
+}
+// Reports "Error: %s" with the message. Answers 0.
+int parse_error(const char *message);
+// Shows `message` as an error at the current token and counts it. Answers 0.
+int refuse(const std::string &message);
+// Reports the current token as a name that nobody declared, with what may have been meant.
+// `infix` tells that an operator stands after the first element of its level.
+void report_undefined(bool infix);
+// Notes beside a failure that has no message of its own: the current token cannot stand where it
+// does in an expression; a name that is listed is not known.
+void note_no_expression();
+void note_unknown_name(const std::string &name);
+// Skips tokens until the end token. Answers 1.
+int process_error();
+
+// Prints `text` as a prompt or echo: nothing while a file is read; at the console it is the
+// prompt of the next line.
+void pprintf(const char *text);
+
+// 1 when the current token is the end token; else reports "semicolon" expected.
+int p_end();
+
+// Forgets which place was shown last, so that the next error shows its place again.
+void forget_noted_place();
+
+} // namespace velora

@@ -1,0 +1,287 @@
+// The sources of the tokenizer's lines. Owns the line buffer's filling, the nesting of sources and
+// the raw text of console statements. Whatever a source object put aside comes back when it goes
+// out of scope, so an abandoned command leaves no half-read source behind.
+#include "front/source.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "core/events.h"
+#include "front/parse.h"
+#include "platform/response.h"
+
+namespace velora {
+
+int (*pp_refill)(std::string &line, const char *prompt) = nullptr;
+std::string pp_velora_buffer;
+std::size_t pp_velora_pos = 0;
+
+namespace {
+
+std::string source_name;
+long line_number = 0;
+bool nul_noted = false;
+int statement_depth = 0;
+const char *pending_prompt = nullptr;
+
+// The recording of a console statement. `from` counts characters of the current line.
+struct Recording {
+  bool on = false;
+  bool paused = false;
+  std::string text;
+  std::size_t from = 0;
+};
+Recording recording;
+
+void record_upto(const char *upto) {
+  const char *start = pp_line_buffer.data() + recording.from;
+  if (upto > start)
+    recording.text.append(start, upto);
+}
+
+// Makes `line` (without its end) the current line.
+void install_line(const char *text, std::size_t length) {
+  if (recording.on && !recording.paused)
+    record_upto(pp_line_buffer.data() + pp_line_buffer.size() - 1);
+  recording.from = 0;
+  pp_line_buffer.resize(length + 2);
+  std::copy_n(text, length, pp_line_buffer.data());
+  pp_line_buffer[length] = '\n';
+  pp_line_buffer[length + 1] = '\0';
+  pp_pos = pp_line_buffer.data();
+  ++line_number;
+}
+
+// NUL bytes become blanks; one note a source says so.
+void blank_nuls(std::string &line) {
+  if (line.find('\0') == std::string::npos)
+    return;
+  std::replace(line.begin(), line.end(), '\0', ' ');
+  if (!nul_noted)
+    show_note("note: NUL bytes in " + (source_name.empty() ? "the input" : source_name) +
+              " are read as blanks");
+  nul_noted = true;
+}
+
+void trim_line_end(std::string &line) {
+  if (!line.empty() && line.back() == '\n')
+    line.pop_back();
+  if (!line.empty() && line.back() == '\r')
+    line.pop_back();
+}
+
+int get_file_line() {
+  static std::string line;
+  line.clear();
+  CheckForUserEvents(7000);
+  int c = std::getc(pp_file);
+  if (c == EOF)
+    return 0;
+  for (; c != EOF && c != '\n'; c = std::getc(pp_file))
+    line.push_back(static_cast<char>(c));
+  if (c == '\n')
+    trim_line_end(line);
+  blank_nuls(line);
+  install_line(line.data(), line.size());
+  return 1;
+}
+
+int get_console_line() {
+  std::string line;
+  if (pp_refill(line, pending_prompt) == 0)
+    return 0;
+  trim_line_end(line);
+  blank_nuls(line);
+  install_line(line.data(), line.size());
+  return 1;
+}
+
+} // namespace
+
+int pp_get_line() {
+  if (pp_file != nullptr)
+    return get_file_line();
+  if (reading_console())
+    return get_console_line();
+  return get_velora_line();
+}
+
+int get_velora_line() {
+  if (pp_velora_pos >= pp_velora_buffer.size())
+    return 0;
+  const std::size_t end =
+      std::min(pp_velora_buffer.find('\n', pp_velora_pos), pp_velora_buffer.size());
+  install_line(pp_velora_buffer.data() + pp_velora_pos, end - pp_velora_pos);
+  pp_velora_pos = end + 1;
+  return 1;
+}
+
+bool reading_console() {
+  return pp_file == nullptr && pp_refill != nullptr && statement_depth == 0;
+}
+
+const std::string &pp_source_name() {
+  return source_name;
+}
+
+long pp_line_number() {
+  return line_number;
+}
+
+std::string pp_line_text() {
+  std::string text(pp_line_buffer.begin(), pp_line_buffer.end());
+  const auto at = [&](const char *p) -> char & {
+    return text[static_cast<std::size_t>(p - pp_line_buffer.data())];
+  };
+  if (pp_hidden_quote != nullptr)
+    at(pp_hidden_quote) = '"';
+  at(pp_pos) = pp_last_char;
+  text.resize(text.size() - 2);
+  std::replace(text.begin(), text.end(), '\0', ' ');
+  return text;
+}
+
+void pp_set_prompt(const char *prompt) {
+  pending_prompt = prompt;
+}
+
+void pp_drop_prompt() {
+  pending_prompt = nullptr;
+}
+
+void pp_begin_record() {
+  recording = Recording{};
+  recording.on = true;
+  recording.from = static_cast<std::size_t>(pp_start - pp_line_buffer.data());
+}
+
+std::string pp_take_record() {
+  record_upto(pp_at_end != 0 ? pp_line_buffer.data() + pp_line_buffer.size() - 2 : pp_start);
+  std::string text = std::move(recording.text);
+  recording = Recording{};
+  return text;
+}
+
+void pp_record_pause(const char *upto) {
+  if (!recording.on)
+    return;
+  record_upto(upto);
+  recording.text += ' ';
+  recording.paused = true;
+}
+
+void pp_record_resume(const char *from) {
+  recording.paused = false;
+  recording.from = static_cast<std::size_t>(from - pp_line_buffer.data());
+}
+
+// Everything that a switch of the source puts aside.
+struct SourceState {
+  std::vector<char> line = std::move(pp_line_buffer);
+  char *pos = pp_pos;
+  char last_char = pp_last_char;
+  char *hidden = pp_hidden_quote;
+  std::FILE *file = pp_file;
+  int token = pp_token;
+  char *start = pp_start;
+  int len = pp_len;
+  int at_end = pp_at_end;
+  int open = pp_statement_open;
+  int open_string = pp_open_string;
+  char *str_val = pp_str_val;
+  int str_len = pp_str_len;
+  std::string buffer = std::move(pp_velora_buffer);
+  std::size_t buffer_pos = pp_velora_pos;
+  std::string name = std::move(source_name);
+  long number = line_number;
+  bool noted = nul_noted;
+  int depth = statement_depth;
+  const char *prompt = pending_prompt;
+  Recording record = std::move(recording);
+};
+
+namespace {
+
+// An empty line before the first of a source, so that the first token is looked for on a new one.
+void start_source() {
+  pp_line_buffer = {'\n', '\0'};
+  pp_pos = pp_line_buffer.data();
+  pp_last_char = '\n';
+  pp_hidden_quote = nullptr;
+  pp_token = kTokEnd;
+  pp_start = pp_str_val = pp_line_buffer.data() + 1;
+  pp_len = pp_str_len = 0;
+  pp_at_end = pp_statement_open = pp_open_string = 0;
+  pp_velora_buffer.clear();
+  pp_velora_pos = 0;
+  source_name.clear();
+  line_number = 0;
+  nul_noted = false;
+  pending_prompt = nullptr;
+  recording = Recording{};
+}
+
+void put_back(SourceState &s) {
+  pp_line_buffer = std::move(s.line);
+  pp_pos = s.pos;
+  pp_last_char = s.last_char;
+  pp_hidden_quote = s.hidden;
+  pp_file = s.file;
+  pp_token = s.token;
+  pp_start = s.start;
+  pp_len = s.len;
+  pp_at_end = s.at_end;
+  pp_statement_open = s.open;
+  pp_open_string = s.open_string;
+  pp_str_val = s.str_val;
+  pp_str_len = s.str_len;
+  pp_velora_buffer = std::move(s.buffer);
+  pp_velora_pos = s.buffer_pos;
+  source_name = std::move(s.name);
+  line_number = s.number;
+  nul_noted = s.noted;
+  statement_depth = s.depth;
+  pending_prompt = s.prompt;
+  recording = std::move(s.record);
+  if (pp_file != nullptr)
+    pp_flush();
+}
+
+} // namespace
+
+void pp_reset(bool forget_line) {
+  if (!reading_console() || forget_line) {
+    pp_file = nullptr;
+    statement_depth = 0;
+    start_source();
+  }
+  recording = Recording{};
+  pending_prompt = nullptr;
+}
+
+FileSource::FileSource(std::FILE *file, const std::string &name)
+    : former_(std::make_unique<SourceState>()), file_(file) {
+  start_source();
+  pp_file = file;
+  statement_depth = 0;
+  source_name = name;
+}
+
+FileSource::~FileSource() {
+  std::fclose(file_);
+  put_back(*former_);
+}
+
+StatementSource::StatementSource(std::string text) : former_(std::make_unique<SourceState>()) {
+  start_source();
+  pp_file = nullptr;
+  ++statement_depth;
+  pp_velora_buffer = std::move(text);
+}
+
+StatementSource::~StatementSource() {
+  put_back(*former_);
+}
+
+} // namespace velora
