@@ -35,7 +35,9 @@ void fail_allocation(long n) {
   happened = false;
 }
 
-bool allocation_failed() { return happened; }
+bool allocation_failed() {
+  return happened;
+}
 
 static void *allocate(std::size_t size) {
   void *p = fails_now() ? nullptr : __real_malloc(size == 0 ? 1 : size);
@@ -56,15 +58,27 @@ void *__wrap_realloc(void *old, std::size_t size) {
   return velora::kit::fails_now() ? nullptr : __real_realloc(old, size);
 }
 
-void *operator new(std::size_t size) { return velora::kit::allocate(size); }
-void *operator new[](std::size_t size) { return velora::kit::allocate(size); }
+void *operator new(std::size_t size) {
+  return velora::kit::allocate(size);
+}
+void *operator new[](std::size_t size) {
+  return velora::kit::allocate(size);
+}
 void *operator new(std::size_t size, const std::nothrow_t &) noexcept {
   return __wrap_malloc(size == 0 ? 1 : size);
 }
 void *operator new[](std::size_t size, const std::nothrow_t &) noexcept {
   return __wrap_malloc(size == 0 ? 1 : size);
 }
-void operator delete(void *p) noexcept { std::free(p); }
-void operator delete[](void *p) noexcept { std::free(p); }
-void operator delete(void *p, std::size_t) noexcept { std::free(p); }
-void operator delete[](void *p, std::size_t) noexcept { std::free(p); }
+void operator delete(void *p) noexcept {
+  std::free(p);
+}
+void operator delete[](void *p) noexcept {
+  std::free(p);
+}
+void operator delete(void *p, std::size_t) noexcept {
+  std::free(p);
+}
+void operator delete[](void *p, std::size_t) noexcept {
+  std::free(p);
+}

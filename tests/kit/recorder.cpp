@@ -58,7 +58,9 @@ void RecorderConsole::clear() {
   log.clear();
 }
 
-std::string RecorderConsole::log_text() const { return joined(log); }
+std::string RecorderConsole::log_text() const {
+  return joined(log);
+}
 
 void RecorderConsole::write(std::string_view t) {
   text += t;
@@ -120,7 +122,9 @@ void RecorderConsole::beep() {
 
 // --- the desktop -------------------------------------------------------------------------------
 
-std::string RecorderDesktop::log_text() const { return joined(log); }
+std::string RecorderDesktop::log_text() const {
+  return joined(log);
+}
 
 void RecorderDesktop::note_call(const char *format, ...) {
   char buf[512];
@@ -230,7 +234,9 @@ int RecorderDesktop::text_width(WindowId, std::string_view text, const Font &fon
   return static_cast<int>(text.size()) * (font.size * 6 / 10);
 }
 
-int RecorderDesktop::text_height(WindowId, const Font &font) { return font.size * 4 / 3; }
+int RecorderDesktop::text_height(WindowId, const Font &font) {
+  return font.size * 4 / 3;
+}
 
 bool RecorderDesktop::save_bitmap(WindowId win, const std::string &file) {
   note_call("save bitmap %d %s", win, quoted(file).c_str());

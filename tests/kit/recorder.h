@@ -17,15 +17,15 @@ namespace velora::kit {
 // call in order, a line each: "write Hello\n" is logged as `write "Hello\n"`.
 class RecorderConsole : public Console {
 public:
-  std::string text;               // what was written to the console
-  std::string story;              // what was written to the narrative window
-  std::string messages;           // what beeped, each as it came
-  std::string notes;              // the lines of help
-  std::vector<std::string> log;   // every call
-  std::deque<int> choices;        // answers to ask(), 5 ("Cancel") when there are no more
-  std::deque<std::string> typed;  // answers to ask_text(), cancelled when there are no more
-  std::deque<int> characters;     // what read_char() gives
-  int interrupt_after = -1;       // polls until interrupted() says yes once; -1 is never
+  std::string text;              // what was written to the console
+  std::string story;             // what was written to the narrative window
+  std::string messages;          // what beeped, each as it came
+  std::string notes;             // the lines of help
+  std::vector<std::string> log;  // every call
+  std::deque<int> choices;       // answers to ask(), 5 ("Cancel") when there are no more
+  std::deque<std::string> typed; // answers to ask_text(), cancelled when there are no more
+  std::deque<int> characters;    // what read_char() gives
+  int interrupt_after = -1;      // polls until interrupted() says yes once; -1 is never
 
   // Forgets what was recorded; the scripts stay.
   void clear();
@@ -56,8 +56,8 @@ public:
   };
   std::map<WindowId, Window> windows;
   std::vector<std::string> log;
-  std::map<int, bool> items;             // the last state of each menu item that was set
-  std::deque<std::string> files;         // answers to choose_file(); an empty one is "cancelled"
+  std::map<int, bool> items;     // the last state of each menu item that was set
+  std::deque<std::string> files; // answers to choose_file(); an empty one is "cancelled"
   WindowId focus = 0;
   MenuBar bar = MenuBar::main;
   CursorShape cursor = CursorShape::arrow;

@@ -1,0 +1,228 @@
+#!/usr/bin/env python3
+"""Sits at a terminal and uses the program as a person does: prompt, editing, history, completion,
+several lines, the interrupt key, leaving. What cannot be seen through a pipe is tested here.
+
+    tests/check_terminal.py [--program FILE] [--limit SECONDS]
+
+Last line "N passed, N failed".
+"""
+import argparse
+import os
+import pathlib
+import pty
+import re
+import select
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+ESCAPES = re.compile(rb"\x1b\[[0-9;?]*[A-Za-z]")
+ENDLESS = ("fdec\nendless ::= int -> int ;\n;\nfdef\n"
+           "endless ?0 ::= endless (+ ?0 #1) ;\n;\n")
+
+
+class Terminal:
+    """The program on a pseudo-terminal of its own."""
+
+    def __init__(self, program, home, *options, **env):
+        self.master, slave = pty.openpty()
+        full = {k: v for k, v in os.environ.items() if k not in ("NO_COLOR", "XDG_STATE_HOME")}
+        full.update(HOME=home, TERM="xterm", LC_ALL="C.UTF-8", **env)
+        self.process = subprocess.Popen([program, *options], stdin=slave, stdout=slave,
+                                        stderr=slave, cwd=home, env=full, start_new_session=True,
+                                        preexec_fn=lambda: take_terminal(slave))
+        os.close(slave)
+        self.raw = b""
+        self.mark = 0
+
+    def type(self, text):
+        self.mark = len(self.raw)
+        os.write(self.master, text.encode())
+
+    def seen(self):
+        """What the screen got since the last typing, without escape sequences."""
+        return ESCAPES.sub(b"", self.raw[self.mark:]).replace(b"\r", b"").decode("utf-8", "replace")
+
+    def wait(self, text, seconds=20.0):
+        """Waits until `text` shows; answers the time it took, or fails."""
+        start = time.monotonic()
+        while text not in self.seen():
+            left = start + seconds - time.monotonic()
+            if left <= 0:
+                raise AssertionError(f"no {text!r} within {seconds} s; seen: {self.seen()[-600:]!r}")
+            ready, _, _ = select.select([self.master], [], [], left)
+            if ready:
+                try:
+                    piece = os.read(self.master, 65536)
+                except OSError:
+                    piece = b""
+                if not piece:
+                    assert text in self.seen(), f"ended without {text!r}: {self.seen()[-600:]!r}"
+                self.raw += piece
+        return time.monotonic() - start
+
+    def leave(self):
+        """Ctrl+D; answers the exit status."""
+        self.type("\x04")
+        return self.end()
+
+    def end(self):
+        deadline = time.monotonic() + 20
+        while self.process.poll() is None and time.monotonic() < deadline:
+            ready, _, _ = select.select([self.master], [], [], 0.05)
+            if ready:
+                try:
+                    self.raw += os.read(self.master, 65536)
+                except OSError:
+                    pass
+        if self.process.poll() is None:
+            self.process.kill()
+            raise AssertionError("the program did not end")
+        os.close(self.master)
+        return self.process.returncode
+
+
+def take_terminal(slave):
+    import fcntl
+    import termios
+    fcntl.ioctl(slave, termios.TIOCSCTTY, 0)
+
+
+def start(program, home, *options, **env):
+    terminal = Terminal(program, home, *options, **env)
+    terminal.wait("QUERY> ")
+    return terminal
+
+
+def check_answers(program, home, _):
+    t = start(program, home)
+    t.type("+ #1 #2 ;\n")
+    t.wait("#3\nQUERY> ")
+    t.type("+ #1\n#41\n;\n")
+    t.wait("> ")
+    t.wait("#42\nQUERY> ")
+    t.type("\n")
+    t.wait("QUERY> ")
+    assert t.leave() == 0, "status"
+
+
+def check_editing(program, home, _):
+    t = start(program, home)
+    t.type("+ #1 #9 ;\x1b[D\x1b[D\x1b[D\x7f#2\n")  # back over " ;" and 9, replace "#"
+    t.wait("QUERY> ")
+    t.type("* #6 #7 ;\n")
+    t.wait("#42\nQUERY> ")
+    t.type("\x1b[A\n")
+    t.wait("#42\nQUERY> ")
+    t.leave()
+    again = start(program, home)
+    again.type("\x1b[A\n")
+    again.wait("#42\nQUERY> ")
+    assert again.leave() == 0, "status"
+
+
+def check_completion(program, home, _):
+    t = start(program, home)
+    t.type("replic\t")
+    t.wait("replicate")
+    t.type("#2 #5 ;\n")
+    t.wait("[#5 #5 ]")
+    t.type(":ti\t")
+    t.wait(":time")
+    t.type("on\n")
+    t.wait("QUERY> ")
+    t.type("+ #1 #1 ;\n")
+    t.wait("reductions")
+    t.leave()
+
+
+def check_prompt_key(program, home, _):
+    t = start(program, home)
+    t.type("no such thing")
+    t.wait("thing")
+    t.type("\x03")
+    t.wait("QUERY> ")
+    t.type("+ #2 #2 ;\n")
+    t.wait("#4\nQUERY> ")
+    t.type("+ #2\n")
+    t.wait("     > ")
+    t.type("\x03")
+    t.wait("QUERY> ")
+    t.type("+ #3 #3 ;\n")
+    t.wait("#6\nQUERY> ")
+    assert t.leave() == 0, "status"
+
+
+def interrupt_often(t, query, limit, times):
+    slowest = 0.0
+    for _ in range(times):
+        t.type(query)
+        time.sleep(0.15)
+        t.mark = len(t.raw)
+        os.write(t.master, b"\x03")
+        t.wait("Query interrupted\n")
+        slowest = max(slowest, t.wait("QUERY> "))
+        t.type("+ #20 #22 ;\n")
+        t.wait("#42\nQUERY> ")
+    assert slowest < limit, f"the slowest interrupt took {slowest:.3f} s"
+
+
+def check_interrupt(program, home, limit):
+    t = start(program, home)
+    t.type(ENDLESS)
+    t.wait("QUERY> ")
+    interrupt_often(t, "endless #0 ;\n", limit, 20)
+    t.leave()
+
+
+def check_interrupt_printing(program, home, limit):
+    t = start(program, home)
+    interrupt_often(t, "repeat #7 ;\n", limit, 3)
+    t.leave()
+
+
+def check_colour(program, home, _):
+    t = start(program, home)
+    assert b"\x1b[1;36m" in t.raw, "a coloured prompt"
+    t.leave()
+    plain = start(program, home, NO_COLOR="1")
+    assert b"\x1b[1;36m" not in plain.raw, "no colour with NO_COLOR"
+    plain.leave()
+
+
+def check_quit(program, home, _):
+    t = start(program, home)
+    t.type(":quit\n")
+    assert t.end() == 0, "status"
+
+
+CHECKS = [check_answers, check_editing, check_completion, check_prompt_key, check_interrupt,
+          check_interrupt_printing, check_colour, check_quit]
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--program", default=str(ROOT / "build/debug/bin/velora"))
+    parser.add_argument("--limit", type=float, default=0.5,
+                        help="seconds from the key to the prompt (sanitizers are slow)")
+    parser.add_argument("--only", default="")
+    options = parser.parse_args()
+    failed = 0
+    checks = [c for c in CHECKS if options.only in c.__name__]
+    for check in checks:
+        with tempfile.TemporaryDirectory(prefix="velora-term-") as home:
+            try:
+                check(os.path.abspath(options.program), home, options.limit)
+            except (AssertionError, OSError) as fault:
+                failed += 1
+                print(f"FAILED {check.__name__}: {fault}")
+    print(f"{len(checks) - failed} passed, {failed} failed")
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    signal.signal(signal.SIGTTOU, signal.SIG_IGN)
+    sys.exit(main())
