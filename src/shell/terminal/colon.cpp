@@ -1,0 +1,96 @@
+// The table of the shell's commands and the finding of one in it.
+#include "shell/terminal/colon.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "core/symbols.h"
+#include "platform/response.h"
+
+namespace velora {
+
+namespace {
+
+constexpr ColonCommand kColonTable[] = {
+    {"help", "[NAME]", "explain a name, or list the commands", colon_help},
+    {"type", "NAME", "show how a name is declared", colon_type},
+    {"list", "[NAME]", "show a name with its type and clauses; without a name everything",
+     colon_list},
+    {"load", "FILE", "read declarations, definitions and queries from a file", colon_load},
+    {"space", "[more|less|reset]", "double, halve or reset the query space, or show its size",
+     colon_space},
+    {"time", "[on|off]", "show what each answer cost", colon_time},
+    {"nesting", "[N]", "how deep evaluations may nest, 1 to 10000", colon_nesting},
+    {"quit", "", "leave, as Ctrl+D does", colon_quit},
+};
+
+std::string trimmed(const std::string &text) {
+  const std::size_t first = text.find_first_not_of(" \t\r\n");
+  if (first == std::string::npos)
+    return {};
+  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+
+// The command called `name`, or the only one whose name begins with it; null when there is none.
+const ColonCommand *find_command(const std::string &name) {
+  const ColonCommand *found = nullptr;
+  int candidates = 0;
+  for (const ColonCommand &row : kColonTable) {
+    if (name == row.name)
+      return &row;
+    if (std::string_view(row.name).starts_with(name)) {
+      found = &row;
+      ++candidates;
+    }
+  }
+  return candidates == 1 ? found : nullptr;
+}
+
+} // namespace
+
+std::span<const ColonCommand> colon_commands() {
+  return kColonTable;
+}
+
+bool is_colon_command(const std::string &line) {
+  const std::size_t at = line.find_first_not_of(" \t");
+  return at != std::string::npos && line[at] == ':' && at + 1 < line.size() &&
+         std::isalpha(static_cast<unsigned char>(line[at + 1])) != 0;
+}
+
+int run_colon_command(const std::string &line) {
+  const std::string text = trimmed(line).substr(1);
+  const std::size_t end = std::min(text.find_first_of(" \t;"), text.size());
+  const std::string name = text.substr(0, end);
+  std::string argument = trimmed(text.substr(end));
+  if (!argument.empty() && argument.back() == ';')
+    argument = trimmed(argument.substr(0, argument.size() - 1));
+  const ColonCommand *command = find_command(name);
+  if (command == nullptr) {
+    BeepMsgef(1, "There is no command \":%s\"; \":help\" lists them\n", name.c_str());
+    return 0;
+  }
+  if (argument.empty() && command->arguments[0] != '\0' && command->arguments[0] != '[') {
+    BeepMsgef(1, "Use: :%s %s\n", command->name, command->arguments);
+    return 0;
+  }
+  return command->function(argument);
+}
+
+std::vector<std::string> complete_names(std::string_view start) {
+  std::vector<std::string> names;
+  if (start.starts_with(':')) {
+    for (const ColonCommand &row : kColonTable) {
+      if (std::string_view(row.name).starts_with(start.substr(1)))
+        names.push_back(std::string(":") + row.name);
+    }
+    return names;
+  }
+  for (const symbol *s = Symbol_table; s != nullptr; s = s->next) {
+    if (std::string_view(s->name, s->name_len).starts_with(start))
+      names.emplace_back(s->name, s->name_len);
+  }
+  return names;
+}
+
+} // namespace velora

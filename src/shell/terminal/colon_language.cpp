@@ -1,0 +1,105 @@
+// Commands of the shell about the language: help, types, listings, loading.
+#include "core/print.h"
+#include "core/symbols.h"
+#include "eval/help.h"
+#include "front/parser.h"
+#include "platform/response.h"
+#include "shell/terminal/colon.h"
+
+namespace velora {
+
+namespace {
+
+// Reports a name that nobody declared, with names that may have been meant.
+int report_unknown(const std::string &name) {
+  BeepMsgef(1, "There is no symbol \"%s\"\n", name.c_str());
+  std::string near;
+  for (const std::string &other : nearest_names(name, 3))
+    near += (near.empty() ? "" : ", ") + other;
+  if (!near.empty())
+    show_note("note: did you mean " + near + "?\n");
+  return 0;
+}
+
+symbol *find_named(const std::string &name) {
+  return name.empty() || name.size() > 255 ? nullptr : find_symbol(name.data(), name.size());
+}
+
+std::string declared_by(const symbol &s) {
+  if ((s.stype & kBuiltinBit) != 0)
+    return "built in";
+  return (s.stype & kSystemBit) != 0 ? "system function" : "";
+}
+
+// "name ::= type" and the like, as the declaration reads.
+std::string declaration_text(const symbol &s) {
+  const std::string name(s.name, s.name_len);
+  if ((s.stype & kFunctionBit) != 0)
+    return name + " ::= " + tspecs_text(s.b.fc->types);
+  if ((s.stype & kConstructorBit) != 0)
+    return name + " ::= " + tspecs_text(s.b.cs->types);
+  if ((s.stype & kKindMask) == (kTypeOp & kKindMask))
+    return "typeop " + name + " #" + std::to_string(s.b.tp->arity);
+  if ((s.stype & kTypeNameBit) == 0)
+    return name;
+  std::string text = (s.stype & 2) != 0 ? "nonlex " + name : "enum " + name + " ::=";
+  for (const symbol *v = s.b.en == nullptr ? nullptr : s.b.en->head; v != nullptr;
+       v = v->b.cs->link)
+    text += " " + std::string(v->name, v->name_len);
+  return text;
+}
+
+void list_commands() {
+  for (const ColonCommand &row : colon_commands()) {
+    std::string left = std::string("  :") + row.name + " " + row.arguments;
+    left.resize(std::max<std::size_t>(left.size() + 1, 28), ' ');
+    DisplayResponse(left + row.help + "\n");
+  }
+  DisplayResponse("A query is an expression and a semicolon: + #1 #2 ;\n"
+                  "Sections begin with tdec, cdec, fdec or fdef and end with a lone semicolon.\n");
+}
+
+} // namespace
+
+int colon_help(const std::string &argument) {
+  if (argument.empty()) {
+    list_commands();
+    return 1;
+  }
+  if (const HelpRow *row = find_help(argument)) {
+    DisplayResponse(help_text(*row));
+    return 1;
+  }
+  for (const ColonCommand &row : colon_commands()) {
+    if (argument == row.name || argument == std::string(":") + row.name) {
+      DisplayResponsef(":%s %s\n  %s\n", row.name, row.arguments, row.help);
+      return 1;
+    }
+  }
+  return colon_type(argument);
+}
+
+int colon_type(const std::string &argument) {
+  const symbol *s = find_named(argument);
+  if (s == nullptr)
+    return report_unknown(argument);
+  const std::string origin = declared_by(*s);
+  DisplayResponse(declaration_text(*s) + (origin.empty() ? "" : "   (" + origin + ")") + "\n");
+  return 1;
+}
+
+int colon_list(const std::string &argument) {
+  if (argument.empty()) {
+    print_all();
+    return 1;
+  }
+  return find_named(argument) == nullptr ? report_unknown(argument)
+                                         : print_symbol(argument.c_str());
+}
+
+int colon_load(const std::string &argument) {
+  const bool quoted = argument.size() > 1 && argument.front() == '"' && argument.back() == '"';
+  return load_file((quoted ? argument.substr(1, argument.size() - 2) : argument).c_str(), 0);
+}
+
+} // namespace velora

@@ -1,0 +1,63 @@
+// Lines from descriptors and from texts. Long lines arrive in pieces and cost linear time.
+#include "shell/terminal/line_input.h"
+
+#include <cerrno>
+#include <unistd.h>
+
+namespace velora {
+
+Got StreamInput::fill() {
+  buffer_.erase(0, start_);
+  start_ = 0;
+  char piece[65536];
+  const ssize_t n = ::read(fd_, piece, sizeof piece);
+  if (n > 0) {
+    buffer_.append(piece, static_cast<std::size_t>(n));
+    return Got::line;
+  }
+  return n < 0 && errno == EINTR ? Got::interrupted : Got::end;
+}
+
+Got StreamInput::read(std::string &line, const std::string &) {
+  line.clear();
+  for (;;) {
+    const std::size_t end = buffer_.find('\n', start_);
+    if (end != std::string::npos) {
+      line.append(buffer_, start_, end - start_);
+      start_ = end + 1;
+      return Got::line;
+    }
+    line.append(buffer_, start_);
+    start_ = buffer_.size();
+    const Got got = fill();
+    if (got == Got::end && !line.empty())
+      return Got::line;
+    if (got != Got::line)
+      return got;
+  }
+}
+
+int StreamInput::read_char() {
+  if (start_ == buffer_.size() && fill() != Got::line)
+    return -1;
+  return static_cast<unsigned char>(buffer_[start_++]);
+}
+
+TextInput::TextInput(const std::vector<std::string> &texts) {
+  for (const std::string &text : texts) {
+    std::size_t start = 0;
+    for (std::size_t end; (end = text.find('\n', start)) != std::string::npos; start = end + 1)
+      lines_.push_back(text.substr(start, end - start));
+    lines_.push_back(text.substr(start));
+  }
+}
+
+Got TextInput::read(std::string &line, const std::string &) {
+  if (lines_.empty())
+    return Got::end;
+  line = std::move(lines_.front());
+  lines_.pop_front();
+  return Got::line;
+}
+
+} // namespace velora

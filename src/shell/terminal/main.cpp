@@ -1,0 +1,204 @@
+// The terminal program: reads the command line, starts the language, opens the database, runs the
+// session and answers with its exit status. Everything after the command line runs on a thread with
+// a very large stack, so that deep structures and deep nesting hold.
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <pthread.h>
+#include <unistd.h>
+
+#include "core/events.h"
+#include "core/space.h"
+#include "core/symbols.h"
+#include "eval/evaluate.h"
+#include "eval/registry.h"
+#include "front/cint.h"
+#include "front/parser.h"
+#include "platform/response.h"
+#include "shell/terminal/colon.h"
+#include "shell/terminal/options.h"
+#include "shell/terminal/session.h"
+
+namespace velora {
+
+namespace {
+
+constexpr std::size_t kStackBytes = std::size_t{512} << 20;
+constexpr int kWrongUse = 2;
+
+// How the program runs, decided once from the options and what the standard streams are.
+struct Manner {
+  bool typed;   // a person at a terminal
+  bool quiet;   // no texts of the start
+  bool goes_on; // an interrupt ends the command, not the run
+};
+
+Manner manner_of(const Options &options) {
+  const bool scripted = options.batch || !options.queries.empty();
+  const bool typed = !scripted && isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
+  return {typed, scripted, !scripted};
+}
+
+// --- the libraries -----------------------------------------------------------------------------
+
+// The folder of the libraries: beside a build tree's program, or in the installed tree.
+std::string find_lib_dir() {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
+  for (const char *place : {"../../../lib", "../share/velora/lib"}) {
+    const fs::path dir = (folder / place).lexically_normal();
+    if (fs::exists(dir / "bis.fdb", error))
+      return dir.string();
+  }
+  return gLibDir;
+}
+
+// --- the session -------------------------------------------------------------------------------
+
+// Where the user, or the script, answers and types.
+std::unique_ptr<LineInput> make_input(bool colour) {
+  if (isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0)
+    return make_editor(colour);
+  return std::make_unique<StreamInput>(STDIN_FILENO);
+}
+
+// The texts of --eval, each closed by a semicolon.
+std::vector<std::string> closed_queries(const Options &options) {
+  std::vector<std::string> texts;
+  for (const std::string &query : options.queries)
+    texts.push_back(query + " ;");
+  return texts;
+}
+
+void apply(const Options &options, const Manner &manner) {
+  gNotes = options.notes ? 1 : 0;
+  gProgressDots = manner.quiet ? 0 : 1;
+  gConsolePrompt = 0;
+  gLibDir = options.lib_dir.empty() ? find_lib_dir() : options.lib_dir;
+  if (options.space != 0)
+    node_count = options.space;
+  if (options.max_space != 0)
+    gMaxNodes = options.max_space;
+  if (options.nesting != 0)
+    gNestingLimit = options.nesting;
+  gCompleteNames = complete_names;
+}
+
+// Starts the language; answers 0 or the exit status.
+int start_language(Session &session) {
+  int code = 0;
+  session.run_one([&] {
+    code = init_Velora();
+    gSymbolTableChanged = 0;
+    return 1;
+  });
+  if (code == 0 && session.exit_status() != 0)
+    return 13; // abandoned half way
+  if (const char *every = std::getenv("VELORA_STRESS"))
+    set_collect_stress(static_cast<unsigned>(std::strtoul(every, nullptr, 10)));
+  return code;
+}
+
+int open_database(const std::string &name) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const std::string with_ending = name + ".ddb";
+  const int opened =
+      load_file(fs::exists(with_ending, error) ? with_ending.c_str() : name.c_str(), 0);
+  gSymbolTableChanged = 0;
+  return opened;
+}
+
+int run_program(const Options &options) {
+  const Manner manner = manner_of(options);
+  TerminalConsole console(manner.typed);
+  gConsole = &console;
+  apply(options, manner);
+  const std::unique_ptr<LineInput> input = make_input(console.colour());
+  console.set_input(input.get());
+  TextInput queries(closed_queries(options));
+  LineInput &commands = options.queries.empty() ? *input : queries;
+  Session session(console, commands, manner.typed, manner.goes_on);
+  console.mute(manner.quiet);
+  int status = start_language(session);
+  if (status == 0) {
+    if (!options.database.empty())
+      session.run_one([&] { return open_database(options.database); });
+    console.mute(false);
+    session.run();
+    status = session.exit_status();
+  }
+  console.end_line();
+  return status;
+}
+
+// --- the thread and the interrupt key ----------------------------------------------------------
+
+struct Run {
+  Options options;
+  int status = 1;
+};
+
+void *run_on_thread(void *arg) {
+  sigset_t interrupt;
+  sigemptyset(&interrupt);
+  sigaddset(&interrupt, SIGINT);
+  pthread_sigmask(SIG_UNBLOCK, &interrupt, nullptr);
+  set_stack_limit(kStackBytes);
+  Run &run = *static_cast<Run *>(arg);
+  run.status = run_program(run.options);
+  return nullptr;
+}
+
+void note_interrupt(int) {
+  gInterrupted = 1;
+}
+
+// The key reaches the thread that reads and evaluates, and no other; waiting reads are woken.
+void catch_interrupts() {
+  struct sigaction action = {};
+  action.sa_handler = note_interrupt;
+  sigemptyset(&action.sa_mask);
+  sigaction(SIGINT, &action, nullptr);
+  sigset_t interrupt;
+  sigemptyset(&interrupt);
+  sigaddset(&interrupt, SIGINT);
+  pthread_sigmask(SIG_BLOCK, &interrupt, nullptr);
+}
+
+int run_with_stack(Run &run) {
+  catch_interrupts();
+  pthread_attr_t attributes;
+  pthread_attr_init(&attributes);
+  pthread_attr_setstacksize(&attributes, kStackBytes);
+  pthread_t thread;
+  if (pthread_create(&thread, &attributes, run_on_thread, &run) != 0) {
+    std::fputs("velora: no memory for the stack\n", stderr);
+    return 1;
+  }
+  pthread_join(thread, nullptr);
+  return run.status;
+}
+
+} // namespace
+
+} // namespace velora
+
+int main(int argc, char **argv) {
+  velora::Run run;
+  std::string complaint;
+  const std::vector<std::string> words(argv + 1, argv + argc);
+  if (!velora::read_options(words, run.options, complaint)) {
+    std::fprintf(stderr, "velora: %s\n%s", complaint.c_str(), velora::usage_text().c_str());
+    return velora::kWrongUse;
+  }
+  if (run.options.help || run.options.version) {
+    std::fputs(run.options.help ? velora::usage_text().c_str() : "velora " VELORA_VERSION "\n",
+               stdout);
+    return 0;
+  }
+  return velora::run_with_stack(run);
+}

@@ -1,0 +1,142 @@
+// Reads the command line against one table of options; the text of --help comes from the same
+// table. Called by main.
+#include "shell/terminal/options.h"
+
+#include <charconv>
+#include <limits>
+
+#include "eval/evaluate.h"
+
+namespace velora {
+
+namespace {
+
+// Reads the whole of `text` as a number from 1 to `most`.
+bool read_number(const std::string &text, std::int64_t most, std::int64_t &number) {
+  const char *end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  return error == std::errc() && stop == end && number >= 1 && number <= most;
+}
+
+bool take_space(Options &o, const std::string &value) {
+  std::int64_t n = 0;
+  if (!read_number(value, std::numeric_limits<std::int32_t>::max(), n))
+    return false;
+  o.space = static_cast<std::int32_t>(n);
+  return true;
+}
+
+bool take_max_space(Options &o, const std::string &value) {
+  return read_number(value, std::numeric_limits<std::int32_t>::max(), o.max_space);
+}
+
+bool take_nesting(Options &o, const std::string &value) {
+  std::int64_t n = 0;
+  if (!read_number(value, kMostNesting, n))
+    return false;
+  o.nesting = static_cast<int>(n);
+  return true;
+}
+
+struct OptionRow {
+  const char *name;
+  const char *argument; // null for an option without one
+  const char *help;
+  bool (*take)(Options &, const std::string &value);
+};
+
+constexpr OptionRow kOptionTable[] = {
+    {"--batch", nullptr, "read commands from standard input, without prompts",
+     [](Options &o, const std::string &) { return o.batch = true; }},
+    {"--eval", "QUERY", "print the answer of QUERY and end; may be repeated",
+     [](Options &o, const std::string &v) { return o.queries.push_back(v), true; }},
+    {"--lib", "DIR", "the folder of bis.fdb and sys.fdb",
+     [](Options &o, const std::string &v) { return o.lib_dir = v, !v.empty(); }},
+    {"--space", "NODES", "size of the query space at the start", take_space},
+    {"--max-space", "NODES", "how far the query space may grow (default: half the memory)",
+     take_max_space},
+    {"--nesting", "N", "how deep evaluations may nest, 1 to 10000 (default: 120)", take_nesting},
+    {"--no-notes", nullptr, "leave out the lines of help beside messages",
+     [](Options &o, const std::string &) { return !(o.notes = false); }},
+    {"--version", nullptr, "print the version and end",
+     [](Options &o, const std::string &) { return o.version = true; }},
+    {"--help", nullptr, "print this text and end",
+     [](Options &o, const std::string &) { return o.help = true; }},
+};
+
+const OptionRow *find_option(const std::string &name) {
+  for (const OptionRow &row : kOptionTable) {
+    if (name == row.name)
+      return &row;
+  }
+  return nullptr;
+}
+
+bool read_database(const std::string &word, Options &options, std::string &complaint) {
+  if (!options.database.empty()) {
+    complaint = "more than one database: " + word;
+    return false;
+  }
+  options.database = word;
+  return true;
+}
+
+// Reads the option at words[i], moving `i` to its last word.
+bool read_option(const std::vector<std::string> &words, std::size_t &i, Options &options,
+                 std::string &complaint) {
+  const std::size_t sign = words[i].find('=');
+  const std::string name = words[i].substr(0, sign);
+  const OptionRow *row = find_option(name);
+  if (row == nullptr || (row->argument == nullptr && sign != std::string::npos)) {
+    complaint = "unknown option: " + words[i];
+    return false;
+  }
+  std::string value;
+  if (sign != std::string::npos) {
+    value = words[i].substr(sign + 1);
+  } else if (row->argument != nullptr) {
+    if (i + 1 == words.size()) {
+      complaint = name + " wants " + row->argument;
+      return false;
+    }
+    value = words[++i];
+  }
+  if (row->take(options, value))
+    return true;
+  complaint = name + " cannot be " + (value.empty() ? "empty" : value);
+  return false;
+}
+
+} // namespace
+
+bool read_options(const std::vector<std::string> &words, Options &options, std::string &complaint) {
+  bool only_names = false;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::string &word = words[i];
+    if (!only_names && word == "--")
+      only_names = true;
+    else if (only_names || word.empty() || word[0] != '-') {
+      if (!read_database(word, options, complaint))
+        return false;
+    } else if (!read_option(words, i, options, complaint)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+std::string usage_text() {
+  std::string text = "Use: velora [options] [DATABASE]\n\n"
+                     "Starts Velora, opens the database if one is named and reads commands.\n\n";
+  for (const OptionRow &row : kOptionTable) {
+    std::string left = std::string("  ") + row.name;
+    if (row.argument != nullptr)
+      left += std::string(" ") + row.argument;
+    left.resize(std::max<std::size_t>(left.size() + 2, 22), ' ');
+    text += left + row.help + "\n";
+  }
+  return text + "\nExit status: 0 all went well, 1 some command failed, 2 wrong use, 13 or 19 the\n"
+                "libraries or the query space could not be had, 130 interrupted.\n";
+}
+
+} // namespace velora

@@ -1,0 +1,171 @@
+// The command loop of the terminal program. The front end pulls its lines through refill(), which
+// takes out the commands that begin with a colon before the parser could see them.
+#include "shell/terminal/session.h"
+
+#include <chrono>
+#include <cstring>
+#include <utility>
+
+#include "core/needs.h"
+#include "core/space.h"
+#include "eval/evaluate.h"
+#include "front/cint.h"
+#include "front/source.h"
+#include "platform/response.h"
+#include "shell/terminal/colon.h"
+
+namespace velora {
+
+bool gQuit = false;
+bool gTimes = false;
+
+namespace {
+
+Session *the_session = nullptr;
+
+int refill_session(std::string &line, const char *prompt) {
+  return the_session->refill(line, prompt);
+}
+
+bool is_blank(const std::string &line) {
+  return line.find_first_not_of(" \t\r") == std::string::npos;
+}
+
+// The prompt without the line end and blanks around it, and one blank behind; continuations are
+// indented under a command's first line.
+std::string shown_prompt(const char *prompt) {
+  if (prompt == nullptr)
+    return "     > ";
+  std::string text(prompt);
+  text.erase(0, text.find_first_not_of("\n "));
+  text.erase(text.find_last_not_of("\n ") + 1);
+  return text + " ";
+}
+
+// Shows what a command cost, when asked to.
+class Meter {
+public:
+  Meter()
+      : start_(std::chrono::steady_clock::now()), before_(space_counters()), steps_(gReductions) {}
+  void show(TerminalConsole &console) const {
+    const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start_;
+    const SpaceCounters now = space_counters();
+    console.end_line();
+    console.write(format_text(
+        "(%llu reductions, %llu nodes, %llu collections, %.3f seconds)\n",
+        static_cast<unsigned long long>(gReductions - steps_),
+        static_cast<unsigned long long>(now.nodes_taken - before_.nodes_taken),
+        static_cast<unsigned long long>(now.collections - before_.collections), time.count()));
+  }
+
+private:
+  std::chrono::steady_clock::time_point start_;
+  SpaceCounters before_;
+  std::uint64_t steps_;
+};
+
+} // namespace
+
+Session::Session(TerminalConsole &console, LineInput &input, bool typed, bool goes_on)
+    : console_(console), input_(input), typed_(typed), goes_on_(goes_on) {
+  the_session = this;
+  pp_refill = refill_session;
+}
+
+Session::~Session() {
+  pp_refill = nullptr;
+  the_session = nullptr;
+}
+
+int Session::exit_status() const {
+  return interrupted_ ? 130 : failed_ ? 1 : 0;
+}
+
+CommandEnd Session::run_one(const Command &command, const Command &again) {
+  const CommandEnd end = run_command(command, again);
+  console_.end_line();
+  if (end == CommandEnd::failed)
+    failed_ = true;
+  if (end == CommandEnd::interrupted && !typed_)
+    interrupted_ = true;
+  if (end == CommandEnd::interrupted && !goes_on_)
+    over_ = true;
+  return end;
+}
+
+void Session::remember_command() {
+  input_.remember(entry_);
+  entry_.clear();
+}
+
+// Gives the front end the lines of the command that ran out of space once more.
+int Session::run_again() {
+  if (command_.empty()) {
+    DisplayResponse("Insufficient Query Space\n");
+    return 0;
+  }
+  pending_.push_back(command_);
+  return p_console_command();
+}
+
+Got Session::next_line(std::string &line, const char *prompt, bool first) {
+  for (;;) {
+    const Got got = input_.read(line, shown_prompt(prompt));
+    if (got == Got::interrupted && typed_ && first)
+      continue; // the key has cleared the line
+    if (got == Got::line && first && is_blank(line))
+      continue;
+    return got;
+  }
+}
+
+int Session::refill(std::string &line, const char *prompt) {
+  if (!pending_.empty()) {
+    line = pending_.front();
+    pending_.pop_front();
+    return 1;
+  }
+  const bool first = prompt != nullptr && std::strstr(prompt, "QUERY") != nullptr;
+  if (prompt != nullptr)
+    remember_command();
+  const Got got = next_line(line, prompt, first);
+  if (got == Got::interrupted)
+    error_exit(typed_ ? "" : "Query interrupted\n"); // at the terminal ^C is answer enough
+  if (got == Got::end)
+    return 0;
+  if (first && is_colon_command(line)) {
+    colon_ = line;
+    return 0;
+  }
+  entry_ += (entry_.empty() ? "" : " ") + line;
+  command_ += line + "\n";
+  return 1;
+}
+
+// Runs the next command of the input, or finds its end.
+void Session::step() {
+  int answer = 0;
+  const Meter meter;
+  command_.clear();
+  const CommandEnd end =
+      run_one([&] { return answer = p_console_command(); }, [this] { return run_again(); });
+  remember_command();
+  input_.drop_rest();
+  if (!colon_.empty()) {
+    const std::string line = std::exchange(colon_, "");
+    pp_reset();
+    input_.remember(line);
+    run_one([&] { return run_colon_command(line); });
+  } else if (answer < 0 && end == CommandEnd::done) {
+    over_ = true;
+  } else if (gTimes) {
+    meter.show(console_);
+  }
+}
+
+void Session::run() {
+  while (!over_ && !gQuit)
+    step();
+}
+
+} // namespace velora

@@ -1,0 +1,56 @@
+// One run of the terminal program: reads commands, runs each through the return point, counts what
+// failed. Colon commands ask it for what concerns the session itself.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "shell/return_point.h"
+#include "shell/terminal/line_input.h"
+#include "shell/terminal/terminal_console.h"
+
+namespace velora {
+
+class Session {
+public:
+  // `typed`: a person sits at a terminal. `goes_on`: an interrupt does not end the run.
+  Session(TerminalConsole &console, LineInput &input, bool typed, bool goes_on);
+  ~Session();
+  Session(const Session &) = delete;
+  Session &operator=(const Session &) = delete;
+
+  // Reads and runs commands until the input ends, `:quit`, or an interrupt that ends the run.
+  void run();
+  // Runs one command and counts how it ended.
+  CommandEnd run_one(const Command &command, const Command &again = nullptr);
+  // 0, 1 when some command failed, 130 when the run was interrupted.
+  int exit_status() const;
+
+  // One line for the front end, behind the prompt that it asks for.
+  int refill(std::string &line, const char *prompt);
+
+private:
+  Got next_line(std::string &line, const char *prompt, bool first);
+  void step();
+  int run_again();
+  void remember_command();
+
+  TerminalConsole &console_;
+  LineInput &input_;
+  bool typed_;
+  bool goes_on_;
+  bool over_ = false;
+  bool failed_ = false;
+  bool interrupted_ = false;
+  std::string colon_;               // a command of the shell that refill came upon
+  std::string entry_;               // the lines of the statement being typed, for the history
+  std::string command_;             // all lines of the command being run
+  std::deque<std::string> pending_; // lines of a command that is tried again
+};
+
+// Set by `:quit`: the session ends before the next command.
+extern bool gQuit;
+// Set by `:time on`: what each command cost is shown after it.
+extern bool gTimes;
+
+} // namespace velora

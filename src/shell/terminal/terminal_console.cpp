@@ -1,0 +1,166 @@
+// Texts and questions of the terminal program. Standard output is sent out before anything goes to
+// standard error, so that the two keep their order where they meet.
+#include "shell/terminal/terminal_console.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <unistd.h>
+
+#include "platform/interrupt.h"
+
+namespace velora {
+
+namespace {
+
+constexpr int kCancel = 5;
+
+bool wants_colour() {
+  const char *term = std::getenv("TERM");
+  return std::getenv("NO_COLOR") == nullptr && isatty(STDERR_FILENO) != 0 && term != nullptr &&
+         std::strcmp(term, "dumb") != 0;
+}
+
+std::string trimmed(const std::string &text) {
+  const std::size_t first = text.find_first_not_of(" \t\r");
+  const std::size_t last = text.find_last_not_of(" \t\r;");
+  return first == std::string::npos || last == std::string::npos || last < first
+             ? std::string()
+             : text.substr(first, last - first + 1);
+}
+
+bool same_label(const std::string &a, const std::string &b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
+    return std::tolower(x) == std::tolower(y);
+  });
+}
+
+// The choice that `line` names, counting from 1 with "Cancel" last, or 0 when it names none.
+int choice_of(const std::string &line, std::span<const std::string> labels) {
+  const std::string wanted = trimmed(line);
+  if (!wanted.empty() && wanted.size() < 4 &&
+      std::all_of(wanted.begin(), wanted.end(), [](unsigned char c) { return std::isdigit(c); })) {
+    const int number = std::atoi(wanted.c_str());
+    return number >= 1 && number <= static_cast<int>(labels.size()) ? number : 0;
+  }
+  for (std::size_t i = 0; i < labels.size(); ++i) {
+    if (same_label(wanted, labels[i]))
+      return static_cast<int>(i) + 1;
+  }
+  return 0;
+}
+
+} // namespace
+
+TerminalConsole::TerminalConsole(bool typed)
+    : typed_(typed), colour_(wants_colour()),
+      one_screen_(isatty(STDOUT_FILENO) != 0 && isatty(STDERR_FILENO) != 0) {}
+
+void TerminalConsole::write(std::string_view text) {
+  if (muted_ || text.empty())
+    return;
+  std::fwrite(text.data(), 1, text.size(), stdout);
+  out_open_ = text.back() != '\n';
+}
+
+void TerminalConsole::put_error(std::string_view text, const char *colour) {
+  if (text.empty())
+    return;
+  if (one_screen_ && out_open_)
+    write("\n");
+  std::fflush(stdout);
+  if (colour_)
+    std::fputs(colour, stderr);
+  std::fwrite(text.data(), 1, text.size(), stderr);
+  if (colour_)
+    std::fputs("\033[0m", stderr);
+  err_open_ = text.back() != '\n';
+}
+
+void TerminalConsole::warn(std::string_view text, int level) {
+  put_error(text, level == 0 ? "\033[33m" : "\033[31m");
+}
+
+void TerminalConsole::note(std::string_view text) {
+  if (err_open_)
+    std::fputc('\n', stderr);
+  put_error(text, "\033[2m");
+}
+
+void TerminalConsole::end_line() {
+  if (err_open_)
+    std::fputc('\n', stderr);
+  err_open_ = false;
+  if (out_open_)
+    write("\n");
+  std::fflush(stdout);
+}
+
+bool TerminalConsole::read_answer(std::string &line, const std::string &prompt) {
+  std::fflush(stdout);
+  return input_ != nullptr && input_->read(line, prompt) == Got::line;
+}
+
+int TerminalConsole::ask(const std::string &message, std::span<const std::string> buttons) {
+  std::vector<std::string> labels(buttons.begin(), buttons.end());
+  labels.emplace_back("Cancel");
+  end_line();
+  write(message);
+  if (out_open_)
+    write("\n");
+  for (std::size_t i = 0; i < labels.size(); ++i)
+    write("  " + std::to_string(i + 1) + " " + labels[i] + "\n");
+  for (;;) {
+    std::string line;
+    if (!read_answer(line, "? "))
+      return kCancel;
+    const int choice = choice_of(line, labels);
+    if (choice == static_cast<int>(labels.size()))
+      return kCancel;
+    if (choice != 0)
+      return choice;
+    warn("Please answer with a number from 1 to " + std::to_string(labels.size()) +
+             " or one of the labels\n",
+         0);
+    if (!typed_) // a script must not lose further lines to a question it did not expect
+      return kCancel;
+  }
+}
+
+bool TerminalConsole::ask_text(const std::string &prompt, std::string &answer) {
+  end_line();
+  write(prompt);
+  if (!answer.empty())
+    write(" (" + answer + ")");
+  write("\n");
+  std::string line;
+  if (!read_answer(line, "? "))
+    return false;
+  if (!line.empty() && line.back() == '\r')
+    line.pop_back();
+  if (!line.empty())
+    answer = line;
+  return true;
+}
+
+int TerminalConsole::read_char() {
+  std::fflush(stdout);
+  return input_ == nullptr ? -1 : input_->read_char();
+}
+
+bool TerminalConsole::interrupted() {
+  if (typed_)
+    std::fflush(stdout);
+  const bool asked = gInterrupted != 0;
+  gInterrupted = 0;
+  return asked;
+}
+
+void TerminalConsole::beep() {
+  if (isatty(STDERR_FILENO) != 0)
+    std::fputc('\a', stderr);
+}
+
+} // namespace velora
