@@ -1,0 +1,153 @@
+// The registry: loads the libraries, ties the names they declare to the tables of built-ins,
+// constructors and system functions, and carries an application of a built-in to its function.
+// Called once at start by the program, and by the reducer for every built-in.
+#include "eval/registry.h"
+
+#include <cstdio>
+#include <memory>
+
+#include "core/space.h"
+#include "core/symbols.h"
+#include "eval/bi_support.h"
+#include "front/parser.h"
+#include "platform/response.h"
+
+namespace velora {
+
+std::vector<std::string> basic_types;
+std::string gLibDir;
+
+const char *const sf_funcs_table[kSystemFunctions] = {
+    "head",     "tail",    "!",       "last",  "and",     "or",         "sum",     "product",
+    "average",  "concat",  "reverse", "merge", "flatmap", "first",      "second",  "permute",
+    "inverseN", "inverse", "range",   "front", "bagN",    "if",         "insertB", "add1",
+    "sub1",     "neg",     "abs",     "&&",    "||",      "inventoryf", "istype",  "cross_prod"};
+
+namespace {
+
+// The entry of that name when its kind has all of `bits`; else null.
+symbol *declared(const char *name, std::uint8_t bits) {
+  symbol *sym = find_symbol(name, 0);
+  return sym != nullptr && (sym->stype & bits) == bits ? sym : nullptr;
+}
+
+int check_functions() {
+  int complete = 1;
+  for (const BuiltinRow &row : bi_funcs_table) {
+    symbol *sym = declared(row.name, kFunctionBit);
+    if (sym == nullptr) {
+      DisplayResponsef("Built-in function %s not declared\n", row.name);
+      complete = 0;
+      continue;
+    }
+    sym->stype = kBuiltinFunction;
+    sym->b.fc->max_var = static_cast<std::int16_t>(row.number);
+  }
+  return complete;
+}
+
+int check_constructors() {
+  int complete = 1;
+  for (ConsEntry &row : bi_cons_table) {
+    symbol *sym = declared(row.name, kConstructorBit);
+    if (sym == nullptr || (sym->stype & kFunctionBit) != 0) {
+      DisplayResponsef("Built-in constructor %s not declared\n", row.name);
+      complete = 0;
+      continue;
+    }
+    sym->stype = kBuiltinConstructor;
+    row.cs = sym->b.cs;
+  }
+  return complete;
+}
+
+// A type of the library, with the message for a library that lacks it.
+struct LibraryType {
+  const char *name;
+  std::uint8_t kind;
+  const char *missing;
+};
+
+int check_types() {
+  static constexpr LibraryType types[] = {
+      {"list", kTypeOp, "Built-in typeop list not declared\n"},
+      {"pair", kTypeOp, "Built-in typeop pair not declared\n"},
+      {"bool", kEnumType, "Built-in enum bool not declared\n"},
+      {"color", kEnumType, "Built-in enum color not declared\n"},
+      {"compass", kEnumType, "Built-in enum compass not declared\n"},
+      {"linkage", kTypeOp, "Built-in typeop linkage not declared\n"}};
+  int complete = 1;
+  for (const LibraryType &type : types) {
+    symbol *sym = find_symbol(type.name, 0);
+    if (sym == nullptr || (sym->stype & kKindMask) != type.kind) {
+      DisplayResponse(type.missing);
+      complete = 0;
+      continue;
+    }
+    sym->stype |= kBuiltinBit;
+  }
+  return complete;
+}
+
+int load_library(const char *name) {
+  return load_file(gLibDir.empty() ? name : gLibDir + "/" + name, 0);
+}
+
+// A scratch file is made and removed again, so that its place in the folder is known to be there.
+void try_scratch_file() {
+  constexpr const char *name = "fdef.tmp";
+  if (std::FILE *scratch = std::fopen(name, "w")) {
+    std::fputs("Just some stuff to save trouble later\n", scratch);
+    std::fclose(scratch);
+    std::remove(name);
+  }
+}
+
+} // namespace
+
+int check_bis_declared() {
+  const int functions = check_functions();
+  const int constructors = check_constructors();
+  const int types = check_types();
+  return functions != 0 && constructors != 0 && types != 0 ? 1 : 0;
+}
+
+int check_sys_declared() {
+  int complete = 1;
+  for (const char *name : sf_funcs_table) {
+    symbol *sym = declared(name, kFunctionBit);
+    if (sym == nullptr) {
+      DisplayResponsef("System function %s not declared\n", name);
+      complete = 0;
+      continue;
+    }
+    sym->stype |= kSystemBit;
+  }
+  return complete;
+}
+
+int init_Velora() {
+  if (load_library("bis.fdb") == 0 || check_bis_declared() == 0)
+    return 13;
+  if (load_library("sys.fdb") == 0 || check_sys_declared() == 0)
+    return 13;
+  if (alloc_free_list() == 0)
+    return 19;
+  init_free_list();
+  basic_types = {"int", "char", "str", "bool", "real", "sym", "color", "compass", "linkage"};
+  DisplayResponse("Welcome to Velora\n");
+  try_scratch_file();
+  return 0;
+}
+
+int built_in_redex(node **stack, int spine_len) {
+  const int number = stack[0]->val.bi.id;
+  if (number < 0 || number >= kBuiltins)
+    return 0;
+  const BuiltinRow &row = bi_funcs_table[number];
+  if (spine_len < row.arity.least || spine_len > row.arity.most)
+    return 0;
+  return row.function(stack, spine_len);
+}
+
+} // namespace velora
