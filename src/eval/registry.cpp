@@ -137,6 +137,7 @@ int init_Velora() {
   basic_types = {"int", "char", "str", "bool", "real", "sym", "color", "compass", "linkage"};
   DisplayResponse("Welcome to Velora\n");
   try_scratch_file();
+  gSymbolTableChanged = 0; // what the libraries declare is no change of the user's
   return 0;
 }
 
