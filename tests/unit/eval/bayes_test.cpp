@@ -1,7 +1,11 @@
 // The classifier's arithmetic against probabilities worked out by hand.
 #include "eval/builtins/bayes.h"
 
+#include <fstream>
+
 #include <gtest/gtest.h>
+
+#include "eval/builtins/table_rows.h"
 
 namespace velora {
 namespace {
@@ -88,6 +92,47 @@ TEST(Bayes, ManyFeaturesDoNotVanish) {
   BayesModel::Ranking ranking = model.classify(std::vector<std::string>(3000, "rare"));
   EXPECT_EQ("one", ranking[0].first);
   EXPECT_NEAR(0.75, ranking[0].second, 1e-9);
+}
+
+// The meadow of the examples: the expected numbers come from a separate calculation with plain
+// products of fractions.
+class Meadow : public testing::Test {
+protected:
+  Meadow() {
+    std::ifstream file(VELORA_SOURCE_DIR "/examples/flowers/flowers.txt");
+    for (std::string line; std::getline(file, line);)
+      rows.push_back(split_row(line));
+    EXPECT_EQ(151u, rows.size());
+    EXPECT_EQ(1, model.set_features({rows[0].begin(), rows[0].end() - 1}));
+  }
+  void learn(std::size_t most) {
+    for (std::size_t i = 1; i <= most; ++i)
+      EXPECT_EQ(1, model.learn(rows[i]));
+  }
+  int right_from(std::size_t first) const {
+    int right = 0;
+    for (std::size_t i = first; i < rows.size(); ++i)
+      right += model.classify({rows[i].begin(), rows[i].end() - 1})[0].first == rows[i].back();
+    return right;
+  }
+  std::vector<TableRow> rows;
+  BayesModel model;
+};
+
+TEST_F(Meadow, LearntWhole) {
+  learn(150);
+  EXPECT_EQ(125, right_from(1));
+  BayesModel::Ranking ranking = model.classify({"8", "middle", "toothed", "sweet"});
+  EXPECT_EQ("lantern", ranking[0].first);
+  EXPECT_NEAR(0.9108789182544561, ranking[0].second, 1e-12);
+  EXPECT_EQ("bellwort", ranking[2].first);
+  EXPECT_NEAR(0.0027043638598647822, ranking[2].second, 1e-12);
+}
+
+TEST_F(Meadow, TwoThirdsLearntAndTheRestRecognised) {
+  learn(100);
+  EXPECT_EQ(39, right_from(101));
+  EXPECT_NEAR(0.9953180251883257, model.classify({"5", "short", "round", "none"})[0].second, 1e-12);
 }
 
 } // namespace
