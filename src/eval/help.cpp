@@ -15,6 +15,17 @@ std::string code(std::string_view text) {
   return fence + std::string(text) + (ticks ? " ``" : "`");
 }
 
+// Running text with the signs that Markdown would take for its own.
+std::string prose(std::string_view text) {
+  std::string out;
+  for (char c : text) {
+    if (c == '*' || c == '<' || c == '`' || c == '\\')
+      out += '\\';
+    out += c;
+  }
+  return out;
+}
+
 // The anchor that a Markdown reader derives from a family's heading.
 std::string anchor(std::string_view title) {
   std::string made;
@@ -41,9 +52,9 @@ std::string indented(std::string_view text, std::string_view margin) {
 }
 
 void add_page(std::string &page, const HelpRow &row) {
-  page += "### " + code(row.name) + "\n\n" + code(row.type) + "\n\n" + row.sentence + "\n";
+  page += "### " + code(row.name) + "\n\n" + code(row.type) + "\n\n" + prose(row.sentence) + "\n";
   if (row.refuses != nullptr)
-    page += std::string("\nLeft as it stands: ") + row.refuses + "\n";
+    page += "\nLeft as it stands: " + prose(row.refuses) + "\n";
   if (row.examples[0][0] != nullptr)
     page += '\n';
   for (const auto &example : row.examples) {

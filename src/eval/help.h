@@ -14,7 +14,7 @@ inline constexpr int kMostExamples = 3;
 // One page. The examples of a row run in order, starting in an empty folder, and may build on each
 // other; unused ones are null. A query is what the user types at the prompt (a final ";" may be
 // left out; sections such as "fdec f int; ;" may stand before it); an answer is all that the
-// console then shows, without the blanks and line ends around it.
+// console then shows (not what beeps), without the blanks and line ends around it.
 struct HelpRow {
   const char *name;
   const char *type;                       // as declared, positions joined by " -> "

@@ -13,6 +13,7 @@
 #include "core/space.h"
 #include "core/symbols.h"
 #include "eval/evaluate.h"
+#include "eval/help.h"
 #include "eval/registry.h"
 #include "front/cint.h"
 #include "front/parser.h"
@@ -198,6 +199,10 @@ int main(int argc, char **argv) {
   if (run.options.help || run.options.version) {
     std::fputs(run.options.help ? velora::usage_text().c_str() : "velora " VELORA_VERSION "\n",
                stdout);
+    return 0;
+  }
+  if (run.options.builtins_page) {
+    std::fputs(velora::builtins_page().c_str(), stdout);
     return 0;
   }
   return velora::run_with_stack(run);

@@ -60,6 +60,8 @@ constexpr OptionRow kOptionTable[] = {
      [](Options &o, const std::string &) { return !(o.notes = false); }},
     {"--version", nullptr, "print the version and end",
      [](Options &o, const std::string &) { return o.version = true; }},
+    {"--builtins-page", nullptr, "print the page of all built-ins (docs/builtins.md) and end",
+     [](Options &o, const std::string &) { return o.builtins_page = true; }},
     {"--help", nullptr, "print this text and end",
      [](Options &o, const std::string &) { return o.help = true; }},
 };

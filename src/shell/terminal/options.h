@@ -12,6 +12,7 @@ struct Options {
   bool batch = false;
   bool help = false;
   bool version = false;
+  bool builtins_page = false;
   bool notes = true;
   std::vector<std::string> queries; // --eval, in order
   std::string lib_dir;
