@@ -9,12 +9,12 @@ namespace velora {
 // at_least(n): further arguments are applied to the result; exactly(n): any other number leaves
 // the expression as it stands; any: the function looks for itself.
 constexpr ArityRule at_least(int n) {
-  return {n, kMostArguments};
+  return {n, kNoLimit};
 }
 constexpr ArityRule exactly(int n) {
   return {n, n};
 }
-constexpr ArityRule any{0, kMostArguments};
+constexpr ArityRule any{0, kNoLimit};
 
 // clang-format off
 const BuiltinRow bi_funcs_table[kBuiltins] = {

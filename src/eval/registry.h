@@ -11,7 +11,7 @@ namespace velora {
 
 inline constexpr int kBuiltins = 224;
 inline constexpr int kSystemFunctions = 32;
-inline constexpr int kMostArguments = 1 << 30;
+inline constexpr int kNoLimit = 1 << 30;
 
 struct ArityRule {
   int least;
