@@ -1,8 +1,6 @@
 // The slow side of the event hook, and the guard of the machine's stack.
 #include "core/events.h"
 
-#include <cstdint>
-
 #include "core/needs.h"
 #include "platform/console.h"
 
@@ -16,11 +14,6 @@ namespace {
 constexpr int kStepsBetweenPolls = 20000;
 // What must remain of the stack for a message to be shown and the command to be abandoned.
 constexpr std::size_t kStackMargin = 256 * 1024;
-// How much of a stack of unknown size is used at the most.
-constexpr std::size_t kUnknownStack = 4 * 1024 * 1024;
-
-std::uintptr_t stack_limit = 0;
-
 } // namespace
 
 void poll_user_events() {
@@ -31,13 +24,10 @@ void poll_user_events() {
   }
 }
 
-// The address of the caller's frame is as good a measure of the stack in use as any.
-[[gnu::noinline]] void check_stack() {
-  const auto here = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
-  if (stack_limit == 0)
-    stack_limit = here - kUnknownStack;
-  if (here < stack_limit)
-    error_exit("Sorry! This is nested too deeply\n");
+std::uintptr_t stack_limit = 0;
+
+void refuse_depth() {
+  error_exit("Sorry! This is nested too deeply\n");
 }
 
 void set_stack_limit(std::size_t bytes) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 #include "platform/interrupt.h"
 
@@ -20,9 +21,16 @@ inline void CheckForUserEvents(int where) {
     poll_user_events();
 }
 
+// The lowest address that the stack of this thread may reach; 0 until it is known.
+extern std::uintptr_t stack_limit;
+void refuse_depth();
+
 // Abandons the command with a message when the machine's stack is nearly used up. Every function
-// that recurses over user data calls it.
-void check_stack();
+// that recurses over user data calls it. The address of a frame measures the stack in use.
+inline void check_stack() {
+  if (reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < stack_limit) [[unlikely]]
+    refuse_depth();
+}
 
 // Tells check_stack how far down the stack of this thread may grow: from the caller's frame,
 // `bytes` less a margin.

@@ -43,10 +43,10 @@ std::int64_t budget_at_start = 0;
 std::uint64_t collections = 0;
 std::int64_t in_use = 0;
 
-// Nodes beyond `node_count` that may be in use between two collections, so that a space that is
-// nearly full does not collect for every few nodes.
+// Nodes beyond `node_count` that may be in use between two collections. With as many as the space
+// holds, a space that is nearly full collects no oftener than it is filled anew.
 std::int64_t overdraft() {
-  return node_count < kSmallSpace ? 0 : node_count / 8;
+  return node_count < kSmallSpace ? 0 : node_count;
 }
 
 void settle_taken() {

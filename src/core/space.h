@@ -3,9 +3,9 @@
 // reachable from a root; Root is the easy way. Nodes never move.
 //
 // Allocation walks a cursor over the pool and takes every node that the last collection did not
-// reach (its `mark` is not the current epoch), so there is no sweep. The pool is physically a
-// little larger than `node_count`: a collection is due when as many nodes as are accounted free
-// have been used, and the space has run out when what is reachable fills `node_count`.
+// reach (its `mark` is not the current epoch), so there is no sweep. The pool is physically
+// larger than `node_count`: a collection is due when many nodes have been used since the last, and
+// the space has run out when what is reachable fills `node_count`.
 #pragma once
 
 #include <cstddef>

@@ -85,7 +85,6 @@ node *build_head(const body_code &body, node *const *bindings) {
 void build_body(const body_code &body, node *const *bindings, node *target) {
   if (body.args.empty()) {
     overwrite_node(target, body.head_is_variable ? bindings[body.head_var] : body.head);
-    gSpace.budget -= body.charge;
     return;
   }
   reserve_nodes(body.need);
@@ -97,7 +96,6 @@ void build_body(const body_code &body, node *const *bindings, node *target) {
   target->type = kApply;
   target->quote = 0;
   target->val.a = {fun, arg};
-  gSpace.budget -= body.charge;
 }
 
 const template_code &template_of(const node *n) {

@@ -38,8 +38,7 @@ struct body_code {
   std::uint32_t head_var = 0;
   node *head = nullptr; // a static leaf otherwise
   std::vector<arg_code> args;
-  std::int64_t need = 0;   // query-space nodes taken at the most
-  std::int64_t charge = 0; // further nodes accounted, as if the combinator term had been copied
+  std::int64_t need = 0; // query-space nodes taken at the most
 };
 
 // A static combinator term; a node flagged kTemplateNode has its number in `aux`.

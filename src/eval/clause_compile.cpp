@@ -387,8 +387,6 @@ std::unique_ptr<clause_code> compile_clause(const rhs_link &clause, const choice
     return code;
   }
   Compiler(*code, clause.max_var).compile_level(clause.original, names, code->body);
-  code->body.charge =
-      std::max<std::int64_t>(0, tree_size(clause.rhs) + clause.max_var + 1 - code->body.need);
   return code;
 }
 

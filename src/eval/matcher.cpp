@@ -73,6 +73,22 @@ bool bind(const Match &m, int v, node **slot) {
   return true;
 }
 
+// equal_node for the kinds of pattern that nearly all clauses are made of.
+bool fits(const node *pattern, const node *n) {
+  if (pattern->type != n->type)
+    return false;
+  switch (pattern->type) {
+  case kConstructorNode:
+    return pattern->val.cs == n->val.cs;
+  case kFunctionNode:
+    return pattern->val.fc == n->val.fc;
+  case kInteger:
+    return pattern->val.i == n->val.i;
+  default:
+    return equal_node(pattern, n) != 0;
+  }
+}
+
 std::uint32_t match_parts(Match &m, const choice_node *alternative, node *n, std::uint32_t common);
 
 // Matches the node at `*slot` against one position's alternatives for the clauses in `wanted`;
@@ -96,7 +112,7 @@ std::uint32_t node_match(Match &m, const choice_node *list, node **slot, std::ui
     if (!evaluated && needs_forcing(n) && !force_position(m, n))
       return 0;
     evaluated = true;
-    if (equal_node(&list->n, n) == 0) {
+    if (!fits(&list->n, n)) {
       m.live &= ~common;
       continue;
     }
