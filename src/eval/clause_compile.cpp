@@ -234,6 +234,10 @@ private:
     for (auto v = vars.rbegin(); v != vars.rend(); ++v)
       term = abstract(*v, term);
     make_static(term);
+    // An abstraction that was the bare variable of an outer abstraction fell away with it: it is I.
+    for (std::size_t i = first; i < arguments_.size(); ++i)
+      if (arguments_[i].term == nullptr)
+        arguments_[i].term = static_combinator_i();
     for (std::size_t i = first; i < arguments_.size(); ++i)
       if (arguments_[i].id != 0)
         compile_template(i);
