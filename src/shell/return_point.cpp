@@ -54,7 +54,7 @@ bool attempt(const Command &command, int &answer) {
 
 // All state that a command may leave set half way. Resources are owned by guards; this is the rest.
 void reset_command_state() {
-  Evaluates = 0;
+  reset_reducer();
   greqQuery = 0;
   gNarPrint = 0;
   // Who stops a command does not want the rest of its line to run.
