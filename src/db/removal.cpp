@@ -6,6 +6,7 @@
 
 #include <span>
 
+#include "core/second_names.h"
 #include "core/symbols.h"
 #include "core/trees.h"
 #include "db/needs.h"
@@ -93,8 +94,10 @@ void unlink_value(const symbol *type, const symbol *value) {
   }
 }
 
-// Frees the block by kind; the symbol is left without one.
+// Frees the block by kind, unless another name shares it; the symbol is left without one.
 void free_block(symbol *sym, int unlink) {
+  if (give_up_share(sym) != 0)
+    return;
   switch (family_of(sym)) {
   case Family::function:
     free_function(sym);
@@ -233,6 +236,10 @@ int remove_sym_block(symbol *sym, int report) {
   const Family family = family_of(sym);
   if (family == Family::none)
     return 0;
+  if (other_name(sym) != nullptr) {
+    free_block(sym, 1);
+    return 1;
+  }
   if (family == Family::type)
     type_has_dependants(sym, report);
   else
@@ -258,7 +265,7 @@ int remove_symbol(symbol *sym) {
 void clear_user_symbols() {
   for (symbol *s = Symbol_table; s != nullptr;) {
     symbol *next = s->next;
-    if ((s->stype & (kBuiltinBit | kSystemBit)) == 0) {
+    if ((s->stype & (kBuiltinBit | kSystemBit)) == 0 || is_second_name(s)) {
       free_block(s, 0);
       unlink_symbol(s);
     }

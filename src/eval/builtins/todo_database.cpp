@@ -3,13 +3,10 @@
 
 namespace velora {
 
-int bi_all(node **, int) { return 0; }
-int bi_nlcreate(node **, int) { return 0; }
 int bi_create(node **, int) { return 0; }
 int bi_open(node **, int) { return 0; }
 int bi_commit(node **, int) { return 0; }
 int bi_close(node **, int) { return 0; }
 int bi_load(node **, int) { return 0; }
-int bi_newtdec(node **, int) { return 0; }
 
 } // namespace velora
