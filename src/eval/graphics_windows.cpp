@@ -1,0 +1,59 @@
+// Graphics and narrative windows on the desktop: the records of the model, each with its window.
+#include "eval/graphics_windows.h"
+
+namespace velora {
+
+WindowId gNarWind = 0;
+
+namespace {
+
+constexpr Rect kNarrativePlace{10, 50, 360, 450};
+
+void renumber_titles() {
+  for (const BgrWinInfo *info = gBgrWinInfo.get(); info != nullptr; info = info->next.get())
+    gDesktop->set_title(info->win, graphics_title(*info));
+}
+
+} // namespace
+
+BgrWinInfo *open_graphics(int width, int height) {
+  const Rect place{kGraphicsPlace.left, kGraphicsPlace.top, kGraphicsPlace.left + width,
+                   kGraphicsPlace.top + height};
+  const WindowId win = gDesktop->create_window(kGraphicsWindow, "GRAPHICS", place);
+  if (win == 0)
+    return nullptr;
+  BgrWinInfo *info = NewGraphicWinInfo(width, height);
+  info->win = win;
+  renumber_titles();
+  gDesktop->show_window(win);
+  return info;
+}
+
+void close_graphics(BgrWinInfo *info) {
+  const WindowId win = info->win;
+  RemoveGraphicWinInfo(info);
+  gDesktop->close_window(win);
+  renumber_titles();
+}
+
+int open_narrative() {
+  if (gNarWind == 0) {
+    gNarWind = gDesktop->create_window(kNarrativeWindow, "narrative", kNarrativePlace);
+    if (gNarWind != 0)
+      gDesktop->show_window(gNarWind);
+  } else {
+    gDesktop->focus_window(gNarWind);
+  }
+  return gNarWind != 0 ? 1 : 0;
+}
+
+int close_narrative() {
+  if (gNarWind == 0)
+    return 0;
+  const WindowId win = gNarWind;
+  gNarWind = 0;
+  gDesktop->close_window(win);
+  return 1;
+}
+
+} // namespace velora
