@@ -43,15 +43,17 @@ int arguments_needed(const node *head) {
 }
 
 // One combinator step at `head`, whose spine holds the applications from the outside in; answers
-// false when the head is no combinator or lacks arguments.
+// false when the head is no combinator, lacks arguments, or the node to write over is shared code.
 bool combinator_step(const node *head, const std::vector<node *> &spine) {
   const int needed = arguments_needed(head);
   const int length = static_cast<int>(spine.size());
   if (needed == 0 || length < needed)
     return false;
+  node *target = spine[static_cast<std::size_t>(length - needed)];
+  if ((target->flags & kStaticNode) != 0)
+    return false;
   reserve_nodes(2);
   const auto arg = [&](int i) { return spine[static_cast<std::size_t>(length - i)]->val.a.a2; };
-  node *target = spine[static_cast<std::size_t>(length - needed)];
   switch (head->type) {
   case kCombI: // I x = x
   case kCombK: // K x y = x
@@ -85,8 +87,9 @@ bool write_out(node *root) {
     pending.pop_back();
     if (top == nullptr || !is_apply(top) || !seen.insert(top).second)
       continue;
-    while (combinator_step(unwind(top, spine), spine) && ++steps < kMostSteps)
-      ;
+    while (steps < kMostSteps && combinator_step(unwind(top, spine), spine))
+      ++steps;
+    unwind(top, spine);
     for (const node *n : spine)
       pending.push_back(n->val.a.a2);
   }
@@ -100,6 +103,15 @@ node *copy_whole(const node *term, std::uint8_t quote) {
 }
 
 } // namespace
+
+void write_out_head(node *term) {
+  std::vector<node *> spine;
+  int steps = 0;
+  while (term->quote == 0 && steps < kMostSteps && combinator_step(unwind(term, spine), spine)) {
+    CheckForUserEvents(80);
+    ++steps;
+  }
+}
 
 node *copy_as_written(const node *term, std::uint8_t quote) {
   Root copy(copy_whole(term, 0));

@@ -15,4 +15,8 @@ namespace velora {
 // gets the guard `quote`. The result is not yet reachable.
 node *copy_as_written(const node *term, std::uint8_t quote);
 
+// Writes out the combinators at the head of `term` in place, so that its function and arguments
+// stand as they were written; no argument is reduced.
+void write_out_head(node *term);
+
 } // namespace velora

@@ -72,12 +72,12 @@ std::string declaration_text(const node *list) {
   return count < 2 ? std::string() : text;
 }
 
-int assert_declaration(node **stack, int (*declare)(const char *text)) {
+int assert_declaration(node **stack, int (*declare)(const std::string &text)) {
   const node *list = force_list(stack, 1);
   const std::string text = list == nullptr ? std::string() : declaration_text(list);
   if (text.empty())
     return 0;
-  return set_bool(stack[1], declare(text.c_str()) != 0);
+  return set_bool(stack[1], declare(text) != 0);
 }
 
 // The head of an application.

@@ -1,7 +1,5 @@
 // Evaluation under the program's own control: quoting, forcing, sequencing, application, leaving a
 // query early. Called by the dispatcher; touches the query space only, and the console for `print`.
-#include <algorithm>
-
 #include "core/events.h"
 #include "eval/as_written.h"
 #include "eval/bi_support.h"
@@ -47,6 +45,7 @@ int bi_eval(node **stack, int) {
 // argeval (f a b ...) = f a b ... with b, a, ... in head normal form: from the outside in.
 int bi_argeval(node **stack, int) {
   node *term = bi_arg(stack, 1);
+  write_out_head(term);
   for (node *n = term; is_apply(n); n = n->val.a.a1)
     evaluate(n->val.a.a2);
   return set_copy(stack[1], term);
