@@ -71,7 +71,7 @@ def read_cases(path):
         if case is not None and section is not None:
             store_section(case, section[0], section[1], lines)
 
-    text = path.read_text(encoding="utf-8", newline="")
+    text = path.read_bytes().decode("utf-8")
     for number, line in enumerate(text.splitlines(keepends=True), 1):
         plain = line.rstrip("\r\n")
         match = SECTION.match(plain)
@@ -136,7 +136,7 @@ def run_program(case, program, folder, stress):
     env.setdefault("UBSAN_OPTIONS", "print_stacktrace=1")
     for line in case.body("env").splitlines():
         key, _, value = line.partition("=")
-        env[key] = value
+        env[key] = value.replace("{BIN}", str(pathlib.Path(program).resolve().parent))
     if stress:
         env["VELORA_STRESS"] = str(stress)
     options = shlex.split(case.argument("options"))

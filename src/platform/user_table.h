@@ -1,6 +1,6 @@
-/* What a library of the user's own offers to the built-in `user_fun`. The library is a shared
-   library named by the environment variable VELORA_USER_LIBRARY; it exports one function,
-   velora_user_table, and is loaded at the first call of `user_fun`. This header is plain C. */
+// What a library of the user's own offers to the built-in `user_fun`. The library is a shared
+// library named by the environment variable VELORA_USER_LIBRARY; it exports one function,
+// velora_user_table, and is loaded at the first call of `user_fun`. This header is plain C.
 #ifndef VELORA_USER_TABLE_H
 #define VELORA_USER_TABLE_H
 
