@@ -58,13 +58,15 @@ bool is_type_keyword(int token) {
          token == kTokSym;
 }
 
-// A name as a type: an enumerated type, or an operator whose arguments follow.
+// A name as a type: an enumerated type, or an operator whose arguments follow. An argument that is
+// itself an application stands in parentheses.
 bool TypeParser::read_name(bool *complete) {
   symbol *s = find_symbol(pp_str_val, static_cast<std::size_t>(pp_str_len));
   if (s == nullptr || (s->stype & (kTypeNameBit | kEnumBit)) == 0)
     return false;
   const unsigned wanted = (s->stype & kEnumBit) != 0 ? 0 : s->b.tp->arity;
-  if (wanted > kMostTypeArguments)
+  const bool is_argument = !open_.empty() && open_.back().op != nullptr;
+  if (wanted > kMostTypeArguments || (wanted > 0 && is_argument))
     return false;
   if (wanted == 0) {
     new_slot() = make_user_top_node(s, 0);
