@@ -169,7 +169,7 @@ void report_undefined(bool infix) {
   const std::string literal = number_as_literal(name);
   if (!literal.empty())
     show_note("note: " + std::string(literal.starts_with("#r") ? "reals" : "integers") +
-              " are written with a sign before them: " + literal);
+              " are written " + literal);
   if (infix || is_operator(following_name()))
     show_note("note: a function stands before its arguments, as in (+ #1 #2)");
   else if (literal.empty())

@@ -148,7 +148,7 @@ TEST_F(Clauses, FindsExactlyTheSameHead) {
 }
 
 TEST_F(Clauses, ConstructorsInside) {
-  cons("pair", "int -> int -> list int");
+  cons("two", "int -> int -> list int");
   cons("one", "int -> list int");
   EXPECT_EQ(cint_fdef("f ?0 ::= g (one ?0)"), 1);
   EXPECT_EQ(constructor_in(last_clause("f")->original), 0);

@@ -10,16 +10,15 @@
 #include <vector>
 
 #include "core/print.h"
+#include "core/space.h"
 #include "core/symbols.h"
-#include "core/text.h"
 #include "core/trees.h"
-#include "db/removal.h"
 #include "front/cint.h"
 #include "front/parse.h"
 #include "front/parser.h"
 #include "front/putils.h"
 #include "front/source.h"
-#include "kit/recorder.h"
+#include "kit/language.h"
 #include "platform/response.h"
 
 namespace velora::front_test {
@@ -60,47 +59,32 @@ inline int refill(std::string &line, const char *prompt) {
   return 1;
 }
 
-// Starts each test with `list`, `:`, `nil`, a few functions and the built-ins + HOLD and HOLDN.
-class FrontTest : public ::testing::Test {
+// Starts each test with the functions f, g and h, from int to int.
+class FrontTest : public kit::Language {
 protected:
   void SetUp() override {
+    Language::SetUp();
     pp_reset(true);
-    EXPECT_EQ(cint_tdec("list ::= typeop #1"), 1);
-    EXPECT_EQ(cint_cdec("nil ::= list ?0"), 1);
-    cons(":", "?0 -> list ?0 -> list ?0");
     for (const char *name : {"f", "g", "h"})
       EXPECT_EQ(cint_fdec(std::string(name) + " ::= int -> int"), 1);
-    builtin("+", 162);
-    builtin("HOLD", 190);
-    builtin("HOLDN", 213);
-    recording.console.clear();
+    console().clear();
     gParseErrors = 0;
   }
 
   void TearDown() override {
-    for (symbol *s : builtins_)
-      s->stype &= kKindMask;
-    clear_user_symbols();
-    free_retired();
-    sweep_texts(~0u);
     pp_refill = nullptr;
     console_lines.clear();
     prompts.clear();
     pp_reset(true);
     gParseErrors = 0;
+    Language::TearDown();
+    init_free_list();
+    free_retired();
   }
 
-  // Declares a constructor whose name need not read back as a name.
+  // Declares a constructor.
   static void cons(const std::string &name, const std::string &types) {
     EXPECT_EQ(cint_cdec(name + " ::= " + types), 1) << name;
-  }
-
-  void builtin(const std::string &name, std::int16_t id) {
-    EXPECT_EQ(cint_fdec(name + " ::= int -> int -> int"), 1);
-    symbol *s = find_symbol(name.c_str(), name.size());
-    s->stype |= kBuiltinBit;
-    s->b.fc->max_var = id;
-    builtins_.push_back(s);
   }
 
   static symbol *sym(const std::string &name) { return find_symbol(name.c_str(), name.size()); }
@@ -136,20 +120,15 @@ protected:
   // What beeped since the last call.
   std::string messages() {
     std::string text;
-    text.swap(recording.console.messages);
+    text.swap(console().messages);
     return text;
   }
 
   std::string notes() {
     std::string text;
-    text.swap(recording.console.notes);
+    text.swap(console().notes);
     return text;
   }
-
-  kit::Recording recording;
-
-private:
-  std::vector<symbol *> builtins_;
 };
 
 } // namespace velora::front_test

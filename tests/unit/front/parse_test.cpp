@@ -54,8 +54,7 @@ INSTANTIATE_TEST_SUITE_P(
                   "26 27 28 31 37 32 29 35 36"},
         TokenCase{"integer Int lambdas fdec2", "25=integer 25=Int 25=lambdas 25=fdec2"},
         TokenCase{"a-b", "25=a 25=-b"}, TokenCase{"int->int", "1 19 1"},
-        TokenCase{"+ * / <= != @! !@ , {x}",
-                  "25=+ 25=* 25=/ 25=<= 25=!= 25=@! 25=!@ 25=, 25={x}"},
+        TokenCase{"+ * / <= != @! !@ , {x}", "25=+ 25=* 25=/ 25=<= 25=!= 25=@! 25=!@ 25=, 25={x}"},
         TokenCase{"- : 'x", "25=- 25=: 25='x"}, TokenCase{"a::=b", "25=a 18 25=b"},
         TokenCase{"f(x)[y]", "25=f 20 25=x 21 22 25=y 23"}, TokenCase{"a\tb", "25=a\tb"},
         TokenCase{"\t a", "25=a"}, TokenCase{"é;ü", "25=é 16 25=ü"},
@@ -71,9 +70,10 @@ INSTANTIATE_TEST_SUITE_P(
         TokenCase{"?0 ?12 ?x ?", "24=0 24=12 25=?x 25=?"}, TokenCase{"?0)", "24=0 21"},
         TokenCase{"#r2.5 #r1.5e3 #r-2 #r.5", "11=2.5 11=1500 11=-2 11=0.5"},
         TokenCase{"#r1-2", "11=1"}, TokenCase{"#r1e99", "11=inf"}, TokenCase{"#rx y", "25=#r 25=y"},
-        TokenCase{"'a' '''", "10=a 10='"}, TokenCase{"' '", "10= "}, TokenCase{"'ab'", "25='ab 25='"},
-        TokenCase{"\"a b\" \"\"", "12=a b 12="}, TokenCase{"\"ab\"\"cd\"", "12=ab 12=cd"},
-        TokenCase{"\"abc", "12=ab"}, TokenCase{"\"", "12="}, TokenCase{"\"a;b\";", "12=a;b 16"}));
+        TokenCase{"'a' '''", "10=a 10='"}, TokenCase{"' '", "10= "},
+        TokenCase{"'ab'", "25='ab 25='"}, TokenCase{"\"a b\" \"\"", "12=a b 12="},
+        TokenCase{"\"ab\"\"cd\"", "12=ab 12=cd"}, TokenCase{"\"abc", "12=ab"},
+        TokenCase{"\"", "12="}, TokenCase{"\"a;b\";", "12=a;b 16"}));
 
 // In a statement only the two characters that open a comment are skipped.
 INSTANTIATE_TEST_SUITE_P(Comments, TokenTable,

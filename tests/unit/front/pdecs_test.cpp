@@ -10,11 +10,13 @@ class Declarations : public FrontTest {
 protected:
   static std::string type_of(const std::string &name) {
     const symbol *s = sym(name);
-    return s == nullptr ? "none"
-                        : tspecs_text((s->stype & kFunctionBit) != 0 ? s->b.fc->types
-                                                                     : s->b.cs->types);
+    return s == nullptr
+               ? "none"
+               : tspecs_text((s->stype & kFunctionBit) != 0 ? s->b.fc->types : s->b.cs->types);
   }
-  static int kind_of(const std::string &name) { return sym(name) == nullptr ? -1 : sym(name)->stype; }
+  static int kind_of(const std::string &name) {
+    return sym(name) == nullptr ? -1 : sym(name)->stype;
+  }
   // The values of an enumerated type in order.
   static std::string values_of(const std::string &name) {
     std::string text;
@@ -31,7 +33,6 @@ protected:
 };
 
 TEST_F(Declarations, Signatures) {
-  EXPECT_EQ(cint_tdec("pair ::= typeop #2"), 1);
   EXPECT_EQ(cint_tdec("day ::= enum"), 1);
   const char *table[][3] = {
       {"a", "int", "0"},
@@ -77,11 +78,11 @@ TEST_F(Declarations, TypesAndTheirValues) {
   EXPECT_EQ(cint_tdec("day ::= enum"), 1);
   EXPECT_EQ(cint_tdec("word ::= nonlex"), 1);
   EXPECT_EQ(cint_tdec("tree ::= typeop #255"), 1);
-  EXPECT_EQ(cint_tdec("odd ::= typeop #-1"), 1);
+  EXPECT_EQ(cint_tdec("bent ::= typeop #-1"), 1);
   EXPECT_EQ(kind_of("day"), kEnumType);
   EXPECT_EQ(kind_of("word"), kNonlexType);
   EXPECT_EQ(kind_of("tree"), kTypeOp);
-  EXPECT_EQ(sym("odd")->b.tp->arity, 255);
+  EXPECT_EQ(sym("bent")->b.tp->arity, 255);
   EXPECT_EQ(values_of("day"), "");
   for (const char *value : {"Mon", "Tue", "Wed"})
     EXPECT_EQ(cint_cdec(std::string(value) + " ::= day"), 1);
@@ -93,15 +94,13 @@ TEST_F(Declarations, TypesAndTheirValues) {
 }
 
 TEST_F(Declarations, BuiltinEnumsTakeNoMoreValues) {
-  EXPECT_EQ(cint_tdec("color ::= enum"), 1);
-  sym("color")->stype |= kBuiltinBit;
+  const std::string before = values_of("color");
   EXPECT_EQ(cint_cdec("mauve ::= color"), 0);
   EXPECT_EQ(expected(), "no more Constructors of this type");
   EXPECT_EQ(cint_cdec("mauve ::= (color)"), 0);
   EXPECT_EQ(cint_cdec("mix ::= color -> color"), 1);
   EXPECT_EQ(cint_fdec("paint ::= color"), 1);
-  EXPECT_EQ(values_of("color"), "");
-  sym("color")->stype = kEnumType;
+  EXPECT_EQ(values_of("color"), before);
 }
 
 TEST_F(Declarations, RefusedTypeDeclarations) {
@@ -173,10 +172,10 @@ TEST_F(Declarations, PicturesAreTold) {
   EXPECT_EQ(create_fdec("a ::= int", "a", sym("a")), 1);
   EXPECT_EQ(create_cdec("A ::= list int", "A", nullptr), 1);
   EXPECT_EQ(create_cdec("A ::= list int", "A", sym("A")), 1);
-  EXPECT_EQ(recording.console.text, "Good! a declared as a new function \n"
-                                    "Good! Function a re-declared\n"
-                                    "Good! A declared as a new constructor\n"
-                                    "Good! Constructor A has been re-declared\n");
+  EXPECT_EQ(console().text, "Good! a declared as a new function \n"
+                            "Good! Function a re-declared\n"
+                            "Good! A declared as a new constructor\n"
+                            "Good! Constructor A has been re-declared\n");
   messages();
   EXPECT_EQ(create_fdec("b", "b", nullptr), 0);
   EXPECT_EQ(create_fdec("b", "b", sym("a")), 0);
