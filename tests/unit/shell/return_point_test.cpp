@@ -120,7 +120,7 @@ TEST_F(ReturnPoint, EveryAllocationMayFail) {
   for (bool reached = true; reached; ++n) {
     console().clear();
     kit::fail_allocation(n);
-    answer(text);
+    kit::feed(text);
     reached = kit::allocation_failed();
     kit::fail_allocation(0);
     ASSERT_LT(n, 20000);
