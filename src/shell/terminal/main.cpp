@@ -123,17 +123,14 @@ int run_program(const Options &options) {
   TextInput queries(closed_queries(options));
   LineInput &commands = options.queries.empty() ? *input : queries;
   Session session(console, commands, manner.typed, manner.goes_on);
-  if (manner.quiet)
-    console.hold_back();
+  console.mute(manner.quiet);
   int status = start_language(session);
   if (status == 0) {
     if (!options.database.empty())
       session.run_one([&] { return open_database(options.database); });
-    console.let_go(false);
+    console.mute(false);
     session.run();
     status = session.exit_status();
-  } else {
-    console.let_go(true);
   }
   console.end_line();
   return status;

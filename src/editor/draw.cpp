@@ -1,0 +1,290 @@
+// Drawing a laid-out picture, from the back to the front, and the marks of its segments.
+#include "editor/draw.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <unordered_map>
+
+#include "editor/draw_layout.h"
+#include "editor/model/vel_segs.h"
+#include "platform/response.h"
+
+namespace velora {
+
+namespace {
+
+constexpr Colour kWhiteFill{255, 255, 255};
+constexpr Colour kSelectedFill{223, 223, 255};
+constexpr Colour kNumberColour{70, 70, 70};
+constexpr int kHandle = 5; // size of the marks at the corners of a selected item
+
+unsigned colour_index(const Segm *seg) {
+  return (seg->status & kColourMask) >> kColourShift;
+}
+
+Colour line_colour(const Segm *seg) {
+  if (is_arc(seg) && (seg->status & kHighlighted) != 0)
+    return kPalette[kRed];
+  return kPalette[colour_index(seg)];
+}
+
+// A coloured node is filled with a light shade of its colour, so that any label can be read.
+Colour fill_colour(const Segm *seg) {
+  if ((seg->status & kSelected) != 0)
+    return kSelectedFill;
+  if (colour_index(seg) == kBlack)
+    return kWhiteFill;
+  const auto light = [](std::uint8_t part) { return static_cast<std::uint8_t>(223 + part / 8); };
+  const Colour line = line_colour(seg);
+  return {light(line.red), light(line.green), light(line.blue)};
+}
+
+std::array<Point, 6> hexagon(const Rect &box, int slant) {
+  const int y = box.centre().y;
+  return {Point{box.left, y}, {box.left + slant, box.top},     {box.right - slant, box.top},
+          {box.right, y},     {box.right - slant, box.bottom}, {box.left + slant, box.bottom}};
+}
+
+Rect inset(const Rect &box, int by) {
+  return {box.left + by, box.top + by, box.right - by, box.bottom - by};
+}
+
+void draw_outline(const Segm *seg, const Rect &box, int slant, const Pen &pen, const Brush &brush,
+                  Canvas &canvas) {
+  if (seg->type == kBox)
+    canvas.rectangle(box, pen, brush);
+  else if (seg->type == kJunction)
+    canvas.ellipse(box, pen, brush);
+  else
+    canvas.polygon(hexagon(box, slant), pen, brush);
+}
+
+// The upright bars that tell a hold value from a hexagon.
+void draw_bars(const NodePlace &node, const Pen &pen, Canvas &canvas) {
+  for (const int x : {node.box.left + node.slant, node.box.right - node.slant})
+    canvas.line({x, node.box.top}, {x, node.box.bottom}, pen);
+}
+
+void draw_label(const NodePlace &node, Canvas &canvas) {
+  const std::string_view label = visible_label(node.seg);
+  if (label.empty())
+    return;
+  const int width = canvas.text_width(label, node.font);
+  const int height = canvas.text_height(node.font);
+  const Point centre = node.box.centre();
+  const bool clipped = width > node.box.width();
+  if (clipped)
+    canvas.set_clip(inset(node.box, 1));
+  canvas.text({clipped ? node.box.left + 2 : centre.x - width / 2, centre.y - height / 2}, label,
+              node.font, kPalette[kBlack]);
+  if (clipped)
+    canvas.clear_clip();
+}
+
+void draw_node(const NodePlace &node, Canvas &canvas) {
+  const Segm *seg = node.seg;
+  const Pen pen{line_colour(seg), seg->style == kBold ? 2 : 1, PenStyle::solid};
+  draw_outline(seg, node.box, node.slant, pen, Brush{fill_colour(seg), true}, canvas);
+  // The inner border's slant keeps the same distance all around.
+  if (seg->style == kDouble && seg->type != kJunction)
+    draw_outline(seg, inset(node.box, kDoubleGap), std::max(1, node.slant - 1), pen,
+                 Brush{{}, false}, canvas);
+  if (seg->type == kHoldValue)
+    draw_bars(node, pen, canvas);
+  draw_label(node, canvas);
+}
+
+void draw_handle(Point at, Canvas &canvas) {
+  const int half = kHandle / 2;
+  canvas.rectangle({at.x - half, at.y - half, at.x + half, at.y + half},
+                   Pen{kPalette[kBlack], 1, PenStyle::none}, Brush{kPalette[kBlack], true});
+}
+
+// The last stretch of an arrow: its tip, the unit vector towards it and its length.
+struct LastStretch {
+  Point tip;
+  double dx;
+  double dy;
+  double length;
+};
+
+LastStretch last_stretch(const ArcPlace &arc) {
+  const Point tip = arc.path.back();
+  const Point before = arc.path[arc.path.size() - 2];
+  const double dx = tip.x - before.x;
+  const double dy = tip.y - before.y;
+  const double length = std::sqrt(dx * dx + dy * dy);
+  if (length < 1)
+    return {tip, 0, 1, 0};
+  return {tip, dx / length, dy / length, length};
+}
+
+Pen arc_pen(const Segm *arc) {
+  const bool marked = (arc->status & (kSelected | kHighlighted)) != 0;
+  return Pen{line_colour(arc), marked ? 2 : 1, PenStyle::solid};
+}
+
+void draw_line(const ArcPlace &arc, Canvas &canvas) {
+  for (std::size_t i = 1; i < arc.path.size(); ++i)
+    canvas.line(arc.path[i - 1], arc.path[i], arc_pen(arc.seg));
+}
+
+void draw_head(const ArcPlace &arc, int size, Canvas &canvas) {
+  const LastStretch at = last_stretch(arc);
+  const double length = std::min<double>(head_length(size), std::max(3.0, at.length * 0.7));
+  const double half = length * 0.4;
+  const auto corner = [&](double back, double aside) {
+    return Point{static_cast<int>(std::lround(at.tip.x - back * at.dx - aside * at.dy)),
+                 static_cast<int>(std::lround(at.tip.y - back * at.dy + aside * at.dx))};
+  };
+  const Colour colour = line_colour(arc.seg);
+  canvas.polygon(std::array{at.tip, corner(length, half), corner(length, -half)},
+                 Pen{colour, 1, PenStyle::solid}, Brush{colour, true});
+}
+
+// Where the number of an argument stands: on its arrow just behind the head and clear of the box,
+// or beside the head where the arrow is too short for that.
+Rect number_box(const ArcPlace &arc, int width, int height, const Font &font) {
+  const LastStretch at = last_stretch(arc);
+  const int head = head_length(font.size);
+  const double across = std::max(0.01, std::fabs(at.dx));
+  const double down = std::max(0.01, std::fabs(at.dy));
+  const double behind_head = head + 1 + std::min(width / 2.0 / across, height / 2.0 / down);
+  const double off_box = arc.enters_end ? (width / 2.0 + 1) / across : (height / 2.0 + 1) / down;
+  const double back = std::max(behind_head, off_box);
+  if (back + height / 2.0 <= at.length) {
+    const int x = static_cast<int>(std::lround(at.tip.x - back * at.dx - width / 2.0));
+    const int y = static_cast<int>(std::lround(at.tip.y - back * at.dy - height / 2.0));
+    return {x, y, x + width, y + height};
+  }
+  const int aside = 1 + head * 2 / 5;
+  const int x = at.dx < 0 ? at.tip.x - aside - width : at.tip.x + aside;
+  const int y = at.dy < 0 ? at.tip.y + 1 : at.tip.y - height;
+  return {x, y, x + width, y + height};
+}
+
+void draw_number(const ArcPlace &arc, const Font &font, Canvas &canvas) {
+  if (arc.number == 0)
+    return;
+  const std::string text = std::to_string(arc.number);
+  const Font small = number_font(font);
+  const Rect box = number_box(arc, canvas.text_width(text, small), canvas.text_height(small), font);
+  canvas.rectangle(box, Pen{kWhiteFill, 1, PenStyle::none}, Brush{kWhiteFill, true});
+  canvas.text({box.left, box.top}, text, small, kNumberColour);
+}
+
+void draw_handles(const PictureLayout &layout, int picture_size, Canvas &canvas) {
+  for (const NodePlace &node : layout.nodes) {
+    if ((node.seg->status & kSelected) == 0)
+      continue;
+    const Rect &box = node.box;
+    for (const Point at : {Point{box.left, box.top},
+                           {box.right, box.top},
+                           {box.left, box.bottom},
+                           {box.right, box.bottom}})
+      draw_handle(at, canvas);
+  }
+  for (const ArcPlace &arc : layout.arcs)
+    if ((arc.seg->status & kSelected) != 0) {
+      // Behind the head, which must stay to be seen.
+      const LastStretch at = last_stretch(arc);
+      const double back = std::min(head_length(picture_size) + 3.0, at.length);
+      draw_handle(arc.path.front(), canvas);
+      draw_handle({static_cast<int>(std::lround(at.tip.x - back * at.dx)),
+                   static_cast<int>(std::lround(at.tip.y - back * at.dy))},
+                  canvas);
+    }
+}
+
+// Gives a shown picture the boxes and arrow ends as they are drawn.
+void take_over(WinInfo *wi, const PictureLayout &layout) {
+  std::unordered_map<const Segm *, Rect> places;
+  for (const NodePlace &node : layout.nodes)
+    places.emplace(node.seg, node.box);
+  for (const ArcPlace &arc : layout.arcs)
+    places.emplace(arc.seg, Rect{arc.path.front().x, arc.path.front().y, arc.path.back().x,
+                                 arc.path.back().y});
+  for (int slot = 1; slot <= wi->seg_ct; ++slot) {
+    Segm *seg = wi->seg_ments[slot];
+    const auto found = places.find(seg);
+    if (seg == nullptr || found == places.end())
+      continue;
+    seg->lx = found->second.left;
+    seg->ly = found->second.top;
+    seg->ux = found->second.right;
+    seg->uy = found->second.bottom;
+  }
+}
+
+void set_status(WinInfo *wi, int segi, unsigned bit, int on) {
+  Segm *seg = wi->seg_ments[segi];
+  if (seg == nullptr)
+    return;
+  seg->status = on != 0 ? seg->status | bit : seg->status & ~bit;
+  if (wi->win != 0)
+    gDesktop->invalidate(wi->win);
+}
+
+} // namespace
+
+void draw_layout(const WinInfo *wi, const PictureLayout &layout, Canvas &canvas) {
+  const Font font = picture_font(wi);
+  for (const ArcPlace &arc : layout.arcs)
+    draw_line(arc, canvas);
+  for (const ArcPlace &arc : layout.arcs)
+    draw_number(arc, font, canvas);
+  for (const ArcPlace &arc : layout.arcs)
+    draw_head(arc, font.size, canvas);
+  for (const NodePlace &node : layout.nodes)
+    draw_node(node, canvas);
+  draw_handles(layout, font.size, canvas);
+}
+
+void DrawVeloraWindow(WinInfo *wi, Canvas &canvas) {
+  const PictureLayout layout = lay_out_picture(wi, canvas);
+  if (wi->win != 0)
+    take_over(wi, layout);
+  draw_layout(wi, layout, canvas);
+}
+
+Rect layout_extent(const PictureLayout &layout) {
+  Rect extent;
+  bool first = true;
+  const auto include = [&](Point at) {
+    if (first)
+      extent = {at.x, at.y, at.x, at.y};
+    first = false;
+    extent = {std::min(extent.left, at.x), std::min(extent.top, at.y), std::max(extent.right, at.x),
+              std::max(extent.bottom, at.y)};
+  };
+  for (const NodePlace &node : layout.nodes) {
+    include({node.box.left, node.box.top});
+    include({node.box.right, node.box.bottom});
+  }
+  for (const ArcPlace &arc : layout.arcs)
+    for (const Point corner : arc.path)
+      include(corner);
+  return extent;
+}
+
+void MarkItemSelection(WinInfo *wi, int segi, int on) {
+  set_status(wi, segi, kSelected, on);
+}
+
+void show_arc(WinInfo *wi, int segi, int on) {
+  set_status(wi, segi, kHighlighted, on);
+}
+
+void ColourSelectedItems(WinInfo *wi, int palette_index) {
+  for (int slot = 1; slot <= wi->seg_ct; ++slot) {
+    Segm *seg = wi->seg_ments[slot];
+    if (seg != nullptr && (seg->status & kSelected) != 0)
+      seg->status = (seg->status & ~kColourMask) |
+                    ((static_cast<unsigned>(palette_index) << kColourShift) & kColourMask);
+  }
+  if (wi->win != 0)
+    gDesktop->invalidate(wi->win);
+}
+
+} // namespace velora

@@ -1,0 +1,59 @@
+// The segment file: all pictures of a database in one text file beside it.
+//
+// A picture is a line "name cmpnt seg_ct wtype txtsze" and its segments in slot order; a segment is
+// a line "label segnum type style lx ly ux uy", a line of back links "B3B7" and a line of forward
+// links "F4"; "~~~~~~" stands for an empty slot and "$$$$" ends the file. A line of a picture or
+// segment with an annotation ends in the number of lines of text that follow it. Blanks of names
+// and labels are written "~". Called by the database layer, which saves and opens both files.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/safe_file.h"
+
+namespace velora {
+
+// The longest name or label that the file can carry.
+inline constexpr std::size_t kLongestLabel = 80;
+
+// Writes all pictures whose `saved` is set; 1, or 0 after a message. Nothing on disk changes unless
+// the whole file has been written. A file that another program changed since it was read is only
+// replaced after a question, and one that could not be read whole is first copied aside.
+int SaveAll(const std::string &fname);
+
+// Reads the pictures of `filename`, or of a variant of its name, into the list; makes an empty file
+// when there is none. 1, or 0 after a message. A damaged file is reported line by line; what can be
+// read is kept.
+int RestoreAll(const std::string &filename);
+
+// Creates `name`.seg as an empty segment file; 1 or 0.
+int fdb_create_segs(const std::string &name);
+
+// Makes every picture named like a constructor or type a constructors picture.
+void OrvekVeloraConsistencyCheck();
+
+// Ends a picture's or segment's line, with the count and the lines of its annotation if any.
+void SaveAnnotation(SafeFile &out, std::string_view annot);
+// Number of lines of an annotation, a final line end not counted.
+int annotation_lines(std::string_view annot);
+// Joins the next `lines` lines, from line `at` on, each with its line end; moves `at` past them.
+std::string RestoreAnnotation(const std::vector<std::string_view> &text, std::size_t &at,
+                              int lines);
+// Codes (whichway 1) or decodes (2) "<", ">" and line ends as the bytes 1, 2 and 3.
+std::string AdjustAnnotation(std::string annot, int whichway);
+
+// A name or label as the file holds it, and back.
+std::string label_to_file(std::string_view label);
+std::string label_from_file(std::string_view text);
+
+// For the reader and the writer: notes how a file looks now, and a file that could not be read
+// whole (`raw` empty forgets it).
+void note_segment_file(const std::string &fname);
+void note_damaged_file(const std::string &fname, const std::string &raw);
+
+// Forgets all files noted; after a reset, and between tests.
+void forget_segment_files();
+
+} // namespace velora

@@ -1,0 +1,144 @@
+// The list of picture records. Appending is quick because the last record is remembered; nobody
+// else changes the list.
+#include "editor/model/wininfo.h"
+
+#include <new>
+
+#include "editor/model/vel_segs.h"
+#include "platform/response.h"
+
+namespace velora {
+
+WinInfo *gWinInfo = nullptr;
+int gSegsChanged = 0;
+
+namespace {
+
+WinInfo *last_picture = nullptr;
+
+// Picture windows made so far, for cascading.
+int windows_made = 0;
+
+constexpr int kFirstPlace = 100;
+constexpr int kCascadeStep = 40;
+constexpr int kWindowWidth = 450;
+constexpr int kWindowHeight = 360;
+
+const char *window_title(int wtype) {
+  switch (wtype) {
+  case kConstructorsPicture:
+    return "Constructors";
+  case kNetworkPicture:
+    return "Function Network";
+  default:
+    return "Functions";
+  }
+}
+
+} // namespace
+
+int NewWinInfo(WindowId window, int type, WinInfo **wi) {
+  auto *fresh = new (std::nothrow) WinInfo;
+  *wi = fresh;
+  if (fresh == nullptr) {
+    orvek_error("NewWinInfo: mMALLOC failed");
+    return 0;
+  }
+  fresh->win = window;
+  fresh->wtype = static_cast<short>(type);
+  if (window != 0) {
+    const Rect inside = gDesktop->client_rect(window);
+    fresh->wth = inside.width();
+    fresh->ht = inside.height();
+  }
+  (last_picture != nullptr ? last_picture->next : gWinInfo) = fresh;
+  last_picture = fresh;
+  return 1;
+}
+
+int FindWinInfo(WindowId window, WinInfo **wi) {
+  for (*wi = gWinInfo; *wi != nullptr && window != 0; *wi = (*wi)->next)
+    if ((*wi)->win == window)
+      return 1;
+  *wi = nullptr;
+  return 0;
+}
+
+int PictureExists(const std::string &fname, int cmpnt, WinInfo **wi) {
+  for (*wi = gWinInfo; *wi != nullptr; *wi = (*wi)->next)
+    if ((*wi)->cmpnt == cmpnt && (*wi)->name == fname)
+      return 1;
+  return 0;
+}
+
+int ClearWinInfo(WinInfo *wi) {
+  wi->name.clear();
+  wi->cmpnt = -1;
+  wi->seg_ct = 0;
+  wi->saved = 1;
+  wi->clean = 1;
+  wi->txtsze = 12;
+  wi->annot.clear();
+  wi->seg_ments.clear();
+  return 1;
+}
+
+int CopyWinInfo(const WinInfo *from, WinInfo *to) {
+  SegmArray copies;
+  int slots = 0;
+  if (CopySegments(from->seg_ments, from->seg_ct + 1, copies, &slots) == 0)
+    return 0;
+  to->name = from->name;
+  to->cmpnt = from->cmpnt;
+  to->txtsze = from->txtsze;
+  to->wth = from->wth;
+  to->ht = from->ht;
+  to->annot = from->annot;
+  to->seg_ments = std::move(copies);
+  to->seg_ct = slots - 1;
+  return 1;
+}
+
+WinInfo *NewWindow(int wtype) {
+  const int at = kFirstPlace + kCascadeStep * (windows_made++ % 5);
+  const WindowId window =
+      gDesktop->create_window(static_cast<WindowKind>(wtype), window_title(wtype),
+                              Rect{at, at, at + kWindowWidth, at + kWindowHeight});
+  WinInfo *wi = nullptr;
+  if (window == 0 || NewWinInfo(window, wtype, &wi) == 0)
+    return nullptr;
+  gDesktop->show_window(window);
+  return wi;
+}
+
+void RemovePicture(WinInfo *wi) {
+  WinInfo *before = nullptr;
+  for (WinInfo *at = gWinInfo; at != nullptr; before = at, at = at->next) {
+    if (at != wi)
+      continue;
+    (before != nullptr ? before->next : gWinInfo) = wi->next;
+    if (last_picture == wi)
+      last_picture = before;
+    delete wi;
+    return;
+  }
+}
+
+int RemoveWinInfo(WindowId window) {
+  WinInfo *wi = nullptr;
+  if (FindWinInfo(window, &wi) == 0)
+    return 0;
+  RemovePicture(wi);
+  return 1;
+}
+
+void FreeAllPictures() {
+  while (gWinInfo != nullptr) {
+    WinInfo *next = gWinInfo->next;
+    delete gWinInfo;
+    gWinInfo = next;
+  }
+  last_picture = nullptr;
+}
+
+} // namespace velora
