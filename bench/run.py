@@ -76,7 +76,7 @@ def compare_programs(options):
 def write_database(path, clauses):
     """Declarations and clauses of the common shapes, five clauses a function."""
     functions = clauses // 5
-    lines = ["tdec", "enum shade ::= ;", ";", "cdec", "Dark ::= shade ;", "Light ::= shade ;", ";",
+    lines = ["tdec", "shade ::= enum ;", ";", "cdec", "Dark ::= shade ;", "Light ::= shade ;", ";",
              "fdec"]
     lines += [f"gen{i} ::= int -> shade -> list int ;" for i in range(functions)]
     lines += [";", "fdef"]

@@ -20,8 +20,8 @@ import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 ESCAPES = re.compile(rb"\x1b\[[0-9;?]*[A-Za-z]")
-ENDLESS = ("fdec\nendless ::= int -> int ;\n;\nfdef\n"
-           "endless ?0 ::= endless (+ ?0 #1) ;\n;\n")
+ENDLESS = ("fdec\nendless ::= int -> int ;\nmore ::= int -> list int ;\n;\nfdef\n"
+           "endless ?0 ::= endless (+ ?0 #1) ;\nmore ?0 ::= : ?0 (more ?0) ;\n;\n")
 
 
 class Terminal:
@@ -129,7 +129,7 @@ def check_completion(program, home, _):
     t.type("replic\t")
     t.wait("replicate")
     t.type("#2 #5 ;\n")
-    t.wait("[#5 #5 ]")
+    t.wait("[ #5 #5 ]")
     t.type(":ti\t")
     t.wait(":time")
     t.type("on\n")
@@ -180,7 +180,9 @@ def check_interrupt(program, home, limit):
 
 def check_interrupt_printing(program, home, limit):
     t = start(program, home)
-    interrupt_often(t, "repeat #7 ;\n", limit, 3)
+    t.type(ENDLESS)
+    t.wait("QUERY> ")
+    interrupt_often(t, "more #7 ;\n", limit, 20)
     t.leave()
 
 

@@ -21,6 +21,7 @@ import tempfile
 TESTS = pathlib.Path(__file__).resolve().parent
 ROOT = TESTS.parent
 SECTION = re.compile(r"^--- (\w+)(?: (.*))?$")
+ESCAPE = re.compile(r"^\\(?=--- |=== |\\)")  # what keeps a line from being a marker
 LISTS = {"file", "left"}
 SINGLE = {"options", "input", "output", "errors", "status", "gone", "env"}
 
@@ -49,7 +50,7 @@ class Case:
 
 
 def store_section(case, name, argument, lines):
-    body = "".join(line[1:] if line.startswith("\\") else line for line in lines)
+    body = "".join(ESCAPE.sub("", line) for line in lines)
     if name in LISTS:
         file_name, _, how = argument.partition(" ")
         if not file_name:

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string_view>
 #include <unordered_map>
 
@@ -44,6 +45,13 @@ symbol *new_entry(std::string_view name) {
   return entry;
 }
 
+struct EntryFreer {
+  void operator()(symbol *entry) const {
+    std::free(entry->name);
+    std::free(entry);
+  }
+};
+
 // Edit distance of two names, or `most` + 1 when it is larger.
 std::size_t spelling_distance(std::string_view a, std::string_view b, std::size_t most) {
   if (a.size() > b.size() + most || b.size() > a.size() + most)
@@ -76,8 +84,9 @@ symbol *insert_symbol(const char *name, std::size_t name_len) {
     orvek_errorf("Cannot replace symbol %.*s\n", static_cast<int>(wanted.size()), wanted.data());
     return nullptr;
   }
-  symbol *entry = new_entry(wanted);
-  names().emplace(std::string_view(entry->name, entry->name_len), entry);
+  std::unique_ptr<symbol, EntryFreer> made(new_entry(wanted));
+  names().emplace(std::string_view(made->name, made->name_len), made.get());
+  symbol *entry = made.release();
   entry->next = Symbol_table;
   if (Symbol_table != nullptr)
     Symbol_table->prev = entry;

@@ -55,7 +55,7 @@ public:
       if (place == 0)
         trees_.push_back(nullptr);
       int highest = -1;
-      trees_.back() = merge_lhs(kept[i].head.get(), trees_.back(), 1U << place, &highest);
+      merge_lhs(kept[i].head.get(), &trees_.back(), 1U << place, &highest);
     }
   }
   NewTrees(const NewTrees &) = delete;

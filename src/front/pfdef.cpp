@@ -130,8 +130,7 @@ void append_clause(func_block *fc, const node *lhs, const Head &head, Tree compi
   auto clause = std::make_unique<rhs_link>(rhs_link{-1, nullptr, nullptr, nullptr, nullptr});
   forget_plan(fc);
   const Place place = place_for_clause(fc);
-  place.group->lhs_tree =
-      merge_lhs(lhs, place.group->lhs_tree, 1u << place.count, &clause->max_var);
+  merge_lhs(lhs, &place.group->lhs_tree, 1u << place.count, &clause->max_var);
   clause->rhs = compiled.release();
   clause->original = original.release();
   fc->arity = static_cast<std::uint8_t>(std::max<int>(fc->arity, head.arguments));

@@ -53,11 +53,35 @@ const choice_node *find_alternative(const choice_node *list, const node *pattern
   return nullptr;
 }
 
+// Takes a clause's bit out of every alternative of a tree. Runs while a command is abandoned, so it
+// takes no memory; its frames are small and the program's stack is large.
+void drop_mask(choice_node *list, std::uint32_t mask) {
+  for (; list != nullptr; list = list->next) {
+    list->mask &= ~mask;
+    if (is_apply(&list->n)) {
+      drop_mask(choice_list(list->n.val.a.a1), mask);
+      drop_mask(choice_list(list->n.val.a.a2), mask);
+    }
+  }
+}
+
+// A head that could not be merged to its end leaves no bit behind for the next clause to inherit.
+struct MaskGuard {
+  choice_node *&tree;
+  std::uint32_t mask;
+  bool done = false;
+  ~MaskGuard() {
+    if (!done)
+      drop_mask(tree, mask);
+  }
+};
+
 } // namespace
 
 // The part lists are kept as node pointers inside the alternative, so they are merged through a
 // local head that is written back at once.
-choice_node *merge_lhs(const node *l_t, choice_node *m_t, std::uint32_t mask, int *max_var) {
+void merge_lhs(const node *l_t, choice_node **tree, std::uint32_t mask, int *max_var) {
+  MaskGuard guard{*tree, mask};
   struct Position {
     const node *pattern;
     node **part; // null: the top of the tree
@@ -70,10 +94,10 @@ choice_node *merge_lhs(const node *l_t, choice_node *m_t, std::uint32_t mask, in
       continue;
     if (at.pattern->type == kVariable && at.pattern->val.v > *max_var)
       *max_var = at.pattern->val.v;
-    choice_node *list = at.part == nullptr ? m_t : choice_list(*at.part);
+    choice_node *list = at.part == nullptr ? *tree : choice_list(*at.part);
     choice_node *alternative = alternative_for(&list, at.pattern, mask);
     if (at.part == nullptr)
-      m_t = list;
+      *tree = list;
     else
       *at.part = as_part(list);
     if (is_apply(at.pattern)) {
@@ -81,7 +105,7 @@ choice_node *merge_lhs(const node *l_t, choice_node *m_t, std::uint32_t mask, in
       open.push_back({at.pattern->val.a.a1, &alternative->n.val.a.a1});
     }
   }
-  return m_t;
+  guard.done = true;
 }
 
 std::uint32_t exact_node_match(std::uint32_t mask, const choice_node *m_t, const node *l_t,

@@ -8,11 +8,10 @@
 
 namespace velora {
 
-// Merges the head `l_t` into the alternative list `m_t` under the clause bit `mask` and answers the
-// list's new head. Raises `*max_var` to the highest variable of the head. In every list the
-// alternatives that are no variables come first, in order of appearance, then the variables, the
-// latest first.
-choice_node *merge_lhs(const node *l_t, choice_node *m_t, std::uint32_t mask, int *max_var);
+// Merges the head `l_t` into the decision tree `*tree` under the clause bit `mask`. Raises
+// `*max_var` to the highest variable of the head. In every list the alternatives that are no
+// variables come first, in order of appearance, then the variables, the latest first.
+void merge_lhs(const node *l_t, choice_node **tree, std::uint32_t mask, int *max_var);
 
 // The clauses of `mask` whose pattern at the position of the list `m_t` is exactly `l_t`: the same
 // constants, variable numbers and shape. `intersect` limits the result to the clauses that other

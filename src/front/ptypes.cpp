@@ -41,7 +41,11 @@ private:
   bool finish_operators();
   bool run(bool single);
   void fold_specification(std::size_t first);
-  top_node *&new_slot() { return types_.emplace_back(nullptr); }
+  // The place is made first, so that a type is owned from the moment it exists.
+  template <class Make> void put_type(Make make) {
+    types_.push_back(nullptr);
+    types_.back() = make();
+  }
   void report_invalid() const;
   top_node *take() {
     top_node *t = types_.back();
@@ -69,7 +73,7 @@ bool TypeParser::read_name(bool *complete) {
   if (wanted > kMostTypeArguments || (wanted > 0 && is_argument))
     return false;
   if (wanted == 0) {
-    new_slot() = make_user_top_node(s, 0);
+    put_type([&] { return make_user_top_node(s, 0); });
   } else {
     open_.push_back({s, wanted, types_.size()});
     *complete = false;
@@ -81,10 +85,10 @@ bool TypeParser::read_name(bool *complete) {
 bool TypeParser::read_type(bool *complete) {
   *complete = true;
   if (is_type_keyword(pp_token)) {
-    new_slot() = make_bi_top_node(static_cast<std::uint8_t>(pp_token + 8));
+    put_type([&] { return make_bi_top_node(static_cast<std::uint8_t>(pp_token + 8)); });
   } else if (pp_token == kTokVariable) {
     const int code = kTypeVariable | (pp_int_val & 0x7F);
-    new_slot() = make_bi_top_node(static_cast<std::uint8_t>(code));
+    put_type([&] { return make_bi_top_node(static_cast<std::uint8_t>(code)); });
   } else if (pp_token == kTokOpen) {
     open_.push_back({nullptr, 0, types_.size()});
     *complete = false;

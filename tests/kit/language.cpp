@@ -46,15 +46,19 @@ int start_language() {
   return code;
 }
 
-std::string answer(const std::string &text) {
-  auto &console = static_cast<RecorderConsole &>(*gConsole);
-  const std::size_t before = console.text.size();
+void feed(const std::string &text) {
   rest = text;
   pp_refill = next_line;
   for (int answered = 0; answered >= 0;)
     run_command([&] { return answered = p_console_command(); });
   pp_reset(true);
   pp_refill = nullptr;
+}
+
+std::string answer(const std::string &text) {
+  auto &console = static_cast<RecorderConsole &>(*gConsole);
+  const std::size_t before = console.text.size();
+  feed(text);
   return console.text.substr(before);
 }
 

@@ -31,21 +31,28 @@ std::string declared_by(const symbol &s) {
   return (s.stype & kSystemBit) != 0 ? "system function" : "";
 }
 
+// A signature as it is printed, without the blank that may end it.
+std::string signature(const top_node *types) {
+  std::string text = tspecs_text(types);
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text;
+}
+
 // "name ::= type" and the like, as the declaration reads.
 std::string declaration_text(const symbol &s) {
   const std::string name(s.name, s.name_len);
   if ((s.stype & kFunctionBit) != 0)
-    return name + " ::= " + tspecs_text(s.b.fc->types);
+    return name + " ::= " + signature(s.b.fc->types);
   if ((s.stype & kConstructorBit) != 0)
-    return name + " ::= " + tspecs_text(s.b.cs->types);
+    return name + " ::= " + signature(s.b.cs->types);
   if ((s.stype & kKindMask) == (kTypeOp & kKindMask))
-    return "typeop " + name + " #" + std::to_string(s.b.tp->arity);
+    return name + " ::= typeop #" + std::to_string(s.b.tp->arity);
   if ((s.stype & kTypeNameBit) == 0)
     return name;
-  std::string text = (s.stype & 2) != 0 ? "nonlex " + name : "enum " + name + " ::=";
-  for (const symbol *v = s.b.en == nullptr ? nullptr : s.b.en->head; v != nullptr;
-       v = v->b.cs->link)
-    text += " " + std::string(v->name, v->name_len);
+  std::string text = name + ((s.stype & 2) != 0 ? " ::= nonlex" : " ::= enum");
+  const symbol *value = s.b.en == nullptr ? nullptr : s.b.en->head;
+  for (text += value == nullptr ? "" : "   values:"; value != nullptr; value = value->b.cs->link)
+    text += " " + std::string(value->name, value->name_len);
   return text;
 }
 

@@ -123,14 +123,17 @@ int run_program(const Options &options) {
   TextInput queries(closed_queries(options));
   LineInput &commands = options.queries.empty() ? *input : queries;
   Session session(console, commands, manner.typed, manner.goes_on);
-  console.mute(manner.quiet);
+  if (manner.quiet)
+    console.hold_back();
   int status = start_language(session);
   if (status == 0) {
     if (!options.database.empty())
       session.run_one([&] { return open_database(options.database); });
-    console.mute(false);
+    console.let_go(false);
     session.run();
     status = session.exit_status();
+  } else {
+    console.let_go(true);
   }
   console.end_line();
   return status;

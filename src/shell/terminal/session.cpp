@@ -104,6 +104,8 @@ int Session::run_again() {
     DisplayResponse("Insufficient Query Space\n");
     return 0;
   }
+  DisplayResponse("Re-trying Query\n" + command_);
+  pp_reset(true);
   pending_.push_back(command_);
   return p_console_command();
 }

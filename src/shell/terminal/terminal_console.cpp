@@ -59,10 +59,21 @@ TerminalConsole::TerminalConsole(bool typed)
       one_screen_(isatty(STDOUT_FILENO) != 0 && isatty(STDERR_FILENO) != 0) {}
 
 void TerminalConsole::write(std::string_view text) {
-  if (muted_ || text.empty())
+  if (holding_) {
+    held_ += text;
+    return;
+  }
+  if (text.empty())
     return;
   std::fwrite(text.data(), 1, text.size(), stdout);
   out_open_ = text.back() != '\n';
+}
+
+void TerminalConsole::let_go(bool show) {
+  holding_ = false;
+  if (show)
+    put_error(held_, "");
+  held_.clear();
 }
 
 void TerminalConsole::put_error(std::string_view text, const char *colour) {

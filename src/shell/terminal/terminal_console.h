@@ -15,8 +15,10 @@ public:
   explicit TerminalConsole(bool typed);
   // Where questions and characters are read; null reads nothing.
   void set_input(LineInput *input) { input_ = input; }
-  // While muted, ordinary text is dropped (the texts of a quiet start); messages are not.
-  void mute(bool on) { muted_ = on; }
+  // Keeps ordinary text back from now on (the texts of a quiet start); messages go out.
+  void hold_back() { holding_ = true; }
+  // Ends that: what was kept back is dropped, or shown among the messages since it explains them.
+  void let_go(bool show);
   // Ends the line that output stands in, on both streams, and sends everything out.
   void end_line();
   // True when errors are coloured.
@@ -41,7 +43,8 @@ private:
   bool typed_;
   bool colour_;
   bool one_screen_; // both streams show on the same terminal
-  bool muted_ = false;
+  bool holding_ = false;
+  std::string held_;
   bool out_open_ = false; // the last character written was not a line end
   bool err_open_ = false;
 };
