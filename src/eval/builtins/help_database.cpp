@@ -3,6 +3,34 @@
 
 namespace velora {
 
-constinit const std::span<const HelpRow> help_database{};
+namespace {
+
+constexpr HelpRow kRows[] = {
+    {"newtdec",
+     "str -> str -> bool",
+     "Declares a type of that name. The kind is \"enum\" or \"nonlex\" for a type of constants, or "
+     "\"typeop # N\" for one that takes N types.",
+     {{R"(newtdec "shade" "enum")", "True"}, {R"(newtdec "couple" "typeop # 2")", "True"}},
+     "other kinds, texts of more than 80 characters, and names that may not be replaced."},
+    {"nlcreate",
+     "sym -> str -> ?0",
+     "A new constant of an enumerated type, behind those it has. Characters that no name can hold "
+     "become _.",
+     {{R"(newtdec "shade" "enum")", "True"},
+      {R"(nlcreate shade "dark-red")", "dark_red"},
+      {"all shade", "[ dark_red ]"}},
+     "anything but a user's type of constants and a string, and names that may not be replaced."},
+    {"all",
+     "?0 -> list ?1",
+     "The constants of an enumerated type in the order of their declarations, one at a time as "
+     "they "
+     "are needed; of a constant, that one and those behind it.",
+     {{"all bool", "[ True False ]"}, {"take #3 (all Green)", "[ Green Blue Cyan ]"}},
+     "anything but an enumerated type or a constant."},
+};
+
+} // namespace
+
+constinit const std::span<const HelpRow> help_database{kRows};
 
 } // namespace velora

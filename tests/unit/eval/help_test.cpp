@@ -13,6 +13,7 @@
 #include "core/symbols.h"
 #include "eval/bi_support.h"
 #include "eval/builtins/bi_files.h"
+#include "eval/graphics_windows.h"
 #include "eval/registry.h"
 #include "kit/language.h"
 
@@ -51,7 +52,7 @@ bool families_are_complete() {
   return true;
 }
 
-// Runs in an empty folder, with no file open and nothing learnt.
+// Runs in an empty folder, with no file or window open and nothing learnt.
 class HelpPage : public kit::Language, public testing::WithParamInterface<HelpRow> {
 protected:
   void SetUp() override {
@@ -66,6 +67,9 @@ protected:
   void TearDown() override {
     for (UserFileInfo &file : gUserFile)
       file.fp.reset();
+    while (gBgrWind != nullptr)
+      close_graphics(gBgrWind);
+    close_narrative();
     fs::current_path(before_);
     fs::remove_all(folder_);
     Language::TearDown();
