@@ -17,6 +17,8 @@ constexpr ColonCommand kColonTable[] = {
     {"list", "[NAME]", "show a name with its type and clauses; without a name everything",
      colon_list},
     {"load", "FILE", "read declarations, definitions and queries from a file", colon_load},
+    {"graphics", "[save N FILE.svg]", "list the graphics windows, or write one as a picture",
+     colon_graphics},
     {"space", "[more|less|reset]", "double, halve or reset the query space, or show its size",
      colon_space},
     {"time", "[on|off]", "show what each answer cost", colon_time},

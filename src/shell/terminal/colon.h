@@ -40,5 +40,7 @@ int colon_space(const std::string &argument);
 int colon_time(const std::string &argument);
 int colon_nesting(const std::string &argument);
 int colon_quit(const std::string &argument);
+// colon_graphics.cpp:
+int colon_graphics(const std::string &argument);
 
 } // namespace velora

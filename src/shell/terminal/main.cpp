@@ -18,6 +18,7 @@
 #include "front/cint.h"
 #include "front/parser.h"
 #include "platform/response.h"
+#include "shell/graphics_files.h"
 #include "shell/terminal/colon.h"
 #include "shell/terminal/options.h"
 #include "shell/terminal/session.h"
@@ -131,6 +132,8 @@ int run_program(const Options &options) {
       session.run_one([&] { return open_database(options.database); });
     console.let_go(false);
     session.run();
+    if (!options.graphics_dir.empty())
+      session.run_one([&] { return save_all_graphics(options.graphics_dir.c_str()); });
     status = session.exit_status();
   } else {
     console.let_go(true);

@@ -56,6 +56,8 @@ constexpr OptionRow kOptionTable[] = {
     {"--max-space", "NODES", "how far the query space may grow (default: half the memory)",
      take_max_space},
     {"--nesting", "N", "how deep evaluations may nest, 1 to 10000 (default: 120)", take_nesting},
+    {"--graphics-dir", "DIR", "write every graphics window as a picture at the end",
+     [](Options &o, const std::string &v) { return o.graphics_dir = v, !v.empty(); }},
     {"--no-notes", nullptr, "leave out the lines of help beside messages",
      [](Options &o, const std::string &) { return !(o.notes = false); }},
     {"--version", nullptr, "print the version and end",

@@ -17,6 +17,7 @@ struct Options {
   std::vector<std::string> queries; // --eval, in order
   std::string lib_dir;
   std::string database;
+  std::string graphics_dir;
   std::int32_t space = 0;
   std::int64_t max_space = 0;
   int nesting = 0;
