@@ -144,6 +144,7 @@ void clear_graphics(BgrWinInfo &info) {
   info.fore = kPalette[kBlack];
   info.paper = kPalette[kWhite];
   info.map = {};
+  info.plot = false;
 }
 
 Rect graphics_extent(const BgrWinInfo &info) {

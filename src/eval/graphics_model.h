@@ -73,6 +73,7 @@ struct BgrWinInfo {
   Colour fore = kPalette[kBlack];
   Colour paper = kPalette[kWhite];
   GridMap map{};
+  bool plot = false; // shows a plot, which a grid does not cover
 };
 
 // The list of open windows, and the one that the built-ins draw in (null when none is open).

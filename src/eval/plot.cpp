@@ -257,6 +257,7 @@ std::string tick_text(double value, double step) {
 
 void draw_plot(BgrWinInfo &info, PlotKind kind, const PlotTexts &texts, const PlotData &data) {
   clear_graphics(info);
+  info.plot = true;
   Plot(info, kind, texts, data).draw();
 }
 

@@ -71,6 +71,7 @@ void Language::TearDown() {
     clear_user_symbols();
     return 1;
   });
+  free_retired();
   gSymbolTableChanged = 0;
   const char *what = nullptr;
   EXPECT_EQ(check_pool(&what), 1) << what;

@@ -61,14 +61,14 @@ int go(node **stack, int code) {
 
 } // namespace
 
-// Lays a grid in the current window; opens a window when there is none.
+// Lays a grid in the current window; opens a window when there is none or it shows a plot.
 int bi_mp_grid(node **stack, int) {
   int size[2];
   if (!force_coordinates(stack, 1, 2, size))
     return 0;
   if (size[0] < 1 || size[1] < 1 || size[0] > kMostCells || size[1] > kMostCells)
     return 0;
-  if (gBgrWind == nullptr && open_graphics() == nullptr)
+  if ((gBgrWind == nullptr || gBgrWind->plot) && open_graphics() == nullptr)
     return 0;
   lay_grid(*gBgrWind, size[0], size[1]);
   redraw_current();

@@ -100,8 +100,9 @@ constexpr HelpRow kRows[] = {
      "anything but a string."},
     {"mp_grid",
      "int -> int -> bool",
-     "Lays a grid of that many columns and rows, 1 to 200 of each, in the current window, which "
-     "opens if need be. Cell 1 1 is in the upper left corner and the current one.",
+     "Lays a grid of that many columns and rows, 1 to 200 of each, in the current window; a "
+     "new one opens when there is none or it shows a plot. Cell 1 1 is in the upper left corner "
+     "and the current one.",
      {{"mp_grid #8 #6", "True"}},
      "numbers below 1 or above 200."},
     {"mp_move",
