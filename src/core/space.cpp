@@ -2,6 +2,7 @@
 // collect.cpp.
 #include "core/space.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "core/collect.h"
@@ -36,6 +37,8 @@ constexpr int kBytesPerNode = 10; // as sizes of the space are told to the user
 
 // Spaces below this size have no room beyond what is accounted.
 constexpr std::int64_t kSmallSpace = 4096;
+// What a large space has beyond it at the most.
+constexpr std::int32_t kMostOverdraft = 8'000'000;
 
 unsigned stress_every = 0;
 std::uint64_t taken_before = 0;
@@ -46,7 +49,7 @@ std::int64_t in_use = 0;
 // Nodes beyond `node_count` that may be in use between two collections. With as many as the space
 // holds, a space that is nearly full collects no oftener than it is filled anew.
 std::int64_t overdraft() {
-  return node_count < kSmallSpace ? 0 : node_count;
+  return node_count < kSmallSpace ? 0 : std::min(node_count, kMostOverdraft);
 }
 
 void settle_taken() {

@@ -16,6 +16,7 @@
 #include "core/space.h"
 #include "core/trees.h"
 #include "eval/clause_code.h"
+#include "eval/match_plan.h"
 
 namespace velora {
 
@@ -227,10 +228,25 @@ bool match_group(Match &m, const defs_link *group, node **call_stack, int most, 
   return false;
 }
 
-bool match_function(Match &m, const func_block *fc, node **call_stack, int spine_len,
-                    Found &found) {
+// As match_function, but skips the groups that the index rules out.
+bool match_planned(Match &m, const match_plan &plan, node **call_stack, int most, Found &found) {
+  for (std::size_t i = 0; i < plan.groups.size(); ++i) {
+    i = next_group(plan, call_stack[1]->val.a.a2, i);
+    if (i == plan.groups.size())
+      return false;
+    clear(m.bindings);
+    if (match_group(m, plan.groups[i], call_stack, most, found))
+      return true;
+  }
+  return false;
+}
+
+bool match_function(Match &m, func_block *fc, node **call_stack, int spine_len, Found &found) {
   const MatchScope scope;
   const int most = spine_len < fc->arity ? spine_len : fc->arity;
+  if (fc->defs != nullptr && fc->defs->next != nullptr && spine_len >= fc->arity)
+    if (const match_plan *plan = plan_of(fc))
+      return match_planned(m, *plan, call_stack, most, found);
   for (const defs_link *group = fc->defs; group != nullptr; group = group->next) {
     clear(m.bindings);
     if (match_group(m, group, call_stack, most, found))
@@ -269,7 +285,7 @@ private:
 
 int match_and_rewrite(Pass pass, node *&unsettled, node *forced_once, node **call_stack,
                       int spine_len) {
-  const func_block *fc = call_stack[0]->val.fc;
+  func_block *fc = call_stack[0]->val.fc;
   Bindings bindings(fc->max_var);
   Match m{pass, bindings.span()};
   m.forced_once = forced_once;
@@ -305,10 +321,6 @@ int reduce_function(node **call_stack, int spine_len) {
   if (place >= 0)
     return place;
   return match_and_rewrite(Pass::with_variables, ignored, nullptr, call_stack, spine_len);
-}
-
-void forget_plan(func_block *fc) {
-  fc->plan = nullptr;
 }
 
 } // namespace velora
