@@ -136,6 +136,17 @@ node *LCopy(const node *old) {
   return n;
 }
 
+node *own_function_part(node *application) {
+  node *fun = application->val.a.a1;
+  if (fun == nullptr || !is_apply(fun) || (fun->flags & kStaticNode) == 0)
+    return fun;
+  Root held(application);
+  node *copy = take_node();
+  LCopy_whole(copy, fun, 0);
+  application->val.a.a1 = copy;
+  return copy;
+}
+
 // Kept: below the top position the first alternative of each list is taken whatever its mask.
 void LCopy_lhs_struct_rec(node *nuw, const choice_node *old, std::uint32_t mask) {
   while (old != nullptr && (old->mask & mask) == 0)

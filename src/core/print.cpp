@@ -27,19 +27,6 @@ bool is_named(const node *n, const char *name) {
          std::strcmp(n->val.cs->name, name) == 0;
 }
 
-// The function part of an application in the query space, made its own when it is shared code, so
-// that its arguments may be evaluated in place.
-node *own_function_part(node *application) {
-  node *fun = application->val.a.a1;
-  if (fun == nullptr || !is_apply(fun) || (fun->flags & kStaticNode) == 0)
-    return fun;
-  Root held(application);
-  node *copy = take_node();
-  LCopy_whole(copy, fun, 0);
-  application->val.a.a1 = copy;
-  return copy;
-}
-
 std::string number_text(const node *n) {
   switch (n->type) {
   case kInteger:

@@ -9,7 +9,6 @@
 #include "core/needs.h"
 #include "core/space.h"
 #include "core/symbols.h"
-#include "eval/as_written.h"
 #include "eval/bi_support.h"
 #include "front/pfdef.h"
 #include "front/plhs.h"
@@ -34,10 +33,9 @@ node *own_pattern(const choice_node *list, std::uint32_t mask) {
   return both;
 }
 
-// A heap copy of a term of the query space, as it was written.
+// A heap copy of a term of the query space, as it stands.
 Tree heap_copy(const node *term) {
-  const Root copy(copy_as_written(term, 0));
-  return Tree(copy_tree(copy));
+  return Tree(copy_tree(term));
 }
 
 // One clause that stays, with its head, while the trees are built anew.

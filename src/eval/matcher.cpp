@@ -242,7 +242,6 @@ bool match_planned(Match &m, const match_plan &plan, node **call_stack, int most
 }
 
 bool match_function(Match &m, func_block *fc, node **call_stack, int spine_len, Found &found) {
-  const MatchScope scope;
   const int most = spine_len < fc->arity ? spine_len : fc->arity;
   if (fc->defs != nullptr && fc->defs->next != nullptr && spine_len >= fc->arity)
     if (const match_plan *plan = plan_of(fc))
@@ -286,6 +285,7 @@ private:
 int match_and_rewrite(Pass pass, node *&unsettled, node *forced_once, node **call_stack,
                       int spine_len) {
   func_block *fc = call_stack[0]->val.fc;
+  const MatchScope scope; // until the clause found is applied
   Bindings bindings(fc->max_var);
   Match m{pass, bindings.span()};
   m.forced_once = forced_once;

@@ -5,7 +5,6 @@
 
 #include "core/events.h"
 #include "core/trees.h"
-#include "eval/as_written.h"
 #include "eval/bi_support.h"
 #include "eval/builtins/bi_maths.h"
 #include "eval/builtins/families.h"
@@ -89,11 +88,9 @@ int bi_match(node **stack, int) {
   return set_bool(stack[2], Matcher(true).matches(bi_arg(stack, 1), bi_arg(stack, 2)));
 }
 
-// matchq p x: the same on both terms as they are written.
+// matchq p x: the same on both terms as they stand.
 int bi_matchq(node **stack, int) {
-  const Root pattern(copy_as_written(bi_arg(stack, 1), 0));
-  const Root term(copy_as_written(bi_arg(stack, 2), 0));
-  return set_bool(stack[2], Matcher(false).matches(pattern, term));
+  return set_bool(stack[2], Matcher(false).matches(bi_arg(stack, 1), bi_arg(stack, 2)));
 }
 
 } // namespace velora

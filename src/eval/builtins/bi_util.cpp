@@ -1,7 +1,6 @@
 // Evaluation under the program's own control: quoting, forcing, sequencing, application, leaving a
 // query early. Called by the dispatcher; touches the query space only, and the console for `print`.
 #include "core/events.h"
-#include "eval/as_written.h"
 #include "eval/bi_support.h"
 #include "eval/builtins/families.h"
 
@@ -29,7 +28,9 @@ node *apply_arguments(node *head, node **stack, int first, int count, int rotati
 
 // quote x = a copy of x in which every node is guarded; the engine takes the guard off the top.
 int bi_quote(node **stack, int) {
-  Root copy(copy_as_written(bi_arg(stack, 1), 1));
+  Root copy(take_node());
+  copy->type = kInteger;
+  LCopy_whole(copy, bi_arg(stack, 1), 1);
   return set_copy(stack[1], copy);
 }
 
@@ -45,8 +46,7 @@ int bi_eval(node **stack, int) {
 // argeval (f a b ...) = f a b ... with b, a, ... in head normal form: from the outside in.
 int bi_argeval(node **stack, int) {
   node *term = bi_arg(stack, 1);
-  write_out_head(term);
-  for (node *n = term; is_apply(n); n = n->val.a.a1)
+  for (node *n = term; is_apply(n); n = own_function_part(n))
     evaluate(n->val.a.a2);
   return set_copy(stack[1], term);
 }

@@ -79,6 +79,16 @@ protected:
   }
 };
 
+TEST_F(ClauseCodeTest, UnevaluatedArgumentsLookLikeCombinators) {
+  cint_fdec("zq ::= zt -> zt");
+  cint_fdef("zq ?0 ::= quote (zc1 (zf (zg ?0)))");
+  EXPECT_EQ(kit::answer("zq #5 ;"), "( B zc1 ( B zf zg) #5)");
+  cint_fdef("zq ?0 ::= quote (zc2 ?0 ?0)");
+  EXPECT_EQ(kit::answer("zq #5 ;"), "( S zc2 I #5)");
+  cint_fdef("zq ?0 ::= zc1 (quote (zc2 ?0 ?0))");
+  EXPECT_EQ(kit::answer("zq #5 ;"), "( zc1 ( S zc2 I #5))");
+}
+
 TEST_F(ClauseCodeTest, RandomBodiesLookAlikeQuoted) {
   BodyMaker maker(1);
   for (int i = 0; i < 150; ++i)
@@ -96,6 +106,17 @@ TEST_F(ClauseCodeTest, RandomBodiesEvaluateAlikeUnderConstantCollection) {
   set_collect_stress(1);
   for (int i = 0; i < 40; ++i)
     compare("zc1 (exptolistq (" + maker.body() + "))");
+}
+
+// The code of a clause that is replaced while what it built still waits must stay.
+TEST_F(ClauseCodeTest, ReplacedClausesLiveOnInWhatTheyBuilt) {
+  cint_fdec("zr ::= int -> int");
+  cint_fdec("zs ::= int -> int");
+  cint_fdef("zs ?0 ::= progN (assert zr ?0 #0) (+ ?0 (* ?0 #10))");
+  cint_fdef("zr ?0 ::= zs ?0");
+  set_collect_stress(1);
+  EXPECT_EQ(kit::answer("zr #4 ;"), "#44");
+  EXPECT_EQ(kit::answer("zr #4 ;"), "#0");
 }
 
 } // namespace
