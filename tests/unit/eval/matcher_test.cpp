@@ -131,9 +131,9 @@ TEST_F(MatcherTest, LongSpinesReduceLikeShortOnes) {
 }
 
 TEST_F(MatcherTest, LambdaSubstitutesArgumentsOnly) {
-  EXPECT_EQ(ask("lambda ?0 (+ ?0 (* ?0 #2)) #5"), "#15");
-  EXPECT_EQ(ask("lambda ?0 (?0 ?0) #5"), "( ?0 #5)");
-  EXPECT_EQ(ask("lambda #0 #1 #2"), "( lambda #0 #1 #2)");
+  EXPECT_EQ(ask("(lambda ?0 (+ ?0 (* ?0 #2)) #5)"), "#15");
+  EXPECT_EQ(ask("(lambda ?0 (?0 ?0) #5)"), "( ?0 #5)");
+  EXPECT_EQ(ask("(lambda #0 #1 #2)"), "( lambda #0 #1 #2)");
 }
 
 } // namespace
