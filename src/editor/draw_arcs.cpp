@@ -110,7 +110,9 @@ bool runs_through(const Rect &box, Point a, Point b) {
 std::vector<Point> loop_path(const NodePlace &node) {
   const Rect &box = node.box;
   const int out = 2 * head_length(node.font.size);
-  const int x = box.left + 7 * box.width() / 8;
+  const int x = node.seg->type == kJunction
+                    ? box.centre().x
+                    : std::max(box.centre().x, box.right - box.width() / 8 - node.slant);
   const int y = box.centre().y;
   return {{box.right - end_inset(node, y), y},
           {box.right + out, y},
