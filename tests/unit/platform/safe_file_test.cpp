@@ -113,6 +113,24 @@ TEST_F(SafeFileTest, StoppedAtEveryStepAWholeVersionStands) {
   EXPECT_EQ(get(name), kNew);
 }
 
+TEST_F(SafeFileTest, KilledAtAnyMomentAWholeVersionStands) {
+  for (int round = 0; round < 40; ++round) {
+    const pid_t child = fork();
+    if (child == 0) {
+      for (;;)
+        save();
+    }
+    usleep(static_cast<useconds_t>(500 + 700 * (round % 10)));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    const std::string now = get(name);
+    const std::string kept = get(name + ".bak");
+    EXPECT_TRUE(now == kOld || now == kNew || (now == "(none)" && (kept == kOld || kept == kNew)))
+        << round;
+    put(name, kOld);
+  }
+}
+
 TEST_F(SafeFileTest, FailedAtEveryStepNothingIsLost) {
   for (const int allowed : {0, 10}) {
     bytes_allowed = allowed;
