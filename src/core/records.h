@@ -202,6 +202,10 @@ struct defs_link {
   rhs_link *defs;
   defs_link *next;
   choice_node *lhs_tree;
+  // Hashes of the clauses' heads, so that an equal head is found fast: of every clause, or of none
+  // (`hashed` 0), which is what anyone who rewrites a group must say.
+  std::uint32_t hashed = 0;
+  std::uint32_t head_hash[kGroupSize] = {};
 };
 
 inline bool is_apply(const node *n) {

@@ -79,6 +79,7 @@ void refill_groups(defs_link **place, std::vector<Kept> &kept, NewTrees &trees) 
     defs_link *group = *place;
     free_lhs_tree(group->lhs_tree);
     group->lhs_tree = trees.take(g);
+    group->hashed = 0;
     rhs_link **end = &group->defs;
     const std::size_t last = std::min(kept.size(), (g + 1) * kGroupSize);
     for (std::size_t i = g * kGroupSize; i < last; ++i) {

@@ -49,11 +49,11 @@ void apply_to(Tree &body, Tree held) {
   body.reset(applied);
 }
 
+} // namespace
+
 bool any_hold(const node *body) {
   return walk(body, [](const node *n) { return is_hold(n) || is_holdn(n); });
 }
-
-} // namespace
 
 bool inside_exp(const node *body, const node *hold) {
   return walk(body, [hold](const node *n) {
@@ -75,8 +75,6 @@ const node *get_HOLDN_exp(const node *body) {
 
 // body -> (([HOLD e] body) e), where [h] is the abstraction of every occurrence of h.
 void share_held_expressions(Tree &body) {
-  if (!any_hold(body.get()))
-    return;
   while (const node *hold = get_HOLDN_exp(body.get())) {
     const int id = holdn_id(hold);
     Tree held(copy_tree(hold->val.a.a2));

@@ -6,6 +6,8 @@
 
 namespace velora {
 
+// True when the body contains a HOLD or HOLDN application.
+bool any_hold(const node *body);
 // Rewrites `body` until it holds no HOLDN and then no HOLD application.
 void share_held_expressions(Tree &body);
 

@@ -128,6 +128,7 @@ Place place_for_clause(func_block *fc) {
 void append_clause(func_block *fc, const node *lhs, const Head &head, Tree compiled,
                    Tree original) {
   auto clause = std::make_unique<rhs_link>(rhs_link{-1, nullptr, nullptr, nullptr, nullptr});
+  const std::uint32_t hash = head_hash(lhs);
   forget_plan(fc);
   const Place place = place_for_clause(fc);
   merge_lhs(lhs, &place.group->lhs_tree, 1u << place.count, &clause->max_var);
@@ -136,6 +137,8 @@ void append_clause(func_block *fc, const node *lhs, const Head &head, Tree compi
   fc->arity = static_cast<std::uint8_t>(std::max<int>(fc->arity, head.arguments));
   fc->max_var = static_cast<std::int16_t>(std::max<int>(fc->max_var, clause->max_var));
   *place.end = clause.release();
+  if (place.group->hashed == static_cast<std::uint32_t>(place.count))
+    place.group->head_hash[place.group->hashed++] = hash;
   gSymbolTableChanged = 1;
 }
 
@@ -158,9 +161,14 @@ symbol *clause_function() {
 } // namespace
 
 Tree compile_body(int max_var, const node *body) {
-  Tree shared(copy_tree(body));
-  share_held_expressions(shared);
-  Tree compiled(comb(shared.get()));
+  Tree compiled;
+  if (any_hold(body)) {
+    Tree shared(copy_tree(body));
+    share_held_expressions(shared);
+    compiled.reset(comb(shared.get()));
+  } else {
+    compiled.reset(comb(body));
+  }
   abstract_variables(max_var, compiled);
   return compiled;
 }

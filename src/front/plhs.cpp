@@ -3,7 +3,9 @@
 #include "front/plhs.h"
 
 #include <bit>
+#include <functional>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "core/text.h"
@@ -51,6 +53,45 @@ const choice_node *find_alternative(const choice_node *list, const node *pattern
         (is_apply(pattern) ? is_apply(&list->n) : equal_node(&list->n, pattern) != 0))
       return list;
   return nullptr;
+}
+
+std::uint64_t mix(std::uint64_t hash, std::uint64_t value) {
+  return (hash ^ value) * 0x9E3779B97F4A7C15u + (hash >> 29);
+}
+
+// What a node adds to the hash of a head: equal nodes add the same.
+std::uint64_t leaf_value(const node *n) {
+  const auto with_type = [n](std::uint64_t value) { return value * 128 + n->type; };
+  switch (n->type) {
+  case kVariable:
+    return with_type(static_cast<std::uint32_t>(n->val.v));
+  case kInteger:
+    return with_type(static_cast<std::uint32_t>(n->val.i));
+  case kCharacter:
+    return with_type(static_cast<unsigned char>(n->val.c));
+  case kFunctionNode:
+  case kConstructorNode:
+  case kName:
+    return with_type(reinterpret_cast<std::uintptr_t>(n->val.sym));
+  case kBuiltin:
+    return with_type(static_cast<std::uint32_t>(n->val.bi.id));
+  case kReal: // the two zeros are equal
+    return with_type(n->val.r == 0 ? 0 : std::bit_cast<std::uint32_t>(n->val.r));
+  case kString: {
+    const std::string_view text(n->val.s.str, static_cast<std::size_t>(n->val.s.len));
+    return with_type(std::hash<std::string_view>{}(text));
+  }
+  default:
+    return n->type;
+  }
+}
+
+// False when no clause of the group can have a head with that hash.
+bool may_hold(const defs_link &group, std::uint32_t hash) {
+  bool found = group.hashed == 0;
+  for (const std::uint32_t h : group.head_hash)
+    found |= h == hash;
+  return found;
 }
 
 // Takes a clause's bit out of every alternative of a tree. Runs while a command is abandoned, so it
@@ -131,8 +172,26 @@ std::uint32_t exact_node_match(std::uint32_t mask, const choice_node *m_t, const
   return live;
 }
 
+std::uint32_t head_hash(const node *lhs) {
+  std::uint64_t hash = 0;
+  std::vector<const node *> open{lhs};
+  while (!open.empty()) {
+    const node *n = open.back();
+    open.pop_back();
+    hash = mix(hash, leaf_value(n));
+    if (is_apply(n)) {
+      open.push_back(n->val.a.a2);
+      open.push_back(n->val.a.a1);
+    }
+  }
+  return static_cast<std::uint32_t>(hash >> 32);
+}
+
 rhs_link *find_lhs_match(const func_block *fc, const node *lhs) {
+  const std::uint32_t hash = head_hash(lhs);
   for (const defs_link *group = fc->defs; group != nullptr; group = group->next) {
+    if (!may_hold(*group, hash))
+      continue;
     const std::uint32_t found = exact_node_match(~0u, group->lhs_tree, lhs, ~0u);
     if (found == 0)
       continue;

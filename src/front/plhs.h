@@ -19,6 +19,9 @@ void merge_lhs(const node *l_t, choice_node **tree, std::uint32_t mask, int *max
 std::uint32_t exact_node_match(std::uint32_t mask, const choice_node *m_t, const node *l_t,
                                std::uint32_t intersect);
 
+// A hash under which heads that are exactly the same agree.
+std::uint32_t head_hash(const node *lhs);
+
 // The clause of `fc` whose head is exactly `lhs`, or null.
 rhs_link *find_lhs_match(const func_block *fc, const node *lhs);
 
