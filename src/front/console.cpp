@@ -41,7 +41,7 @@ int p_console_query() {
     return refuse(fault);
   if (!term) {
     if (errors == gParseErrors)
-      note_no_expression();
+      fail_silently();
     return 0;
   }
   if (p_end() == 0)

@@ -101,7 +101,7 @@ Tree p_query_term() {
   Tree term(p_expression(0));
   if (!term) {
     if (errors == gParseErrors)
-      note_no_expression();
+      fail_silently();
     return term;
   }
   if (p_end() == 0)

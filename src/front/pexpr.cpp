@@ -133,6 +133,8 @@ ExpressionParser::Step ExpressionParser::step() {
       unbalanced(kSquareUnmatched);
     else if (levels_.size() == 1)
       unbalanced(kRoundUnmatched);
+    if (!levels_.back().list && elements_.size() == levels_.back().first)
+      return kFail; // nothing between the brackets
     pp_get_token();
     return close(false);
   case kTokCloseList:

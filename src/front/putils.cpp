@@ -176,7 +176,8 @@ void report_undefined(bool infix) {
     note_near_names(name);
 }
 
-void note_no_expression() {
+void fail_silently() {
+  ++gParseErrors;
   show_note("note: this cannot stand here in an expression");
   note_place();
 }

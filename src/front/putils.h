@@ -23,9 +23,10 @@ int refuse(const std::string &message);
 // Reports the current token as a name that nobody declared, with what may have been meant.
 // `infix` tells that an operator stands after the first element of its level.
 void report_undefined(bool infix);
-// Notes beside a failure that has no message of its own: the current token cannot stand where it
-// does in an expression; a name that is listed is not known.
-void note_no_expression();
+// Counts a failure that has no message of its own: the current token cannot stand where it does in
+// an expression. Only a note says so.
+void fail_silently();
+// A note beside the listing of a name that is not known.
 void note_unknown_name(const std::string &name);
 // Skips tokens until the end token. Answers 1.
 int process_error();

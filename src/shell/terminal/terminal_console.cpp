@@ -97,7 +97,7 @@ void TerminalConsole::warn(std::string_view text, int level) {
 void TerminalConsole::note(std::string_view text) {
   if (err_open_)
     std::fputc('\n', stderr);
-  put_error(text, "\033[2m");
+  put_error(std::string(text) + "\n", "\033[2m");
 }
 
 void TerminalConsole::end_line() {

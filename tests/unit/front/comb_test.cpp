@@ -111,6 +111,20 @@ TEST_F(Clauses, SixteenClausesMakeAGroup) {
   EXPECT_EQ(show(sym("f")->b.fc->defs->next->defs->next->next->next->next->rhs), "#99");
 }
 
+TEST_F(Clauses, EqualHeadsAreFoundAfterClausesWereTakenAway) {
+  for (int i = 0; i < 40; ++i)
+    EXPECT_EQ(cint_fdef("f #" + std::to_string(i) + " ::= #1"), 1);
+  EXPECT_EQ(cint_query("deny [f #3]"), 1);
+  EXPECT_NE(console().text.find("True"), std::string::npos);
+  for (int i = 0; i < 40; ++i)
+    EXPECT_EQ(cint_fdef("f #" + std::to_string(i) + " ::= #2"), 1);
+  int clauses = 0;
+  for (const defs_link *d = sym("f")->b.fc->defs; d != nullptr; d = d->next)
+    for (const rhs_link *c = d->defs; c != nullptr; c = c->next, ++clauses)
+      EXPECT_EQ(show(c->original), "#2");
+  EXPECT_EQ(clauses, 40);
+}
+
 TEST_F(Clauses, HeadsRaiseTheArityWithinBounds) {
   EXPECT_EQ(cint_fdef("f ?0 ?1 ?2 ::= #1"), 1);
   EXPECT_EQ(sym("f")->b.fc->arity, 3);
