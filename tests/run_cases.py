@@ -5,7 +5,7 @@ A case file is a script that a user would type with the answer in it; tests/READ
 the format. Each case runs in an empty folder of its own, two at a time. The last line is
 "N passed, N failed"; the exit status is 1 when a case failed.
 
-    tests/run_cases.py [--program FILE] [--stress K] [--update] [FILE or FOLDER ...]
+    tests/run_cases.py [--program FILE] [--stress K] [--plain-bodies] [--update] [FILE or FOLDER ...]
 """
 import argparse
 import concurrent.futures
@@ -130,7 +130,7 @@ def differences(title, expected, got, how=""):
     return out[:80]
 
 
-def run_program(case, program, folder, stress):
+def run_program(case, program, folder, mode):
     env = {k: v for k, v in os.environ.items() if not k.startswith("VELORA_")}
     env.update(HOME=folder, TERM="dumb", NO_COLOR="1", LC_ALL="C.UTF-8")
     env.setdefault("ASAN_OPTIONS", "detect_leaks=1:allocator_may_return_null=1")
@@ -138,8 +138,10 @@ def run_program(case, program, folder, stress):
     for line in case.body("env").splitlines():
         key, _, value = line.partition("=")
         env[key] = value.replace("{BIN}", str(pathlib.Path(program).resolve().parent))
-    if stress:
-        env["VELORA_STRESS"] = str(stress)
+    if mode.stress:
+        env["VELORA_STRESS"] = str(mode.stress)
+    if mode.plain_bodies:
+        env["VELORA_PLAIN_BODIES"] = "1"
     options = shlex.split(case.argument("options"))
     if "plain" in options:  # run without --batch
         options.remove("plain")
@@ -147,7 +149,7 @@ def run_program(case, program, folder, stress):
         options = ["--batch"] + options
     return subprocess.run([program, *options], input=decode(case.argument("input"), case.body("input")),
                           stdout=subprocess.PIPE, stderr=subprocess.PIPE, cwd=folder, env=env,
-                          timeout=300 if stress else 120, check=False)
+                          timeout=300 if mode.stress else 120, check=False)
 
 
 def check_files(case, folder):
@@ -164,7 +166,7 @@ def check_files(case, folder):
     return out
 
 
-def run_case(case, program, stress):
+def run_case(case, program, mode):
     """The complaints about one case; empty when it passed."""
     with tempfile.TemporaryDirectory(prefix="velora-case-") as folder:
         for name, how, body in case.files:
@@ -172,7 +174,7 @@ def run_case(case, program, stress):
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_bytes(decode(how, body))
         try:
-            done = run_program(case, program, folder, stress)
+            done = run_program(case, program, folder, mode)
         except subprocess.TimeoutExpired:
             return ["  did not end in time"], None
         fold = folder.encode()
@@ -224,6 +226,8 @@ def main():
     parser = argparse.ArgumentParser(description="Runs case files through the terminal program.")
     parser.add_argument("--program", default=str(ROOT / "build/debug/bin/velora"))
     parser.add_argument("--stress", type=int, default=0, help="collect at every K-th allocation")
+    parser.add_argument("--plain-bodies", action="store_true",
+                        help="reduce clause bodies combinator by combinator")
     parser.add_argument("--update", action="store_true", help="write what the program said")
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--only", default="", help="run the cases whose title holds this text")
@@ -239,7 +243,7 @@ def main():
     program = os.path.abspath(options.program)
     failed = 0
     with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
-        results = pool.map(lambda c: run_case(c, program, options.stress), cases)
+        results = pool.map(lambda c: run_case(c, program, options), cases)
         for case, (complaints, _) in zip(cases, results):
             if complaints:
                 failed += 1

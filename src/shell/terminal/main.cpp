@@ -12,6 +12,7 @@
 #include "core/events.h"
 #include "core/space.h"
 #include "core/symbols.h"
+#include "eval/clause_code.h"
 #include "eval/evaluate.h"
 #include "eval/help.h"
 #include "eval/registry.h"
@@ -101,6 +102,7 @@ int start_language(Session &session) {
     return 13; // abandoned half way
   if (const char *every = std::getenv("VELORA_STRESS"))
     set_collect_stress(static_cast<unsigned>(std::strtoul(every, nullptr, 10)));
+  gPlainBodies = std::getenv("VELORA_PLAIN_BODIES") != nullptr;
   return code;
 }
 
