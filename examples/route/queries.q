@@ -1,0 +1,4 @@
+lload "route.ddb"
+route ;
+$ route ;
+draw ;
