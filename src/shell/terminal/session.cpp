@@ -10,6 +10,7 @@
 #include "core/space.h"
 #include "eval/evaluate.h"
 #include "front/cint.h"
+#include "front/putils.h"
 #include "front/source.h"
 #include "platform/response.h"
 #include "shell/terminal/colon.h"
@@ -112,6 +113,8 @@ int Session::run_again() {
 
 Got Session::next_line(std::string &line, const char *prompt, bool first) {
   for (;;) {
+    if (typed_)
+      console_.end_line();
     const Got got = input_.read(line, shown_prompt(prompt));
     if (got == Got::interrupted && typed_ && first)
       continue; // the key has cleared the line
@@ -127,6 +130,14 @@ int Session::refill(std::string &line, const char *prompt) {
     pending_.pop_front();
     return 1;
   }
+  // Who typed a faulty statement need not close it: the parser would skip to its end anyway.
+  if (typed_ && prompt == nullptr && gParseErrors > errors_before_) {
+    line = ";";
+    errors_before_ = gParseErrors;
+    return 1;
+  }
+  if (prompt != nullptr)
+    errors_before_ = gParseErrors;
   const bool first = prompt != nullptr && std::strstr(prompt, "QUERY") != nullptr;
   if (prompt != nullptr)
     remember_command();

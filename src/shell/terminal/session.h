@@ -42,6 +42,7 @@ private:
   bool over_ = false;
   bool failed_ = false;
   bool interrupted_ = false;
+  int errors_before_ = 0;           // parser errors before the statement being typed
   std::string colon_;               // a command of the shell that refill came upon
   std::string entry_;               // the lines of the statement being typed, for the history
   std::string command_;             // all lines of the command being run
