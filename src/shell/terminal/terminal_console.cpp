@@ -97,7 +97,10 @@ void TerminalConsole::warn(std::string_view text, int level) {
 void TerminalConsole::note(std::string_view text) {
   if (err_open_)
     std::fputc('\n', stderr);
-  put_error(std::string(text) + "\n", "\033[2m");
+  put_error(text, "\033[2m");
+  if (err_open_)
+    std::fputc('\n', stderr);
+  err_open_ = false;
 }
 
 void TerminalConsole::end_line() {
