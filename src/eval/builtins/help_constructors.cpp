@@ -1,8 +1,82 @@
-// The pages of help of the 23 built-in constructors.
+// The pages of help of the built-in constructors.
 #include "eval/help.h"
 
 namespace velora {
 
-constinit const std::span<const HelpRow> help_constructors{};
+namespace {
+
+constexpr HelpRow kRows[] = {
+    {":",
+     "?0 -> list ?0 -> list ?0",
+     "Puts an element in front of a list. [#1 #2] is another way to write : #1 (: #2 nil).",
+     {{": #1 [#2 #3]", "[ #1 #2 #3 ]"}},
+     nullptr},
+    {"nil", "list ?0", "The empty list.", {{"nil", "nil"}, {"[]", "nil"}}, nullptr},
+    {"True", "bool", "The truth value of what holds.", {{"< #1 #2", "True"}}, nullptr},
+    {"False", "bool", "The truth value of what does not hold.", {{"< #2 #1", "False"}}, nullptr},
+    {"Pair",
+     "?0 -> ?1 -> pair ?0 ?1",
+     "Two values as one; first and second take them apart.",
+     {{"second (Pair #1 'a')", "'a'"}},
+     nullptr},
+    {"Black",
+     "color",
+     "The first of the colours.",
+     {{"all color", "[ Black White Red Green Blue Cyan Magenta Yellow ]"}},
+     nullptr},
+    {"White",
+     "color",
+     "A colour, the ground of a new graphics window.",
+     {{R"(istype White "color")", "True"}},
+     nullptr},
+    {"Red", "color", "A colour.", {{"all Magenta", "[ Magenta Yellow ]"}}, nullptr},
+    {"Green", "color", "A colour.", {{"= Green Green", "True"}}, nullptr},
+    {"Blue", "color", "A colour.", {{"= Blue Green", "False"}}, nullptr},
+    {"Cyan", "color", "A colour.", {{"member Cyan (all color)", "True"}}, nullptr},
+    {"Magenta", "color", "A colour.", {{"member Magenta [Red Blue]", "False"}}, nullptr},
+    {"Yellow", "color", "The last of the colours.", {{"all Yellow", "[ Yellow ]"}}, nullptr},
+    {"Quote",
+     "?0 -> ?0",
+     "A value with a mark around it, for terms about terms.",
+     {{"Quote #1", "( Quote #1)"}},
+     nullptr},
+    {"North",
+     "compass",
+     "The first of the directions of the compass.",
+     {{"all compass", "[ North South East West NEast SEast NWest SWest ]"}},
+     nullptr},
+    {"South", "compass", "A direction.", {{R"(istype South "compass")", "True"}}, nullptr},
+    {"East", "compass", "A direction.", {{"= East West", "False"}}, nullptr},
+    {"West", "compass", "A direction.", {{"member West (all compass)", "True"}}, nullptr},
+    {"NEast",
+     "compass",
+     "A direction, between North and East.",
+     {{"all NEast", "[ NEast SEast NWest SWest ]"}},
+     nullptr},
+    {"SEast",
+     "compass",
+     "A direction, between South and East.",
+     {{"!= SEast NEast", "True"}},
+     nullptr},
+    {"NWest",
+     "compass",
+     "A direction, between North and West.",
+     {{"mkset [NWest NWest]", "[ NWest ]"}},
+     nullptr},
+    {"SWest",
+     "compass",
+     "The last of the directions, between South and West.",
+     {{"all SWest", "[ SWest ]"}},
+     nullptr},
+    {"Linkage",
+     "int -> linkage",
+     "The number of a set of calls, as link_build answers it.",
+     {{"Linkage #1", "( Linkage #1)"}},
+     nullptr},
+};
+
+} // namespace
+
+constinit const std::span<const HelpRow> help_constructors = kRows;
 
 } // namespace velora
