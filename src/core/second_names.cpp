@@ -55,7 +55,7 @@ int make_alias(std::string_view name, const symbol *meant) {
   symbol *old = find_symbol(name.data(), name.size());
   if (old == meant)
     return 1;
-  if (old != nullptr && (old->stype & (kBuiltinBit | kSystemBit)) != 0)
+  if (old != nullptr && (old->stype & (kBuiltinBit | kSystemBit)) != 0 && !is_second_name(old))
     return 0;
   symbol *sym =
       old != nullptr && old->stype == kKindless ? old : insert_symbol(name.data(), name.size());
