@@ -48,10 +48,12 @@ std::string AdjustAnnotation(std::string annot, int whichway);
 std::string label_to_file(std::string_view label);
 std::string label_from_file(std::string_view text);
 
-// For the reader and the writer: notes how a file looks now, and a file that could not be read
-// whole (`raw` empty forgets it).
+// For the reader and the writer: notes how a file looks now, and whether it could not be read
+// whole.
 void note_segment_file(const std::string &fname);
-void note_damaged_file(const std::string &fname, const std::string &raw);
+void note_damaged_file(const std::string &fname, bool damaged);
+// Non-zero after a reading that ended nowhere: the next file saved over is kept aside, whichever.
+extern int gReadingAbandoned;
 
 // Forgets all files noted; after a reset, and between tests.
 void forget_segment_files();

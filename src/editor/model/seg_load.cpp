@@ -1,6 +1,6 @@
 // Reading the segment file. A sound file is read as it stands; of a damaged one every picture and
-// segment that can be made out is kept, each damaged place is reported, and the file's content is
-// noted so that the next save first keeps it aside.
+// segment that can be made out is kept, each damaged place is reported, and the file is noted so
+// that the next save first keeps it aside.
 #include "editor/model/seg_file.h"
 
 #include <string>
@@ -174,17 +174,21 @@ WinInfo *FileReader::record_for(const WindowLine &window, std::size_t window_at)
   return wi;
 }
 
+// A picture is built aside and enters the list when it is whole.
 int FileReader::read_picture(const WindowLine &window, std::size_t window_at) {
+  WinInfo built;
+  built.annot = read_annotation(window.annot, window_at);
+  if (fill_picture(&built, read_entries(window, window_at), damage_) == 0)
+    return 0;
   WinInfo *wi = record_for(window, window_at);
   if (wi == nullptr)
     return 0;
   wi->name = window.name;
   wi->cmpnt = window.cmpnt;
   wi->txtsze = window.txtsze;
-  wi->annot = read_annotation(window.annot, window_at);
-  const std::vector<SegEntry> entries = read_entries(window, window_at);
-  if (fill_picture(wi, entries, damage_) == 0)
-    return 0;
+  wi->annot = std::move(built.annot);
+  wi->seg_ments = std::move(built.seg_ments);
+  wi->seg_ct = built.seg_ct;
   if (wi->win != 0)
     gDesktop->invalidate(wi->win);
   return 1;
@@ -251,17 +255,24 @@ bool create_empty(const std::string &filename) {
   return true;
 }
 
+bool reopen(const std::string &filename, std::string &text) {
+  if (read_whole_file(filename, text))
+    return true;
+  DisplayResponsef("Can't open %s to read\n", filename.c_str());
+  return false;
+}
+
 } // namespace
 
 int RestoreAll(const std::string &filename) {
+  // An abandoned reading must not lead to a save over what it did not reach.
+  gReadingAbandoned = 1;
   std::string found;
   std::string text;
   if (!read_variant(filename, found, text)) {
-    if (!create_empty(filename))
-      return 0;
     found = filename;
-    if (!read_whole_file(filename, text)) {
-      DisplayResponsef("Can't open %s to read\n", filename.c_str());
+    if (!create_empty(filename) || !reopen(filename, text)) {
+      gReadingAbandoned = 0;
       return 0;
     }
   }
@@ -272,7 +283,8 @@ int RestoreAll(const std::string &filename) {
   DisplayResponse(" Loaded\n");
   reader.damage().report();
   note_segment_file(found);
-  note_damaged_file(found, reader.damage().empty() ? std::string() : text);
+  note_damaged_file(found, !reader.damage().empty());
+  gReadingAbandoned = 0;
   return 1;
 }
 

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <map>
+#include <set>
 
 #include "editor/model/vel_segs.h"
 #include "editor/model/wininfo.h"
@@ -11,14 +12,16 @@
 
 namespace velora {
 
+int gReadingAbandoned = 0;
+
 namespace {
 
 constexpr const char *kEndMark = "$$$$";
 
-// How each file looked when it was last read or written, and the content of those that could not
-// be read whole; by full name.
+// How each file looked when it was last read or written, and those that could not be read whole; by
+// full name.
 std::map<std::string, FileStamp> known_stamps;
-std::map<std::string, std::string> damaged_files;
+std::set<std::string> damaged_files;
 
 std::string full_name(const std::string &fname) {
   std::error_code error;
@@ -78,21 +81,24 @@ bool may_replace(const std::string &fname) {
 // Copies aside a file that could not be read whole, so that no save can lose the rest.
 bool damaged_copy_is_kept(const std::string &fname) {
   const auto found = damaged_files.find(full_name(fname));
-  if (found == damaged_files.end())
+  if ((found == damaged_files.end() && gReadingAbandoned == 0) || !file_exists(fname))
     return true;
   std::string copy = fname + ".damaged";
   for (int number = 2; file_exists(copy); ++number)
     copy = format_text("%s.damaged.%d", fname.c_str(), number);
+  std::string text;
   SafeFile out(copy);
-  if (out.open())
-    out.write(found->second);
+  if (read_whole_file(fname, text) && out.open())
+    out.write(text);
   if (out.replace() != SaveOutcome::saved) {
     orvek_errorf("%s could not be read whole and cannot be kept as %s: %s\n", fname.c_str(),
                  copy.c_str(), out.reason().c_str());
     return false;
   }
   DisplayResponsef("What could not be read of %s is kept in %s\n", fname.c_str(), copy.c_str());
-  damaged_files.erase(found);
+  if (found != damaged_files.end())
+    damaged_files.erase(found);
+  gReadingAbandoned = 0;
   return true;
 }
 
@@ -154,16 +160,17 @@ void note_segment_file(const std::string &fname) {
   known_stamps[full_name(fname)] = stamp_of(fname);
 }
 
-void note_damaged_file(const std::string &fname, const std::string &raw) {
-  if (raw.empty())
-    damaged_files.erase(full_name(fname));
+void note_damaged_file(const std::string &fname, bool damaged) {
+  if (damaged)
+    damaged_files.insert(full_name(fname));
   else
-    damaged_files[full_name(fname)] = raw;
+    damaged_files.erase(full_name(fname));
 }
 
 void forget_segment_files() {
   known_stamps.clear();
   damaged_files.clear();
+  gReadingAbandoned = 0;
 }
 
 int SaveAll(const std::string &fname) {

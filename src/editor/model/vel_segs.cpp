@@ -142,8 +142,9 @@ int setup_for_fdef(WinInfo *wi) {
   return 1;
 }
 
-void make_pointer_space(std::vector<Segm *> &list, Segm *seg) {
-  list.push_back(seg);
+void make_pointer_space(std::vector<Segm *> &list) {
+  if (list.size() == list.capacity())
+    list.reserve(2 * list.size() + 1);
 }
 
 int put_arc_between(WinInfo *wi, int from, int to, int connection) {
@@ -151,6 +152,11 @@ int put_arc_between(WinInfo *wi, int from, int to, int connection) {
   Segm *end = wi->seg_ments[to];
   if (start == nullptr || end == nullptr || !is_node(start) || !is_node(end))
     return 0;
+  // All space is made before anything is linked, so that memory running out leaves no half link.
+  make_pointer_space(start->segf_ptr);
+  make_pointer_space(end->segb_ptr);
+  std::vector<Segm *> from_start{start};
+  std::vector<Segm *> to_end{end};
   Segm *arc = extra_segment(wi);
   if (arc == nullptr)
     return 0;
@@ -161,10 +167,10 @@ int put_arc_between(WinInfo *wi, int from, int to, int connection) {
   arc->ly = down ? start->uy : start->ly;
   arc->ux = end->box().centre().x;
   arc->uy = down ? end->ly : end->uy;
-  make_pointer_space(arc->segb_ptr, start);
-  make_pointer_space(arc->segf_ptr, end);
-  make_pointer_space(start->segf_ptr, arc);
-  make_pointer_space(end->segb_ptr, arc);
+  arc->segb_ptr = std::move(from_start);
+  arc->segf_ptr = std::move(to_end);
+  start->segf_ptr.push_back(arc);
+  end->segb_ptr.push_back(arc);
   return arc->segnum;
 }
 

@@ -39,8 +39,8 @@ int setup_for_fdef(WinInfo *wi);
 // Adds a segment of kind `connection` (3) from one node to another; answers its slot, 0 when
 // either is no node or memory is short.
 int put_arc_between(WinInfo *wi, int from, int to, int connection);
-// Grows a list of links by an entry.
-void make_pointer_space(std::vector<Segm *> &list, Segm *seg);
+// Makes room for one more link in a list.
+void make_pointer_space(std::vector<Segm *> &list);
 
 // Hit test: the lowest slot hit, 0 for none. `nodeonly` non-zero leaves arcs out.
 int search_for_segment(int x, int y, int nodeonly, const WinInfo *wi);

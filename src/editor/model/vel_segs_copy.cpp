@@ -108,6 +108,13 @@ void clear_marks(WinInfo *wi, int last) {
   }
 }
 
+// Takes the marks of a collapse away when it ends, also when it is abandoned. Kept: the last slot
+// stays marked, with the number of its copy, until the next collapse or save.
+struct MarkGuard {
+  WinInfo *wi;
+  ~MarkGuard() { clear_marks(wi, wi->seg_ct - 1); }
+};
+
 } // namespace
 
 int transfer_add_node(WinInfo *to, const Segm *node) {
@@ -187,11 +194,10 @@ WinInfo *DoCopyNodes(WinInfo *wi, const Rect &drag) {
   if (to == nullptr)
     return nullptr;
   clear_marks(wi, wi->seg_ct);
+  const MarkGuard guard{wi};
   Collapse run{wi, to, contents};
   put_arc_between(to, copy_marked(run, last), fdef_res, kArc);
   StepBack(run, last);
-  // Kept: the last slot stays marked, with the number of its copy, until the next collapse or save.
-  clear_marks(wi, wi->seg_ct - 1);
   gDesktop->invalidate(to->win);
   return to;
 }
