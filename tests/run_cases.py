@@ -14,6 +14,7 @@ import os
 import pathlib
 import re
 import shlex
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -23,7 +24,7 @@ ROOT = TESTS.parent
 SECTION = re.compile(r"^--- (\w+)(?: (.*))?$")
 ESCAPE = re.compile(r"^\\(?=--- |=== |\\)")  # what keeps a line from being a marker
 LISTS = {"file", "left"}
-SINGLE = {"options", "input", "output", "errors", "status", "gone", "env"}
+SINGLE = {"options", "copy", "input", "output", "errors", "status", "gone", "env"}
 
 
 class CaseError(Exception):
@@ -173,6 +174,8 @@ def run_case(case, program, mode):
             path = pathlib.Path(folder, name)
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_bytes(decode(how, body))
+        for name in case.argument("copy").split():
+            shutil.copy(ROOT / name, folder)
         try:
             done = run_program(case, program, folder, mode)
         except subprocess.TimeoutExpired:

@@ -53,15 +53,17 @@ std::optional<double> probability_arg(node **stack, int i) {
 // A table on its way into the model, which it reaches by keep() alone.
 class Lesson {
 public:
-  // Takes one row; 0, after a message, when it does not fit.
+  // Takes one row, passing over a blank one; 0, after a message, when it does not fit.
   int take(const TableRow &row) {
     CheckForUserEvents(800);
+    if (row.empty() || (row.size() == 1 && row[0].empty()))
+      return 1;
     ++rows_;
-    if (rows_ == 1 && learnt_.features().empty() && !row.empty())
+    if (rows_ == 1 && learnt_.features().empty())
       return take_heading(row);
     if (learnt_.learn(row))
       return 1;
-    DisplayResponsef("Row %d has %d fields where %d are expected\n", rows_,
+    DisplayResponsef("Row %d: %d fields found where %d are expected\n", rows_,
                      static_cast<int>(row.size()), static_cast<int>(learnt_.features().size()) + 1);
     return 0;
   }
@@ -92,7 +94,7 @@ int learn_file(node *target, const std::string &name) {
   Lesson lesson;
   std::string line;
   while (source.next(line))
-    if (!line.empty() && !lesson.take(split_row(line)))
+    if (!lesson.take(split_row(line)))
       return set_bool(target, false);
   return set_bool(target, lesson.keep());
 }

@@ -2,7 +2,9 @@
 // system, so that line ends mean the same everywhere.
 #include "eval/builtins/text_files.h"
 
+#include <algorithm>
 #include <cctype>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -36,6 +38,8 @@ FileHandle open_text(const char *name) {
 
 namespace {
 
+constexpr std::size_t kReadAhead = std::size_t{1} << 16;
+
 // The next byte, looking again at a file whose end was met before.
 int read_byte(std::FILE *fp) {
   if (std::feof(fp))
@@ -45,6 +49,14 @@ int read_byte(std::FILE *fp) {
 
 bool is_blank_byte(int c) {
   return c < 0x80 && std::isspace(c) != 0;
+}
+
+void append_without_nuls(std::string &line, std::string_view bytes) {
+  const std::size_t old = line.size();
+  line += bytes;
+  if (bytes.find('\0') != std::string_view::npos)
+    line.erase(std::remove(line.begin() + static_cast<std::ptrdiff_t>(old), line.end(), '\0'),
+               line.end());
 }
 
 bool ends_in(std::string_view name, std::string_view ending) {
@@ -111,14 +123,34 @@ const char *output_mode(const char *name) {
   return nullptr;
 }
 
+LineSource::LineSource(const char *name)
+    : file_(open_text(name)), buffer_(file_ == nullptr ? 0 : kReadAhead) {}
+
+int LineSource::fill() {
+  CheckForUserEvents(800);
+  at_ = 0;
+  end_ = std::fread(buffer_.data(), 1, buffer_.size(), file_.get());
+  return end_ > 0 ? 1 : 0;
+}
+
 int LineSource::next(std::string &line) {
   CheckForUserEvents(800);
-  if (!read_line(file_.get(), line, 0))
-    return 0;
-  if (line.back() == '\n')
+  line.clear();
+  bool met_any = false, met_end = false;
+  while (!met_end && (at_ < end_ || fill())) {
+    met_any = true;
+    const char *from = buffer_.data() + at_;
+    const void *newline = std::memchr(from, '\n', end_ - at_);
+    met_end = newline != nullptr;
+    std::size_t count =
+        met_end ? static_cast<std::size_t>(static_cast<const char *>(newline) - from) : end_ - at_;
+    append_without_nuls(line, {from, count});
+    at_ += count + (met_end ? 1 : 0);
+  }
+  if (met_end && line.ends_with('\r'))
     line.pop_back();
-  ++count_;
-  return 1;
+  count_ += met_any ? 1 : 0;
+  return met_any ? 1 : 0;
 }
 
 LineSink::~LineSink() {

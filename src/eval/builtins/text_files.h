@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace velora {
 
@@ -38,18 +39,22 @@ int read_word(std::FILE *fp, std::string &word, std::size_t most);
 // append for one ending in ".add". Null, after the safety message, for any other existing file.
 const char *output_mode(const char *name);
 
-// Reads the lines of one file, without their line ends, and counts them.
+// Reads the lines of one file, without their line ends and NUL bytes, and counts them.
 class LineSource {
 public:
   LineSource() = default;
-  explicit LineSource(const char *name) : file_(open_text(name)) {}
+  explicit LineSource(const char *name);
   bool is_open() const { return file_ != nullptr; }
   // 1 with the next line in `line`, 0 at the end. A last line without line end counts.
   int next(std::string &line);
   std::int64_t lines_read() const { return count_; }
 
 private:
+  int fill();
   FileHandle file_;
+  std::vector<char> buffer_; // bytes from at_ to end_ are still to be read
+  std::size_t at_ = 0;
+  std::size_t end_ = 0;
   std::int64_t count_ = 0;
 };
 

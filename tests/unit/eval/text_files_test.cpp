@@ -83,6 +83,32 @@ TEST_F(TextFiles, AFileThatGrowsIsReadOn) {
   EXPECT_EQ("second\n", line);
 }
 
+TEST_F(TextFiles, WholeLinesAcrossTheReadAhead) {
+  std::string wide(100000, 'w');
+  LineSource source(
+      make("lines", wide + "\r\n\r\na\rb\n" + std::string(3, '\0') + "\nlast").c_str());
+  ASSERT_TRUE(source.is_open());
+  std::string line;
+  for (const std::string &expected :
+       {wide, std::string(), std::string("a\rb"), std::string(), std::string("last")}) {
+    EXPECT_EQ(1, source.next(line));
+    EXPECT_EQ(expected, line);
+  }
+  EXPECT_EQ(0, source.next(line));
+  EXPECT_EQ(5, source.lines_read());
+}
+
+// The carriage return is the last byte read ahead and its newline the first of the next part.
+TEST_F(TextFiles, ALineEndAcrossTheReadAhead) {
+  std::string wide(65535, 'w');
+  LineSource source(make("lines", wide + "\r\nlast").c_str());
+  std::string line;
+  EXPECT_EQ(1, source.next(line));
+  EXPECT_EQ(wide, line);
+  EXPECT_EQ(1, source.next(line));
+  EXPECT_EQ("last", line);
+}
+
 TEST_F(TextFiles, FoldersAndLongNamesAreRefused) {
   EXPECT_EQ(nullptr, open_text(path("").c_str()));
   EXPECT_EQ(nullptr, open_text(path("missing").c_str()));
