@@ -162,12 +162,10 @@ int LineSink::open(const std::string &name) {
   const char *mode = output_mode(name.c_str());
   if (mode == nullptr)
     return 0;
-  old_length_ = -1;
-  if (*mode == 'a') {
-    std::error_code error;
-    std::uintmax_t length = fs::file_size(name, error);
-    old_length_ = error ? -1 : static_cast<long>(length);
-  }
+  appending_ = *mode == 'a';
+  std::error_code error;
+  std::uintmax_t length = fs::file_size(name, error);
+  old_length_ = error ? -1 : static_cast<std::int64_t>(length);
   failed_ = false;
   name_ = name;
   file_.reset(std::fopen(name.c_str(), mode));
@@ -198,10 +196,10 @@ int LineSink::commit() {
 void LineSink::take_back() {
   file_.reset();
   std::error_code ignored;
-  if (old_length_ >= 0)
-    fs::resize_file(name_, static_cast<std::uintmax_t>(old_length_), ignored);
-  else
+  if (!appending_)
     fs::remove(name_, ignored);
+  else if (old_length_ >= 0)
+    fs::resize_file(name_, static_cast<std::uintmax_t>(old_length_), ignored);
 }
 
 int same_file(const std::string &one, const std::string &other) {

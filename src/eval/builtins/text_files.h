@@ -77,7 +77,8 @@ private:
   void take_back();
   FileHandle file_;
   std::string name_;
-  long old_length_ = -1; // of a file appended to, -1 for a new one
+  bool appending_ = false;
+  std::int64_t old_length_ = -1; // of a file appended to, -1 when it is not known
   bool failed_ = false;
 };
 
