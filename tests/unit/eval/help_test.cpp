@@ -126,8 +126,6 @@ TEST(HelpPages, EveryNameHasOnePage) {
 }
 
 TEST(HelpPages, ThePrintedPageIsTheOneMadeFromTheTables) {
-  if (!families_are_complete())
-    GTEST_SKIP() << "a family has no pages yet";
   std::ostringstream page;
   page << std::ifstream(VELORA_SOURCE_DIR "/docs/builtins.md").rdbuf();
   EXPECT_TRUE(page.str() == builtins_page()) << "run: velora --builtins-page > docs/builtins.md";
