@@ -103,11 +103,16 @@ symbol *find_symbol(const char *name, std::size_t name_len) {
   return found == names().end() ? nullptr : found->second;
 }
 
-void unlink_symbol(symbol *sym) {
+void detach_symbol(symbol *sym) {
   names().erase(std::string_view(sym->name, sym->name_len));
   (sym->prev != nullptr ? sym->prev->next : Symbol_table) = sym->next;
   if (sym->next != nullptr)
     sym->next->prev = sym->prev;
+  sym->next = sym->prev = nullptr;
+}
+
+void unlink_symbol(symbol *sym) {
+  detach_symbol(sym);
   retire_block(sym->name);
   retire_block(sym);
 }

@@ -27,6 +27,9 @@ symbol *find_symbol(const char *name, std::size_t name_len);
 // query runs the memory is kept until the query ends, since the query space may refer to it.
 void unlink_symbol(symbol *sym);
 
+// Takes `sym` out of the table and leaves the record and its name to the caller.
+void detach_symbol(symbol *sym);
+
 // Hands memory that running queries may still refer to over to be freed when no query runs.
 void retire_block(void *block);
 // Frees what was retired; called when the query space holds nothing.

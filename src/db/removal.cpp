@@ -1,7 +1,8 @@
 // Finds what depends on a symbol, asks before it is replaced, and frees its block. Searches walk
 // the whole table, so they run only when a name that exists is replaced, never while new names are
 // read. A running query may refer to what is removed: memory that it can reach is retired rather
-// than freed.
+// than freed. Signatures that are kept and clauses that name a type go on pointing to its entry
+// after it was replaced, so entries of types live on outside the table until the user's symbols go.
 #include "db/removal.h"
 
 #include <span>
@@ -115,6 +116,26 @@ void free_block(symbol *sym, int unlink) {
   sym->b.fc = nullptr;
 }
 
+// Entries of types that were replaced.
+std::vector<symbol *> replaced_types;
+
+void take_out_of_table(symbol *sym, Family family) {
+  if (family != Family::type) {
+    unlink_symbol(sym);
+    return;
+  }
+  detach_symbol(sym);
+  replaced_types.push_back(sym);
+}
+
+void free_replaced_types() {
+  for (symbol *sym : replaced_types) {
+    retire_block(sym->name);
+    retire_block(sym);
+  }
+  replaced_types.clear();
+}
+
 // Keeps gDependents empty outside remove_symbol, however it is left.
 struct DependentsGuard {
   DependentsGuard() { remove_list(gDependents); }
@@ -136,7 +157,7 @@ void show_dependants(std::span<const std::string> names) {
   int number = 0;
   for (const std::string &name : names) {
     DisplayResponsef("%d: Replace Component(s) of %s\n", ++number, name.c_str());
-    ShowGraphic(name.c_str(), 1, 0);
+    ShowGraphic(name.c_str(), 1, nullptr);
   }
 }
 
@@ -252,13 +273,14 @@ int remove_sym_block(symbol *sym, int report) {
 
 int remove_symbol(symbol *sym) {
   const DependentsGuard guard;
+  const Family family = family_of(sym);
   if (remove_sym_block(sym, 1) == 0) {
     if (gDependents.names.empty() || !user_agrees(sym, gDependents.names.size()))
       return 0;
     remove_sym_block(sym, 0);
     show_dependants(gDependents.names);
   }
-  unlink_symbol(sym);
+  take_out_of_table(sym, family);
   return 1;
 }
 
@@ -271,6 +293,7 @@ void clear_user_symbols() {
     }
     s = next;
   }
+  free_replaced_types();
 }
 
 void free_function(symbol *sym) {

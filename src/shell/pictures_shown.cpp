@@ -1,11 +1,17 @@
-// The part of the shell that shows pictures to the user, for programs without picture windows:
-// there is nothing to open.
+// The part of the shell that shows pictures and language text in windows, for programs that have no
+// such windows: there is nothing to show and nothing to close.
 #include "db/needs.h"
 
 namespace velora {
 
-int ShowGraphic(const char *, int, int) {
+int ShowGraphic(const char *, int, WinInfo *) {
   return 0;
+}
+
+void FreeOrvekWindows() {}
+
+int BackupOrvekCode() {
+  return 1;
 }
 
 } // namespace velora
