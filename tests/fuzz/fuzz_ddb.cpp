@@ -1,0 +1,121 @@
+// Fuzz target: any bytes can be opened as a database. What was read is committed, and what was
+// committed reads back without an error and is committed again with the same lines.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "core/events.h"
+#include "core/space.h"
+#include "core/symbols.h"
+#include "db/f_dbops.h"
+#include "db/vel_dbop.h"
+#include "eval/registry.h"
+#include "front/putils.h"
+#include "front/source.h"
+#include "network/links.h"
+#include "platform/response.h"
+#include "platform/safe_file.h"
+#include "shell/return_point.h"
+
+namespace {
+
+using namespace velora;
+
+// Says yes to an interrupt after a while, so that endless queries end, and notes warnings.
+class QuietConsole : public NullConsole {
+public:
+  int polls = 0;
+  std::string warnings;
+  bool interrupted() override { return ++polls > 20; }
+  void warn(std::string_view text, int) override { warnings += text; }
+};
+
+QuietConsole console;
+
+int start() {
+  namespace fs = std::filesystem;
+  const fs::path folder = fs::temp_directory_path() / "velora-fuzz-ddb";
+  fs::create_directories(folder);
+  fs::current_path(folder);
+  gConsole = &console;
+  gLibDir = VELORA_SOURCE_DIR "/lib";
+  gProgressDots = 0;
+  gSyncFiles = 0;
+  gMaxNodes = 4 * kInitialNodes;
+  set_stack_limit(std::size_t{6} << 20);
+  int code = 1;
+  run_command([&] {
+    code = init_Velora();
+    return 1;
+  });
+  if (code != 0)
+    std::abort();
+  return 1;
+}
+
+// Opens, commits and closes the database x; false when the reading was abandoned.
+bool read_and_write() {
+  console.polls = 0;
+  console.warnings.clear();
+  const int errors = gParseErrors;
+  int saved = 0;
+  run_command([&] { return saved = fdb_open_db("x") != 0 && fdb_commit_db() != 0; });
+  const bool clean = errors == gParseErrors && console.warnings.empty();
+  run_command([] { return fdb_close_db(); });
+  pp_reset(true);
+  return saved != 0 && clean;
+}
+
+std::vector<std::string> sorted_lines(const std::string &name) {
+  std::string text;
+  read_whole_file(name, text);
+  std::istringstream in(text);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(in, line);)
+    lines.push_back(line);
+  std::sort(lines.begin(), lines.end());
+  return lines;
+}
+
+void complain(const char *what) {
+  std::fprintf(stderr, "%s\n%s", what, console.warnings.c_str());
+  std::abort();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+  static const int started = start();
+  (void)started;
+  for (const auto &entry : std::filesystem::directory_iterator("."))
+    std::filesystem::remove_all(entry.path());
+  std::ofstream("x.ddb", std::ios::binary)
+      .write(reinterpret_cast<const char *>(data), static_cast<std::streamsize>(size));
+  const bool whole = read_and_write();
+  const char *what = nullptr;
+  if (check_pool(&what) == 0)
+    complain(what);
+  // A name such as "#" or "'" can run together with what stands behind it.
+  std::string text;
+  read_whole_file("x.ddb", text);
+  if (whole && text.find_first_of("#?'") == std::string::npos) {
+    const std::vector<std::string> lines = sorted_lines("x.ddb");
+    if (!read_and_write())
+      complain("what was committed does not read back");
+    if (sorted_lines("x.ddb") != lines)
+      complain("what was committed changes when it is read back");
+  }
+  run_command([&] {
+    scan_text_to_ARRAY({reinterpret_cast<const char *>(data), size});
+    ARRAY.clear();
+    return 1;
+  });
+  return 0;
+}

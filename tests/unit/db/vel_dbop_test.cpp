@@ -1,0 +1,247 @@
+// The database operations of the menus: text and pictures under one base name, what is said and
+// asked, and which files are left.
+#include "unit/db/db_kit.h"
+
+#include "editor/model/vel_segs.h"
+
+using namespace velora;
+using namespace velora::db_test;
+
+namespace {
+
+const std::string kEmptyText = "tdec\n;\ncdec\n;\nfdec\n;\nfdec\n;\nfdef\n;\n";
+const std::string kPicture = "f 0 1 1 12\nx 1 2 0 10 20 30 40\n\n\n$$$$";
+
+class PairTest : public DbTest {
+protected:
+  static constexpr int kYes = 1;
+  static constexpr int kNo = 2;
+
+  // A stored picture with one box.
+  static void add_picture(const std::string &name) {
+    WinInfo *wi = nullptr;
+    NewWinInfo(0, kFunctionPicture, &wi);
+    wi->name = name;
+    wi->cmpnt = 0;
+    Segm *box = extra_segment(wi);
+    box->type = kBox;
+    box->segnum = 1;
+    box->label = "x";
+    box->lx = 10, box->ly = 20, box->ux = 30, box->uy = 40;
+    gSegsChanged = 1;
+  }
+  static int pictures() {
+    int count = 0;
+    for (const WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
+      ++count;
+    return count;
+  }
+};
+
+TEST_F(PairTest, ANewDatabaseIsCreatedOpenedAndCommitted) {
+  console().typed = {"first.ddb"};
+  EXPECT_EQ(OpenNewDataBase("Untitled1"), 1);
+  EXPECT_EQ(gDDB_basename, "first");
+  EXPECT_NE(Db_file, 0);
+  EXPECT_EQ(files(),
+            (std::map<std::string, std::string>{
+                {"first.ddb", kEmptyText}, {"first.ddb.bak", "\n;\n"}, {"first.seg", "$$$$"}}));
+  EXPECT_TRUE(said().starts_with("Created: first.ddb\nCreated: first.seg\n")) << said();
+}
+
+TEST_F(PairTest, ANewDatabaseOverAnOldOneIsRefused) {
+  put("x.ddb", "precious");
+  console().typed = {"x"};
+  EXPECT_EQ(OpenNewDataBase("Untitled1"), 0);
+  EXPECT_EQ(said(), "Database: x already exists\nx database not created\n");
+  EXPECT_EQ(gDDB_basename, "");
+  EXPECT_EQ(get("x.ddb"), "precious");
+  EXPECT_EQ(OpenNewDataBase("Untitled1"), 0); // nothing typed: cancelled
+}
+
+TEST_F(PairTest, PicturesAndTextAreSavedAndReadTogether) {
+  CreateDataBase("x");
+  add_picture("f");
+  load("fdec\n f ::= int ; ;\nfdef\n f ::= #4 ; ;\n");
+  console().clear();
+  EXPECT_EQ(SaveDataBase("Untitled1"), 1);
+  EXPECT_EQ(said(), "Saving. . . DataBase and Graphs Saved OK\n");
+  EXPECT_EQ(gSymbolTableChanged + gSegsChanged, 0);
+  EXPECT_EQ(get("x.seg"), kPicture);
+  reset();
+  EXPECT_EQ(pictures(), 0);
+  EXPECT_EQ(find_symbol("f", 0), nullptr);
+
+  desktop().files = {"x.ddb"};
+  EXPECT_EQ(OpenDataBaseFile(), 1);
+  EXPECT_EQ(pictures(), 1);
+  EXPECT_NE(find_symbol("f", 0), nullptr);
+  EXPECT_EQ(gSymbolTableChanged, 0);
+  EXPECT_EQ(gDDB_basename, "x");
+}
+
+TEST_F(PairTest, WithoutADatabaseASaveAsksForAName) {
+  load("fdec\n f ::= int ; ;\n");
+  EXPECT_EQ(SaveDataBase("Untitled1"), 0);
+  console().typed = {"late"};
+  EXPECT_EQ(SaveDataBase("Untitled1"), 1);
+  EXPECT_NE(get("late.ddb").find("\tf ::= int ;\n"), std::string::npos);
+}
+
+TEST_F(PairTest, WhenThePicturesCannotBeSavedTheTextIsNotTouched) {
+  CreateDataBase("x");
+  add_picture("f");
+  load("fdec\n f ::= int ; ;\n");
+  fs::create_directories("x.seg.bak/inside");
+  console().clear();
+  EXPECT_EQ(SaveDataBase("Untitled1"), 0);
+  EXPECT_TRUE(said().ends_with("Unable to save graphs\n")) << said();
+  EXPECT_EQ(get("x.ddb"), kEmptyText);
+  EXPECT_EQ(gSymbolTableChanged, 0);
+  EXPECT_EQ(gSegsChanged, 1);
+}
+
+TEST_F(PairTest, WhenTheTextCannotBeSavedThePicturesAre) {
+  CreateDataBase("x");
+  add_picture("f");
+  fs::remove("x.ddb.bak");
+  fs::create_directories("x.ddb.bak/inside");
+  EXPECT_EQ(SaveDataBase("Untitled1"), 0);
+  EXPECT_TRUE(said().ends_with("Graphs saved but not DataBase\n")) << said();
+  EXPECT_EQ(get("x.seg"), kPicture);
+  EXPECT_EQ(gSymbolTableChanged, 1);
+  EXPECT_EQ(gSegsChanged, 0);
+}
+
+TEST_F(PairTest, IncludingKeepsTheCurrentName) {
+  put("other.ddb", "fdec\n g ::= int ;\n;\n");
+  put("other.seg", kPicture);
+  CreateDataBase("x");
+  desktop().files = {"other.seg"};
+  EXPECT_EQ(IncludeDataBase(), 1);
+  EXPECT_EQ(gDDB_basename, "x");
+  EXPECT_EQ(pictures(), 1);
+  EXPECT_NE(find_symbol("g", 0), nullptr);
+  EXPECT_NE(said().find("New Orvek Code in Memory\n"), std::string::npos);
+  EXPECT_EQ(IncludeDataBase(), 0); // no file chosen
+}
+
+TEST_F(PairTest, CommitCloseForgetsEverythingItSaved) {
+  CreateDataBase("x");
+  load("fdec\n f ::= int ; ;\n");
+  EXPECT_EQ(CommitClose(), 1);
+  EXPECT_EQ(gDDB_basename, "");
+  EXPECT_EQ(Db_file, 0);
+  EXPECT_EQ(find_symbol("f", 0), nullptr);
+  EXPECT_NE(get("x.ddb").find("\tf ::= int ;\n"), std::string::npos);
+}
+
+TEST_F(PairTest, TheSaveQuestionIsAskedOnlyForChangesAndWithTwoDocuments) {
+  CreateDataBase("x");
+  gSymbolTableChanged = gSegsChanged = 0;
+  gNumDocuments = 2;
+  EXPECT_EQ(SaveDBChanges("Untitled1"), 1);
+  load("fdec\n f ::= int ; ;\n");
+  gNumDocuments = 1;
+  EXPECT_EQ(SaveDBChanges("Untitled1"), 1);
+  EXPECT_EQ(questions(""), 0);
+  gNumDocuments = 2;
+  console().choices = {5, kNo, kYes};
+  EXPECT_EQ(SaveDBChanges("Untitled1"), 0);
+  EXPECT_EQ(SaveDBChanges("Untitled1"), 1);
+  EXPECT_EQ(get("x.ddb"), kEmptyText);
+  EXPECT_EQ(SaveDBChanges("Untitled1"), 1);
+  EXPECT_EQ(questions("Save Changes to Database:\\n x?"), 3);
+  EXPECT_NE(get("x.ddb").find("\tf ::= int ;\n"), std::string::npos);
+  EXPECT_TRUE(said().ends_with("\nAll files saved\n"));
+}
+
+TEST_F(PairTest, ASaveThatFailsIsNotTakenForOneThatWorked) {
+  CreateDataBase("x");
+  load("fdec\n f ::= int ; ;\n");
+  fs::remove("x.ddb.bak");
+  fs::create_directories("x.ddb.bak/inside");
+  gNumDocuments = 2;
+  console().choices = {kYes, 5};
+  EXPECT_EQ(SaveDBChanges("Untitled1"), 0);
+  EXPECT_NE(find_symbol("f", 0), nullptr);
+  console().choices = {kYes, 1};
+  EXPECT_EQ(SaveDBChanges("Untitled1"), 1);
+  EXPECT_EQ(questions("The changes are not saved."), 2);
+}
+
+TEST_F(PairTest, ATextOpenedWithoutItsPicturesIsSavedWithoutThem) {
+  put("x.ddb", "fdec\n f ::= int ;\n;\n");
+  put("x.seg", kPicture);
+  fdb_open_db("x");
+  load("fdec\n g ::= int ; ;\n");
+  EXPECT_EQ(SaveDataBase("Untitled1"), 1);
+  EXPECT_EQ(get("x.seg"), kPicture);
+  EXPECT_NE(get("x.ddb").find("\tg ::= int ;\n"), std::string::npos);
+}
+
+TEST_F(PairTest, APairIsCompletedWhenTheProgramEnds) {
+  CreateDataBase("x");
+  fs::remove("x.seg");
+  put("x.segs", "$$$$");
+  CompleteDataBasePair();
+  EXPECT_EQ(get("x.seg"), "(none)");
+  fs::remove("x.segs");
+  CompleteDataBasePair();
+  EXPECT_EQ(get("x.seg"), "$$$$");
+  reset();
+  fs::remove("x.seg");
+  CompleteDataBasePair();
+  EXPECT_EQ(get("x.seg"), "(none)");
+}
+
+// --- copies ------------------------------------------------------------------------------------
+
+class DbCopies : public PairTest {
+protected:
+  void SetUp() override {
+    PairTest::SetUp();
+    put("x.ddb", "tdec\n\n;\n" + long_line_ + "\n");
+    put("x.seg", "one\n$$$$");
+    Setup_Global_DDB_name("x.ddb");
+  }
+  const std::string long_line_ = std::string(3000, 'l');
+};
+
+TEST_F(DbCopies, OfThisMachineIsTheSame) {
+  console().choices = {2};
+  BackupDataBase();
+  EXPECT_EQ(said(), "Saving a copy as x.2\nDataBase Copy Saved\n");
+  EXPECT_EQ(get("x.2.ddb"), get("x.ddb"));
+  EXPECT_EQ(get("x.2.seg"), "one\n$$$$");
+}
+
+TEST_F(DbCopies, ForTheMacEndsEveryLineInACarriageReturn) {
+  console().choices = {1};
+  BackupDataBase();
+  EXPECT_EQ(said(), "Saving a copy as xMAC\nDataBase Copy Saved\n");
+  EXPECT_EQ(get("xMAC.ddb"), "tdec\r\r;\r" + long_line_ + "\r");
+  EXPECT_EQ(get("xMAC.seg"), "one\r$$$$\r");
+}
+
+TEST_F(DbCopies, IsTakenBackByCancel) {
+  BackupDataBase();
+  EXPECT_EQ(said(), "");
+  EXPECT_EQ(files().size(), 2u);
+}
+
+TEST_F(DbCopies, StopsAtAFileThatCannotBeReadOrWritten) {
+  fs::remove("x.seg");
+  EXPECT_EQ(DataBaseCopy(), 0);
+  EXPECT_TRUE(said().ends_with("Can't open x.seg for read\n"));
+  EXPECT_EQ(get("x.2.ddb"), get("x.ddb"));
+  fs::create_directories("xMAC.ddb");
+  EXPECT_EQ(MacFormat(), 0);
+  EXPECT_NE(said().find("Can't open xMAC.ddb for write: Error "), std::string::npos);
+  fs::remove("x.2.ddb");
+  fs::create_directories("x.2.ddb");
+  EXPECT_EQ(PCFormat(), 0);
+  EXPECT_TRUE(said().ends_with("Can't open x.2.ddb for write\n"));
+}
+
+} // namespace
