@@ -6,6 +6,7 @@
 
 #include "core/symbols.h"
 #include "platform/response.h"
+#include "shell/terminal/db_commands.h"
 
 namespace velora {
 
@@ -19,6 +20,14 @@ constexpr ColonCommand kColonTable[] = {
     {"load", "FILE", "read declarations, definitions and queries from a file", colon_load},
     {"graphics", "[save N FILE.svg]", "list the graphics windows, or write one as a picture",
      colon_graphics},
+    {"new", "NAME", "make a new database", colon_new},
+    {"open", "NAME", "open a database with its pictures", colon_open},
+    {"include", "NAME", "add the code and pictures of another database", colon_include},
+    {"save", "", "save the database and its pictures", colon_save},
+    {"close", "", "close the database", colon_close},
+    {"copy", "[mac|dos]", "copy the database with the line ends of another machine", colon_copy},
+    {"status", "", "show what is open, what it holds and whether it is saved", colon_status},
+    {"draw", "NAME [COMPONENT] FILE.svg", "draw a picture as an SVG file", colon_draw},
     {"space", "[more|less|reset]", "double, halve or reset the query space, or show its size",
      colon_space},
     {"time", "[on|off]", "show what each answer cost", colon_time},

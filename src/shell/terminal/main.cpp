@@ -13,6 +13,7 @@
 #include "core/space.h"
 #include "core/symbols.h"
 #include "eval/clause_code.h"
+#include "editor/draw.h"
 #include "eval/evaluate.h"
 #include "eval/help.h"
 #include "eval/registry.h"
@@ -21,6 +22,7 @@
 #include "platform/response.h"
 #include "shell/graphics_files.h"
 #include "shell/terminal/colon.h"
+#include "shell/terminal/db_commands.h"
 #include "shell/terminal/options.h"
 #include "shell/terminal/session.h"
 
@@ -39,7 +41,7 @@ struct Manner {
 };
 
 Manner manner_of(const Options &options) {
-  const bool scripted = options.batch || !options.queries.empty();
+  const bool scripted = options.batch || !options.queries.empty() || !options.draw.empty();
   const bool typed = !scripted && isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
   return {typed, scripted, !scripted};
 }
@@ -106,14 +108,30 @@ int start_language(Session &session) {
   return code;
 }
 
-int open_database(const std::string &name) {
-  namespace fs = std::filesystem;
-  std::error_code error;
-  const std::string with_ending = name + ".ddb";
-  const int opened =
-      load_file(fs::exists(with_ending, error) ? with_ending.c_str() : name.c_str(), 0);
-  gSymbolTableChanged = 0;
-  return opened;
+// Runs the session until it may end. A script that has come to its end cannot answer, so it is not
+// asked whether to save; who leaves by a command or at a terminal is.
+void run_session(Session &session, const Manner &manner) {
+  int may_end = 0;
+  while (may_end == 0) {
+    session.run();
+    if (!gQuit && !manner.typed)
+      return;
+    session.run_one([&] {
+      may_end = leave_database(manner.typed);
+      return 1;
+    });
+    if (!session.go_on())
+      return;
+  }
+}
+
+// What is to be done with the database: one picture drawn, or the session.
+void do_work(Session &session, const Options &options, const Manner &manner) {
+  if (!options.draw.empty())
+    session.run_one(
+        [&] { return draw_to_svg(options.draw.c_str(), -1, options.draw_file.c_str()); });
+  else
+    run_session(session, manner);
 }
 
 int run_program(const Options &options) {
@@ -131,9 +149,9 @@ int run_program(const Options &options) {
   int status = start_language(session);
   if (status == 0) {
     if (!options.database.empty())
-      session.run_one([&] { return open_database(options.database); });
+      session.run_one([&] { return open_named_database(options.database); });
     console.let_go(false);
-    session.run();
+    do_work(session, options, manner);
     if (!options.graphics_dir.empty())
       session.run_one([&] { return save_all_graphics(options.graphics_dir.c_str()); });
     status = session.exit_status();
@@ -141,6 +159,7 @@ int run_program(const Options &options) {
     console.let_go(true);
   }
   console.end_line();
+  free_retired();
   return status;
 }
 

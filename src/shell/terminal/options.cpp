@@ -50,6 +50,10 @@ constexpr OptionRow kOptionTable[] = {
      [](Options &o, const std::string &) { return o.batch = true; }},
     {"--eval", "QUERY", "print the answer of QUERY and end; may be repeated",
      [](Options &o, const std::string &v) { return o.queries.push_back(v), true; }},
+    {"--draw", "NAME", "draw a picture of the database into the file named by -o, and end",
+     [](Options &o, const std::string &v) { return o.draw = v, !v.empty(); }},
+    {"-o", "FILE.svg", "the file that --draw writes",
+     [](Options &o, const std::string &v) { return o.draw_file = v, !v.empty(); }},
     {"--lib", "DIR", "the folder of bis.fdb and sys.fdb",
      [](Options &o, const std::string &v) { return o.lib_dir = v, !v.empty(); }},
     {"--space", "NODES", "size of the query space at the start", take_space},
@@ -113,6 +117,19 @@ bool read_option(const std::vector<std::string> &words, std::size_t &i, Options 
 
 } // namespace
 
+namespace {
+
+// Options that only make sense together.
+bool fit_together(const Options &options, std::string &complaint) {
+  if (options.draw.empty() == options.draw_file.empty() &&
+      (options.draw.empty() || !options.database.empty()))
+    return true;
+  complaint = "a picture is drawn with --draw NAME -o FILE.svg DATABASE";
+  return false;
+}
+
+} // namespace
+
 bool read_options(const std::vector<std::string> &words, Options &options, std::string &complaint) {
   bool only_names = false;
   for (std::size_t i = 0; i < words.size(); ++i) {
@@ -126,7 +143,7 @@ bool read_options(const std::vector<std::string> &words, Options &options, std::
       return false;
     }
   }
-  return true;
+  return fit_together(options, complaint);
 }
 
 std::string usage_text() {

@@ -18,6 +18,8 @@ struct Options {
   std::string lib_dir;
   std::string database;
   std::string graphics_dir;
+  std::string draw;      // --draw, the name of a picture
+  std::string draw_file; // -o
   std::int32_t space = 0;
   std::int64_t max_space = 0;
   int nesting = 0;

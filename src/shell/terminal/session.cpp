@@ -167,13 +167,23 @@ void Session::step() {
   if (!colon_.empty()) {
     const std::string line = std::exchange(colon_, "");
     pp_reset();
+    ends_met_ = 0;
     input_.remember(line);
     run_one([&] { return run_colon_command(line); });
   } else if (answer < 0 && end == CommandEnd::done) {
     over_ = true;
-  } else if (gTimes) {
-    meter.show(console_);
+    ++ends_met_;
+  } else {
+    ends_met_ = 0;
+    if (gTimes)
+      meter.show(console_);
   }
+}
+
+bool Session::go_on() {
+  gQuit = false;
+  over_ = false;
+  return ends_met_ < 2;
 }
 
 void Session::run() {

@@ -1,0 +1,244 @@
+// Commands of the shell about the database: new, open, include, save, close, copy, status, draw.
+#include "shell/terminal/db_commands.h"
+
+#include <charconv>
+
+#include "core/symbols.h"
+#include "db/f_dbops.h"
+#include "db/vel_dbop.h"
+#include "db/vel_util.h"
+#include "editor/draw.h"
+#include "editor/model/seg_file.h"
+#include "editor/model/wininfo.h"
+#include "front/parser.h"
+#include "platform/response.h"
+#include "platform/safe_file.h"
+
+namespace velora {
+
+namespace {
+
+constexpr const char *kUnnamed = "Untitled1";
+
+// Set while the current database was named on the command line and nothing was written yet: only
+// reading it makes no files beside it.
+bool only_read = false;
+
+void changes_are_none() {
+  gSymbolTableChanged = 0;
+  gSegsChanged = 0;
+}
+
+bool database_is_current() {
+  return Db_file != 0 || !gDDB_basename.empty();
+}
+
+bool refuse_second_database() {
+  if (!database_is_current())
+    return false;
+  BeepMsge("Db file already open\n", 1);
+  show_note("\":close\" closes it\n");
+  return true;
+}
+
+bool refuse_without_database() {
+  if (database_is_current())
+    return false;
+  BeepMsge("No database is open\n", 1);
+  return true;
+}
+
+bool is_user_symbol(const symbol *s) {
+  return (s->stype & (kBuiltinBit | kSystemBit)) == 0;
+}
+
+bool something_is_in_memory() {
+  if (gWinInfo != nullptr)
+    return true;
+  for (const symbol *s = Symbol_table; s != nullptr; s = s->next)
+    if (is_user_symbol(s))
+      return true;
+  return false;
+}
+
+// What the symbol table and the pictures hold, for `:status`.
+struct Contents {
+  int types = 0;
+  int constructors = 0;
+  int functions = 0;
+  int clauses = 0;
+  int pictures = 0;
+};
+
+int clause_count(const func_block *fc) {
+  int count = 0;
+  for (const defs_link *group = fc->defs; group != nullptr; group = group->next)
+    for (const rhs_link *clause = group->defs; clause != nullptr; clause = clause->next)
+      ++count;
+  return count;
+}
+
+Contents count_contents() {
+  Contents c;
+  for (const symbol *s = Symbol_table; s != nullptr; s = s->next) {
+    if (!is_user_symbol(s))
+      continue;
+    if ((s->stype & kFunctionBit) != 0) {
+      ++c.functions;
+      c.clauses += clause_count(s->b.fc);
+    } else if ((s->stype & kConstructorBit) != 0) {
+      ++c.constructors;
+    } else if ((s->stype & kTypeNameBit) != 0) {
+      ++c.types;
+    }
+  }
+  for (const WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
+    ++c.pictures;
+  return c;
+}
+
+// Takes the last word off `text`.
+std::string take_last_word(std::string &text) {
+  const std::size_t end = text.find_last_not_of(" \t");
+  const std::size_t blank = end == std::string::npos ? end : text.find_last_of(" \t", end);
+  const std::size_t start = blank == std::string::npos ? 0 : blank + 1;
+  std::string word = end == std::string::npos ? "" : text.substr(start, end + 1 - start);
+  text.erase(start == 0 ? 0 : text.find_last_not_of(" \t", start - 1) + 1);
+  return word;
+}
+
+bool read_component(const std::string &word, int &component) {
+  const char *end = word.data() + word.size();
+  const auto [stop, error] = std::from_chars(word.data(), end, component);
+  return error == std::errc() && stop == end && component >= 0;
+}
+
+bool has_picture_file(const std::string &base) {
+  for (const char *ending : {".seg", ".segs", ".SEG", ".SEGS"})
+    if (file_exists(base + ending))
+      return true;
+  return false;
+}
+
+} // namespace
+
+int open_named_database(const std::string &name) {
+  std::string base;
+  Make_Base_Name(name, base);
+  if (!file_exists(base + File_ext) && base == name && file_exists(name)) {
+    const int loaded = load_file(name, 0);
+    gSymbolTableChanged = 0;
+    return loaded;
+  }
+  const bool paired = has_picture_file(base);
+  only_read = !paired;
+  if (!file_exists(base + File_ext)) {
+    orvek_errorf("Failed to open %s%s\n", base.c_str(), File_ext);
+    return 0;
+  }
+  Setup_Global_DDB_name(base);
+  const int opened = paired ? OpenDataBaseFile() : OpenDB();
+  changes_are_none();
+  return opened;
+}
+
+int leave_database(bool typed) {
+  gNumDocuments = 2;
+  const bool asked = database_is_current() || (typed && something_is_in_memory());
+  if (asked && SaveDBChanges(kUnnamed) == 0)
+    return 0;
+  if (!only_read)
+    CompleteDataBasePair();
+  return 1;
+}
+
+int colon_new(const std::string &argument) {
+  if (refuse_second_database())
+    return 0;
+  only_read = false;
+  const int created = CreateDataBase(argument);
+  if (created != 0)
+    changes_are_none();
+  return created;
+}
+
+int colon_open(const std::string &argument) {
+  if (refuse_second_database())
+    return 0;
+  std::string base;
+  Make_Base_Name(argument, base);
+  if (!file_exists(base + File_ext)) {
+    orvek_errorf("Failed to open %s%s\n", base.c_str(), File_ext);
+    return 0;
+  }
+  only_read = false;
+  Setup_Global_DDB_name(argument);
+  return OpenDataBaseFile();
+}
+
+int colon_include(const std::string &argument) {
+  return IncludeDataBaseFile(argument);
+}
+
+int colon_save(const std::string &) {
+  only_read = false;
+  return SaveDataBase(kUnnamed);
+}
+
+int colon_close(const std::string &) {
+  if (refuse_without_database())
+    return 0;
+  gNumDocuments = 2;
+  if (SaveDBChanges(kUnnamed) == 0)
+    return 0;
+  ResetVelora();
+  changes_are_none();
+  return 1;
+}
+
+int colon_copy(const std::string &argument) {
+  if (refuse_without_database())
+    return 0;
+  if (argument.empty()) {
+    BackupDataBase();
+    return 1;
+  }
+  if (argument != "mac" && argument != "dos") {
+    BeepMsge("Use: :copy mac|dos\n", 1);
+    return 0;
+  }
+  const int copied = argument == "mac" ? MacFormat() : PCFormat();
+  DisplayResponse("DataBase Copy Saved\n");
+  return copied;
+}
+
+int colon_status(const std::string &) {
+  if (!database_is_current())
+    DisplayResponse("No database is open\n");
+  else
+    DisplayResponsef("Database %s\n", Db_file != 0 ? Db_f_name.c_str() : gDDB_basename.c_str());
+  const Contents c = count_contents();
+  DisplayResponsef("%d types, %d constructors, %d functions with %d clauses, %d pictures\n",
+                   c.types, c.constructors, c.functions, c.clauses, c.pictures);
+  DisplayResponsef("The code %s, the pictures %s\n",
+                   gSymbolTableChanged != 0 ? "has changed" : "is saved",
+                   gSegsChanged != 0 ? "have changed" : "are saved");
+  return 1;
+}
+
+int colon_draw(const std::string &argument) {
+  std::string name = argument;
+  const std::string file = take_last_word(name);
+  if (name.empty()) {
+    BeepMsge("Use: :draw NAME [COMPONENT] FILE.svg\n", 1);
+    return 0;
+  }
+  int component = -1;
+  std::string shorter = name;
+  const std::string number = take_last_word(shorter);
+  if (!shorter.empty() && read_component(number, component))
+    name = shorter;
+  return draw_to_svg(name.c_str(), component, file.c_str());
+}
+
+} // namespace velora
