@@ -99,7 +99,7 @@ bool read_database(File file, const std::string &text) {
     whole = rest_is_empty();
   }
   if (whole && !ends_with_section_end(text)) {
-    show_note(Db_f_name + ": the last section is not closed; the file may be cut off\n");
+    show_note("note: " + Db_f_name + ": the last section is not closed; the file may be cut off");
     whole = false;
   }
   if (gParseErrors == errors)
@@ -144,7 +144,7 @@ int report_save(SaveOutcome outcome, const SafeFile &file) {
   else
     DisplayResponsef("Can't write to %s\n", file.name().c_str());
   if (!file.reason().empty())
-    show_note(file.reason() + "\n");
+    show_note("note: " + file.reason());
   return 0;
 }
 
@@ -162,7 +162,7 @@ int fdb_create_db(const std::string &name) {
   if (file.replace() != SaveOutcome::saved) {
     DisplayResponsef("Failed to create database: %s\n", file_name.c_str());
     if (!file.reason().empty())
-      show_note(file.reason() + "\n");
+      show_note("note: " + file.reason());
     return 0;
   }
   DisplayResponsef("Created: %s\n", file_name.c_str());
@@ -184,7 +184,7 @@ int fdb_open_db(const std::string &name) {
   if (file == nullptr) {
     DisplayResponsef("Failed to open %s\n", file_name.c_str());
     if (file_exists(file_name + ".bak"))
-      show_note(file_name + ".bak holds the version before the last save\n");
+      show_note("note: " + file_name + ".bak holds the version before the last save");
     return 0;
   }
   OpeningGuard opening;

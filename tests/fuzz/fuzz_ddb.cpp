@@ -69,6 +69,7 @@ bool read_and_write() {
   run_command([&] { return saved = fdb_open_db("x") != 0 && fdb_commit_db() != 0; });
   const bool clean = errors == gParseErrors && console.warnings.empty();
   run_command([] { return fdb_close_db(); });
+  free_retired();
   pp_reset(true);
   return saved != 0 && clean;
 }

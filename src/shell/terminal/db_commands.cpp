@@ -37,7 +37,7 @@ bool refuse_second_database() {
   if (!database_is_current())
     return false;
   BeepMsge("Db file already open\n", 1);
-  show_note("\":close\" closes it\n");
+  show_note("note: \":close\" closes it");
   return true;
 }
 
