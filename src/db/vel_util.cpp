@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "db/f_dbops.h"
+#include "editor/model/needs.h"
 #include "platform/response.h"
 
 namespace velora {

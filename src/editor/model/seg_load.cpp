@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "editor/model/needs.h"
 #include "editor/model/seg_build.h"
 #include "editor/model/seg_reader.h"
 #include "editor/model/wininfo.h"
@@ -251,6 +252,7 @@ bool create_empty(const std::string &filename) {
     DisplayResponsef("Failed to create %s\n", filename.c_str());
     return false;
   }
+  setVeloraEye(filename);
   DisplayResponse(" Done\n");
   return true;
 }

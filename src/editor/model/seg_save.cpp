@@ -6,6 +6,7 @@
 #include <map>
 #include <set>
 
+#include "editor/model/needs.h"
 #include "editor/model/vel_segs.h"
 #include "editor/model/wininfo.h"
 #include "platform/response.h"
@@ -138,6 +139,7 @@ void write_picture(SafeFile &out, WinInfo *wi) {
 int report(const SafeFile &out, SaveOutcome outcome) {
   switch (outcome) {
   case SaveOutcome::saved:
+    setVeloraEye(out.name());
     note_segment_file(out.name());
     return 1;
   case SaveOutcome::cannot_keep_old:
@@ -205,6 +207,7 @@ int fdb_create_segs(const std::string &name) {
   }
   note_segment_file(fname);
   DisplayResponsef("Created: %s\n", fname.c_str());
+  setVeloraEye(fname);
   return 1;
 }
 

@@ -173,6 +173,31 @@ TEST_F(DrawTest, ArgumentsAreNumberedWhereABoxHasSeveral) {
     EXPECT_EQ(arc.number, 0);
 }
 
+// Twice the signed area of a triangle.
+int turn(Point a, Point b, Point c) {
+  return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+}
+
+TEST_F(DrawTest, ArrowsIntoOneBoxDoNotCross) {
+  WinInfo *wi = picture("f");
+  place_node(wi, kBox, kPlain, "several", {300, 200, 380, 230});
+  for (const int x : {20, 110, 200, 420, 510, 600})
+    join(wi, place_node(wi, kBox, kPlain, "in", {x, 150, x + 40, 170}), 1);
+  LogCanvas canvas;
+  const PictureLayout layout = lay_out_picture(wi, canvas);
+  ASSERT_EQ(layout.arcs.size(), 6U);
+  for (const ArcPlace &arc : layout.arcs)
+    for (const ArcPlace &other : layout.arcs) {
+      const Point a = arc.path[0];
+      const Point b = arc.path[1];
+      const Point c = other.path[0];
+      const Point d = other.path[1];
+      EXPECT_FALSE((turn(a, b, c) > 0) != (turn(a, b, d) > 0) &&
+                   (turn(c, d, a) > 0) != (turn(c, d, b) > 0) && &arc != &other)
+          << arc.number << " and " << other.number;
+    }
+}
+
 TEST_F(DrawTest, NoArrowRunsOverALabel) {
   WinInfo *wi = picture("f");
   place_node(wi, kBox, kPlain, "below", {100, 300, 160, 320});
