@@ -43,7 +43,7 @@ public:
   }
 
   int read();
-  [[nodiscard]] const DamageList &damage() const { return damage_; }
+  DamageList &damage() { return damage_; }
 
 private:
   int read_picture(const WindowLine &window, std::size_t window_at);
@@ -74,7 +74,9 @@ void FileReader::skip_to_picture() {
   const std::size_t first = lines_.at++;
   while (!lines_.done() && !at_picture_or_end())
     ++lines_.at;
-  damage_.add(first, format_text("lines %zu to %zu belong to no picture", first + 1, lines_.at));
+  damage_.add(first, lines_.at == first + 1 ? "the line belongs to no picture"
+                                            : format_text("lines %zu to %zu belong to no picture",
+                                                          first + 1, lines_.at));
 }
 
 std::string FileReader::read_annotation(const AnnotationMark &mark, std::size_t at) {

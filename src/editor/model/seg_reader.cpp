@@ -96,7 +96,9 @@ void DamageList::add(std::size_t line, std::string what) {
   found_.push_back({line, std::move(what)});
 }
 
-void DamageList::report() const {
+void DamageList::report() {
+  std::stable_sort(found_.begin(), found_.end(),
+                   [](const Damage &a, const Damage &b) { return a.line < b.line; });
   for (std::size_t i = 0; i < found_.size() && i < kMostReports; ++i)
     orvek_errorf("Damaged segment file %s, line %zu: %s\n", file_.c_str(), found_[i].line + 1,
                  found_[i].what.c_str());

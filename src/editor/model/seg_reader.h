@@ -21,15 +21,15 @@ struct SegLines {
 // Cuts a text into lines; where the first line ends in CR LF, so do all.
 SegLines split_lines(std::string_view text);
 
-// What was found wrong with a file, in the order of its lines.
+// What was found wrong with a file.
 class DamageList {
 public:
   explicit DamageList(std::string file) : file_(std::move(file)) {}
   // `line` counts from 0.
   void add(std::size_t line, std::string what);
   [[nodiscard]] bool empty() const { return found_.empty(); }
-  // Reports each with file and line, the first ones by text and the rest by their number.
-  void report() const;
+  // Reports all in the order of their lines, the first ones by text and the rest by their number.
+  void report();
 
 private:
   struct Damage {
