@@ -56,7 +56,16 @@ void write_group(std::string &f, const defs_link &group, bool &reads_back) {
   }
 }
 
+// A second name, also one of a built-in, is saved as a function whose one clause is the first name.
+bool is_second_function(const symbol &s) {
+  return (s.stype & kFunctionBit) != 0 && s.name != s.b.fc->name;
+}
+
 void write_clauses(std::string &f, const symbol &s) {
+  if (is_second_function(s)) {
+    fprint_tf(f, s.name, s.b.fc->name, "  ", "      ", ' ');
+    return;
+  }
   if (s.stype != kFunction && s.stype != kDbFunction)
     return;
   CheckForUserEvents(800);
@@ -83,7 +92,7 @@ void write_cdecs(std::string &f) {
 
 void write_fdecs(std::string &f) {
   write_section(f, "fdec\n", [&f](const symbol &s) {
-    if (s.stype == kFunction)
+    if (s.stype == kFunction || (is_second_function(s) && s.stype != kDbFunction))
       write_signature(f, s.name, "", s.b.fc->types);
   });
 }
