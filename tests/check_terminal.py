@@ -21,7 +21,7 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 ESCAPES = re.compile(rb"\x1b\[[0-9;?]*[A-Za-z]")
 ENDLESS = ("fdec\nendless ::= int -> int ;\nmore ::= int -> list int ;\n;\nfdef\n"
-           "endless ?0 ::= endless (+ ?0 #1) ;\nmore ?0 ::= : ?0 (more ?0) ;\n;\n")
+           "endless ?0 ::= endless ?0 ;\nmore ?0 ::= : ?0 (more ?0) ;\n;\n")
 
 
 class Terminal:
@@ -67,6 +67,15 @@ class Terminal:
     def leave(self):
         """Ctrl+D; answers the exit status."""
         self.type("\x04")
+        return self.end()
+
+    def leave_unsaved(self):
+        """Ctrl+D, and "No" when asked whether to save what was declared."""
+        self.mark = len(self.raw)
+        os.write(self.master, b"\x04")
+        time.sleep(0.3)
+        if self.process.poll() is None:
+            os.write(self.master, b"No\n")
         return self.end()
 
     def end(self):

@@ -40,19 +40,19 @@ std::string signature(const top_node *types) {
 
 // "name ::= type" and the like, as the declaration reads.
 std::string declaration_text(const symbol &s) {
-  const std::string name(s.name, s.name_len);
+  std::string text(s.name, s.name_len);
   if ((s.stype & kFunctionBit) != 0)
-    return name + " ::= " + signature(s.b.fc->types);
+    return text.append(" ::= ").append(signature(s.b.fc->types));
   if ((s.stype & kConstructorBit) != 0)
-    return name + " ::= " + signature(s.b.cs->types);
+    return text.append(" ::= ").append(signature(s.b.cs->types));
   if ((s.stype & kKindMask) == (kTypeOp & kKindMask))
-    return name + " ::= typeop #" + std::to_string(s.b.tp->arity);
+    return text.append(" ::= typeop #").append(std::to_string(s.b.tp->arity));
   if ((s.stype & kTypeNameBit) == 0)
-    return name;
-  std::string text = name + ((s.stype & 2) != 0 ? " ::= nonlex" : " ::= enum");
+    return text;
+  text += (s.stype & 2) != 0 ? " ::= nonlex" : " ::= enum";
   const symbol *value = s.b.en == nullptr ? nullptr : s.b.en->head;
   for (text += value == nullptr ? "" : "   values:"; value != nullptr; value = value->b.cs->link)
-    text += " " + std::string(value->name, value->name_len);
+    text.append(" ").append(value->name, value->name_len);
   return text;
 }
 

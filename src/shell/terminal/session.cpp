@@ -132,7 +132,7 @@ int Session::refill(std::string &line, const char *prompt) {
   }
   // Who typed a faulty statement need not close it: the parser would skip to its end anyway.
   if (typed_ && prompt == nullptr && gParseErrors > errors_before_) {
-    line = ";";
+    line.assign(1, ';');
     errors_before_ = gParseErrors;
     return 1;
   }
