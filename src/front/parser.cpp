@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "core/events.h"
 #include "core/print.h"
 #include "core/space.h"
 #include "front/parse.h"
@@ -34,6 +35,7 @@ int p_section(const char *prompt, int (*statement)()) {
     pprintf(prompt);
     if (pp_get_token() == kTokEnd)
       return 1;
+    CheckForUserEvents(84);
     forget_noted_place();
     if (statement() == 0)
       process_error();
@@ -69,6 +71,7 @@ int parse() {
     pprintf("\nQUERY>");
     if (pp_get_token() == kTokEnd)
       return 1;
+    CheckForUserEvents(84);
     if (gProgressDots != 0)
       DisplayResponse(" .");
     forget_noted_place();

@@ -6,6 +6,7 @@
 #include <cctype>
 #include <vector>
 
+#include "core/events.h"
 #include "core/symbols.h"
 #include "front/parse.h"
 #include "front/source.h"
@@ -188,8 +189,10 @@ void note_unknown_name(const std::string &name) {
 }
 
 int process_error() {
-  while (pp_token != kTokEnd)
+  while (pp_token != kTokEnd) {
+    CheckForUserEvents(84);
     pp_get_token();
+  }
   return 1;
 }
 

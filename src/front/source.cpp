@@ -71,15 +71,20 @@ void trim_line_end(std::string &line) {
     line.pop_back();
 }
 
+// Reading a line may be interrupted only when it is endless: a declaration may be half made.
+constexpr std::size_t kLongLine = std::size_t{1} << 24;
+
 int get_file_line() {
   static std::string line;
   line.clear();
-  CheckForUserEvents(7000);
   int c = std::getc(pp_file);
   if (c == EOF)
     return 0;
-  for (; c != EOF && c != '\n'; c = std::getc(pp_file))
+  for (; c != EOF && c != '\n'; c = std::getc(pp_file)) {
     line.push_back(static_cast<char>(c));
+    if (line.size() % kLongLine == 0)
+      poll_user_events();
+  }
   if (c == '\n')
     trim_line_end(line);
   blank_nuls(line);

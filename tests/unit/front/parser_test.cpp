@@ -1,7 +1,7 @@
 // Files, sections, the console, and the notes beside errors.
+#include "core/events.h"
+#include "shell/return_point.h"
 #include "unit/front/front_kit.h"
-
-#include <filesystem>
 
 namespace velora {
 namespace {
@@ -213,6 +213,39 @@ TEST_F(ConsoleLines, AnAbandonedStatementIsLeftBehind) {
   pp_get_token();
   pp_reset(true);
   EXPECT_EQ(run({"+ #2 #2;"}), "1");
+}
+
+TEST_F(ConsoleLines, AnAbandonedLoadClosesItsFilesAndLeavesTheConsole) {
+  const std::string inner = file("inner.q", "fdec a ::= int; b ::= int;;\n");
+  const std::string outer = file("outer.q", "lload \"" + inner + "\"\nfdec c ::= int;;\n");
+  for (int polls = 0; polls < 3; ++polls) {
+    console_lines = {"lload \"" + outer + "\" ; + #1 #1;", "+ #2 #2;"};
+    console().interrupt_after = polls;
+    console().text.clear();
+    std::string ends;
+    for (int done = 0; done >= 0;) {
+      event_countdown = 0; // the first check looks at the console
+      ends +=
+          std::to_string(static_cast<int>(run_command([&] { return done = p_console_command(); })));
+    }
+    EXPECT_EQ(pp_file, nullptr);
+    EXPECT_NE(console().text.find("Query interrupted\n"), std::string::npos) << polls;
+    EXPECT_EQ(console().text.find("#2"), std::string::npos) << "the rest of the line goes";
+    EXPECT_TRUE(console().text.ends_with("#4")) << console().text;
+    console().interrupt_after = -1;
+  }
+}
+
+TEST_F(ConsoleLines, AnAbandonedQueryLeavesTheNextOneOfItsLine) {
+  EXPECT_EQ(cint_fdef("f ?0 ::= + #1 (f ?0)"), 1);
+  console_lines = {"f #1; + #1 #1;"};
+  std::string ends;
+  for (int done = 0; done >= 0;)
+    ends +=
+        std::to_string(static_cast<int>(run_command([&] { return done = p_console_command(); })));
+  EXPECT_NE(console().text.find("Too many nested calls within the Query\n#2"), std::string::npos)
+      << console().text;
+  EXPECT_EQ(ends.substr(0, 2), "10");
 }
 
 TEST_F(ConsoleLines, Listings) {
