@@ -22,30 +22,16 @@ ConsEntry bi_cons_table[kConsRows] = {
 
 // --- arguments ---------------------------------------------------------------------------------
 
-node *force_arg(node **stack, int i, NodeType type) {
+node *force_arg_slowly(node **stack, int i, NodeType type) {
+  evaluate(bi_arg(stack, i));
   node *arg = bi_arg(stack, i);
-  if (arg->type == type)
-    return arg;
-  evaluate(arg);
-  arg = bi_arg(stack, i);
   return arg->type == type ? arg : nullptr;
 }
 
-namespace {
-
-bool is_number(const node *n) {
-  return n->type == kInteger || n->type == kReal;
-}
-
-} // namespace
-
-node *force_number(node **stack, int i) {
+node *force_number_slowly(node **stack, int i) {
+  evaluate(bi_arg(stack, i));
   node *arg = bi_arg(stack, i);
-  if (is_number(arg))
-    return arg;
-  evaluate(arg);
-  arg = bi_arg(stack, i);
-  return is_number(arg) ? arg : nullptr;
+  return arg->type == kInteger || arg->type == kReal ? arg : nullptr;
 }
 
 node *force_list(node **stack, int i) {
@@ -55,13 +41,6 @@ node *force_list(node **stack, int i) {
 }
 
 // --- results -----------------------------------------------------------------------------------
-
-int set_int(node *target, std::int32_t i) {
-  target->type = kInteger;
-  target->quote = 0;
-  target->val.i = i;
-  return 1;
-}
 
 int set_real(node *target, float r) {
   target->type = kReal;
@@ -86,17 +65,6 @@ int set_string(node *target, std::string_view text) {
   return 1;
 }
 
-int set_cons(node *target, ConsRow row) {
-  target->type = kConstructorNode;
-  target->quote = 0;
-  target->val.cs = bi_cons_table[row].cs;
-  return 1;
-}
-
-int set_bool(node *target, bool truth) {
-  return set_cons(target, truth ? kTrue : kFalse);
-}
-
 int set_copy(node *target, const node *source) {
   overwrite_node(target, source);
   return 1;
@@ -111,14 +79,6 @@ int set_apply(node *target, node *fun, node *arg) {
 }
 
 // --- lists -------------------------------------------------------------------------------------
-
-bool is_cons_node(const node *n, ConsRow row) {
-  return n->type == kConstructorNode && n->val.cs == bi_cons_table[row].cs;
-}
-
-bool is_cell(const node *n) {
-  return is_apply(n) && is_apply(n->val.a.a1) && is_cons_node(n->val.a.a1->val.a.a1, kCons);
-}
 
 int is_list(const node *n) {
   while (is_cell(n))

@@ -51,11 +51,21 @@ extern ConsEntry bi_cons_table[kConsRows];
 inline node *bi_arg(node **stack, int i) {
   return stack[i]->val.a.a2;
 }
+// The two that follow, once an argument must be evaluated.
+node *force_arg_slowly(node **stack, int i, NodeType type);
+node *force_number_slowly(node **stack, int i);
 // The i-th argument, evaluated unless it already is of `type`; null when it then is not.
 // The node stays reachable through the spine.
-node *force_arg(node **stack, int i, NodeType type);
+inline node *force_arg(node **stack, int i, NodeType type) {
+  node *arg = bi_arg(stack, i);
+  return arg->type == type ? arg : force_arg_slowly(stack, i, type);
+}
 // The i-th argument evaluated unless it is an integer or real already; null when neither.
-node *force_number(node **stack, int i);
+inline node *force_number(node **stack, int i) {
+  node *arg = bi_arg(stack, i);
+  const bool ready = arg->type == kInteger || arg->type == kReal;
+  return ready ? arg : force_number_slowly(stack, i);
+}
 // The i-th argument forced completely; null unless it then is a proper list.
 node *force_list(node **stack, int i);
 
@@ -66,18 +76,32 @@ inline std::string_view text_of(const node *n) {
 
 // --- results -----------------------------------------------------------------------------------
 // Each writes over `target` (an application node, or a built-in's own node) and answers 1.
-int set_int(node *target, std::int32_t i);
+inline int set_int(node *target, std::int32_t i) {
+  target->type = kInteger;
+  target->quote = 0;
+  target->val.i = i;
+  return 1;
+}
 int set_real(node *target, float r);
 int set_char(node *target, char c);
 int set_string(node *target, std::string_view text);
-int set_cons(node *target, ConsRow row);
-int set_bool(node *target, bool truth);
+inline int set_cons(node *target, ConsRow row) {
+  target->type = kConstructorNode;
+  target->quote = 0;
+  target->val.cs = bi_cons_table[row].cs;
+  return 1;
+}
+inline int set_bool(node *target, bool truth) {
+  return set_cons(target, truth ? kTrue : kFalse);
+}
 int set_copy(node *target, const node *source);
 // Makes `target` the application of `fun` to `arg`.
 int set_apply(node *target, node *fun, node *arg);
 
 // --- lists -------------------------------------------------------------------------------------
-bool is_cons_node(const node *n, ConsRow row);
+inline bool is_cons_node(const node *n, ConsRow row) {
+  return n->type == kConstructorNode && n->val.cs == bi_cons_table[row].cs;
+}
 inline bool is_nil(const node *n) {
   return is_cons_node(n, kNil);
 }
@@ -85,7 +109,9 @@ inline bool is_true(const node *n) {
   return is_cons_node(n, kTrue);
 }
 // A cell ((: head) tail).
-bool is_cell(const node *n);
+inline bool is_cell(const node *n) {
+  return is_apply(n) && is_apply(n->val.a.a1) && is_cons_node(n->val.a.a1->val.a.a1, kCons);
+}
 inline node *cell_head(const node *cell) {
   return cell->val.a.a1->val.a.a2;
 }

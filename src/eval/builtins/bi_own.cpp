@@ -1,6 +1,8 @@
 // The built-ins that the dispatcher carries out itself: arithmetic, comparison and equality of two
 // values, character codes, the console and tracing. The first functions here are the hot path of
 // every program, so two integers are dealt with before anything else is looked at.
+#include <functional>
+
 #include "core/print.h"
 #include "eval/bi_support.h"
 #include "eval/builtins/bi_maths.h"
@@ -98,11 +100,15 @@ node *evaluated(node **stack, int i) {
 
 // Kept: a comparison of numbers writes its truth value but reports that nothing was reduced, so
 // the engine does not look at the rewritten node again; one of strings reports a reduction.
-int comparison(int op_id, node **stack) {
+template <typename Holds> int comparison(int op_id, node **stack, Holds holds) {
   if (!is_comparable(evaluated(stack, 1)))
     return 0;
   const node *n2 = evaluated(stack, 2);
   const node *n1 = bi_arg(stack, 1);
+  if (both_integers(n1, n2)) {
+    set_bool(stack[2], holds(static_cast<float>(n1->val.i), static_cast<float>(n2->val.i)));
+    return 0;
+  }
   if (is_measure(n1) && is_measure(n2)) {
     set_bool(stack[2], bi_compare(op_id, n1, n2) != 0);
     return 0;
@@ -129,16 +135,16 @@ int equality(node **stack) {
 } // namespace
 
 int bi_less(node **stack, int) {
-  return comparison(kLessOp, stack);
+  return comparison(kLessOp, stack, std::less<float>());
 }
 int bi_more(node **stack, int) {
-  return comparison(kMoreOp, stack);
+  return comparison(kMoreOp, stack, std::greater<float>());
 }
 int bi_at_most(node **stack, int) {
-  return comparison(kAtMostOp, stack);
+  return comparison(kAtMostOp, stack, std::less_equal<float>());
 }
 int bi_at_least(node **stack, int) {
-  return comparison(kAtLeastOp, stack);
+  return comparison(kAtLeastOp, stack, std::greater_equal<float>());
 }
 int bi_equals(node **stack, int) {
   return set_bool(stack[2], equality(stack) != 0);
