@@ -39,7 +39,10 @@ void remove_candidate(const TextHeader *text) {
 
 } // namespace
 
+std::size_t gTextBytes = 0;
+
 char *new_text(std::size_t len) {
+  gTextBytes += len;
   auto *text = static_cast<TextHeader *>(std::calloc(1, sizeof(TextHeader) + len + 1));
   if (text == nullptr)
     error_exit("Alloc_string failed");
@@ -79,6 +82,7 @@ void mark_text(char *str, unsigned epoch) {
 }
 
 void sweep_texts(unsigned epoch) {
+  gTextBytes = 0;
   std::size_t kept = 0;
   for (TextHeader *text : candidates) {
     if (text->epoch == epoch) {

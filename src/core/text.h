@@ -23,6 +23,11 @@ void mark_text(char *str, unsigned epoch);
 // Frees every text without references that collection `epoch` did not reach.
 void sweep_texts(unsigned epoch);
 
+// Bytes of texts made since the last collection, and how many of them call for the next one: long
+// texts fill the memory long before their nodes fill the query space.
+extern std::size_t gTextBytes;
+inline constexpr std::size_t kTextBytesBetweenCollections = 64 << 20;
+
 // How many texts the registry holds (for tests and for `:space`).
 std::size_t text_count();
 

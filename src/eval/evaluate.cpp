@@ -5,6 +5,7 @@
 
 #include "core/events.h"
 #include "core/space.h"
+#include "core/text.h"
 #include "eval/clause_code.h"
 #include "eval/combinators.h"
 #include "eval/matcher.h"
@@ -129,6 +130,8 @@ private:
     node *n = root_;
     for (;;) {
       CheckForUserEvents(800);
+      if (gTextBytes > kTextBytesBetweenCollections) [[unlikely]]
+        garbage_collect();
       if (root_->quote != 0) {
         root_->quote = 0;
         return 1;

@@ -130,6 +130,16 @@ TEST_F(MatcherTest, LongSpinesReduceLikeShortOnes) {
   EXPECT_EQ(ask("zl" + args), "#38");
 }
 
+// Each round makes a text of a megabyte and drops the one before.
+TEST_F(MatcherTest, LongTextsAreFreedLongBeforeTheSpaceIsFull) {
+  clauses("zw ::= int -> str -> int",
+          {"zw #0 ?0 ::= #1", "zw ?0 \"\" ::= #0", "zw ?0 ?1 ::= zw (- ?0 #1) (str_reverse ?1)"});
+  const std::string text(1 << 20, 'x');
+  const std::uint64_t before = space_counters().collections;
+  EXPECT_EQ(ask("zw #300 \"" + text + "\""), "#1");
+  EXPECT_GE(space_counters().collections - before, 4U);
+}
+
 TEST_F(MatcherTest, LambdaSubstitutesArgumentsOnly) {
   EXPECT_EQ(ask("(lambda ?0 (+ ?0 (* ?0 #2)) #5)"), "#15");
   EXPECT_EQ(ask("(lambda ?0 (?0 ?0) #5)"), "( ?0 #5)");
