@@ -25,7 +25,14 @@ std::unordered_map<std::string_view, symbol *> &names() {
   return table;
 }
 
-std::vector<void *> retired;
+// Frees what is still retired when the program ends.
+struct RetiredBlocks : std::vector<void *> {
+  ~RetiredBlocks() {
+    for (void *block : *this)
+      std::free(block);
+  }
+};
+RetiredBlocks retired;
 
 std::string_view name_view(const char *name, std::size_t name_len) {
   return {name, name_len == 0 ? std::strlen(name) : name_len};

@@ -19,7 +19,14 @@ struct TextHeader {
   std::size_t slot;    // place among the candidates while `references` is 0
 };
 
-std::vector<TextHeader *> candidates;
+// Frees what is still there when the program ends.
+struct Candidates : std::vector<TextHeader *> {
+  ~Candidates() {
+    for (TextHeader *text : *this)
+      std::free(text);
+  }
+};
+Candidates candidates;
 std::size_t held_texts = 0;
 
 TextHeader *header_of(char *str) {
