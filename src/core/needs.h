@@ -20,7 +20,8 @@ int evaluate(node *root);
 // Defined by db/removal.
 int remove_symbol(symbol *sym);
 
-// Tells the reducer that the clauses of `fc` changed, so that what it derived from them is dropped.
+// Tells that the clauses of `fc` change: what the reducer derived from them is dropped, and
+// gClauseChanges is raised.
 // Defined by eval/matcher.
 void forget_plan(func_block *fc);
 

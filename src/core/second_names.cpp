@@ -65,6 +65,7 @@ int make_alias(std::string_view name, const symbol *meant) {
   sym->b = meant->b;
   second_names.push_back(sym);
   gSymbolTableChanged = 1;
+  ++gClauseChanges;
   return 1;
 }
 

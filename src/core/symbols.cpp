@@ -15,6 +15,7 @@ namespace velora {
 
 symbol *Symbol_table = nullptr;
 int gSymbolTableChanged = 0;
+std::uint64_t gClauseChanges = 0;
 
 namespace {
 

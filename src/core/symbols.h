@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,8 @@ namespace velora {
 extern symbol *Symbol_table;
 // Set to 1 whenever the table or a definition changes; cleared by a save.
 extern int gSymbolTableChanged;
+// Counts the changes of clauses since the program started, for what is derived from them.
+extern std::uint64_t gClauseChanges;
 
 // Enters `name` at the head of the table; `name_len` 0 takes the length of the NUL-terminated
 // name. An existing entry is first removed under the rules for dependants; when that is refused,

@@ -4,6 +4,7 @@
 
 #include "core/events.h"
 #include "core/print.h"
+#include "core/second_names.h"
 #include "core/symbols.h"
 #include "db/term_text.h"
 #include "platform/response.h"
@@ -12,7 +13,12 @@ namespace velora {
 
 namespace {
 
+constexpr std::string_view kHeadIndent = "  ";
+constexpr std::string_view kBodyIndent = "      ";
+
 void write_tdec(std::string &f, const symbol &s) {
+  if (is_second_name(&s))
+    return;
   if (s.stype == kTypeOp)
     f += format_text("\t%s ::= typeop #%d ;\n", s.name, s.b.tp->arity);
   else if (s.stype == kEnumType)
@@ -41,8 +47,6 @@ void write_section(std::string &f, const char *heading, WriteSymbol write_one) {
 }
 
 void write_group(std::string &f, const defs_link &group, bool &reads_back) {
-  constexpr std::string_view kHeadIndent = "  ";
-  constexpr std::string_view kBodyIndent = "      ";
   std::string head;
   std::string body;
   std::uint32_t mask = 1;
@@ -61,9 +65,21 @@ bool is_second_function(const symbol &s) {
   return (s.stype & kFunctionBit) != 0 && s.name != s.b.fc->name;
 }
 
+void write_second_name(std::string &f, const symbol &s) {
+  fprint_tf(f, std::string(s.name) + ' ', std::string(s.b.fc->name) + ' ', kHeadIndent, kBodyIndent,
+            ' ');
+}
+
+// Second names of constructors and types have no clause to stand for them.
+void warn_of_second_names() {
+  for (const symbol *s = Symbol_table; s != nullptr; s = s->next)
+    if (is_second_name(s) && (s->stype & kFunctionBit) == 0)
+      BeepMsgef(0, "Warning: %s is a second name and is not saved\n", s->name);
+}
+
 void write_clauses(std::string &f, const symbol &s) {
   if (is_second_function(s)) {
-    fprint_tf(f, s.name, s.b.fc->name, "  ", "      ", ' ');
+    write_second_name(f, s);
     return;
   }
   if (s.stype != kFunction && s.stype != kDbFunction)
@@ -85,7 +101,7 @@ void write_tdecs(std::string &f) {
 
 void write_cdecs(std::string &f) {
   write_section(f, "cdec\n", [&f](const symbol &s) {
-    if (s.stype == kConstructor)
+    if (s.stype == kConstructor && !is_second_name(&s))
       write_signature(f, s.name, "", s.b.cs->types);
   });
 }
@@ -115,6 +131,7 @@ std::string database_text() {
   write_fdecs(f);
   write_db_fdecs(f);
   write_fdefs(f);
+  warn_of_second_names();
   return f;
 }
 

@@ -176,6 +176,7 @@ int fdb_open_db(const std::string &name) {
     return 0;
   }
   const std::string file_name = name + File_ext;
+  complete_save(file_name);
   const FileStamp before = stamp_of(file_name);
   std::string text;
   File file;

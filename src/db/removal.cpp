@@ -1,8 +1,7 @@
-// Finds what depends on a symbol, asks before it is replaced, and frees its block. Searches walk
-// the whole table, so they run only when a name that exists is replaced, never while new names are
-// read. A running query may refer to what is removed: memory that it can reach is retired rather
-// than freed. Signatures that are kept and clauses that name a type go on pointing to its entry
-// after it was replaced, so entries of types live on outside the table until the user's symbols go.
+// Asks before a symbol that others depend on is replaced, and frees its block. A running query may
+// refer to what is removed: memory that it can reach is retired rather than freed. Signatures that
+// are kept and clauses that name a type go on pointing to its entry after it was replaced, so
+// entries of types live on outside the table until the user's symbols go.
 #include "db/removal.h"
 
 #include <span>
@@ -10,6 +9,7 @@
 #include "core/second_names.h"
 #include "core/symbols.h"
 #include "core/trees.h"
+#include "db/dependants.h"
 #include "db/needs.h"
 #include "platform/response.h"
 
@@ -18,59 +18,6 @@ namespace velora {
 NameList gDependents;
 
 namespace {
-
-// The three ways in which a symbol can be referred to and removed.
-enum class Family { function, constructor, type, none };
-
-Family family_of(const symbol *sym) {
-  switch (sym->stype) {
-  case kFunction:
-  case kSysFunction:
-  case kDbFunction:
-  case kBuiltinFunction:
-    return Family::function;
-  case kConstructor:
-  case kBuiltinConstructor:
-    return Family::constructor;
-  case kTypeOp:
-  case kEnumType:
-  case kNonlexType:
-    return Family::type;
-  default:
-    return Family::none;
-  }
-}
-
-bool refers_to(const node *leaf, const symbol *sym) {
-  switch (family_of(sym)) {
-  case Family::function:
-    if (sym->stype == kBuiltinFunction)
-      return leaf->type == kBuiltin && leaf->val.bi.fc == sym->b.fc;
-    return leaf->type == kFunctionNode && leaf->val.fc == sym->b.fc;
-  case Family::constructor:
-    return leaf->type == kConstructorNode && leaf->val.cs == sym->b.cs;
-  default:
-    return leaf->type == kName && leaf->val.sym == sym;
-  }
-}
-
-// The body as written is looked at too: it must never name a block that is gone.
-bool group_depends_on(const symbol *sym, const defs_link &group) {
-  if (lhs_tree_depends_on(sym, group.lhs_tree) != 0)
-    return true;
-  for (const rhs_link *clause = group.defs; clause != nullptr; clause = clause->next)
-    if (rhs_tree_depends_on(sym, clause->rhs) != 0 ||
-        rhs_tree_depends_on(sym, clause->original) != 0)
-      return true;
-  return false;
-}
-
-bool function_depends_on(const symbol *sym, const func_block *fc) {
-  for (const defs_link *group = fc->defs; group != nullptr; group = group->next)
-    if (group_depends_on(sym, *group))
-      return true;
-  return false;
-}
 
 // Lists a dependant, or takes its clauses away.
 void note_dependant(symbol *dependant, int report) {
@@ -97,8 +44,11 @@ void unlink_value(const symbol *type, const symbol *value) {
 
 // Frees the block by kind, unless another name shares it; the symbol is left without one.
 void free_block(symbol *sym, int unlink) {
-  if (give_up_share(sym) != 0)
+  if (give_up_share(sym) != 0) {
+    ++gClauseChanges; // the clauses have another owner now
     return;
+  }
+  const KeptIndex kept(sym);
   switch (family_of(sym)) {
   case Family::function:
     free_function(sym);
@@ -173,69 +123,11 @@ void remove_list(NameList &list) {
   list.seen.clear();
 }
 
-int rhs_tree_depends_on(const symbol *sym, const node *rhs_tree) {
-  std::vector<const node *> open{rhs_tree};
-  while (!open.empty()) {
-    const node *n = open.back();
-    open.pop_back();
-    if (n == nullptr)
-      continue;
-    if (is_apply(n)) {
-      open.push_back(n->val.a.a2);
-      open.push_back(n->val.a.a1);
-    } else if (refers_to(n, sym)) {
-      return 1;
-    }
-  }
-  return 0;
-}
-
-int lhs_tree_depends_on(const symbol *sym, const choice_node *lhs_tree) {
-  std::vector<const choice_node *> open{lhs_tree};
-  while (!open.empty()) {
-    const choice_node *alternative = open.back();
-    open.pop_back();
-    for (; alternative != nullptr; alternative = alternative->next) {
-      const node &n = alternative->n;
-      if (is_apply(&n)) {
-        open.push_back(choice_list(n.val.a.a1));
-        open.push_back(choice_list(n.val.a.a2));
-      } else if (refers_to(&n, sym)) {
-        return 1;
-      }
-    }
-  }
-  return 0;
-}
-
-int type_appears_in_type_tree(const symbol *tp, const top_node *tp_tree) {
-  std::vector<const top_node *> open{tp_tree};
-  while (!open.empty()) {
-    const top_node *t = open.back();
-    open.pop_back();
-    if (t == nullptr || (t->top_code & kTypeVariable) != 0)
-      continue;
-    if ((t->top_code & kTypeUser) != 0) {
-      if (t->tnu.u.s == tp)
-        return 1;
-      open.insert(open.end(), t->tnu.u.ua, t->tnu.u.ua + type_arg_count(t));
-    } else if ((t->top_code & kTypeArrow) != 0) {
-      open.push_back(t->tnu.bia[0]);
-      open.push_back(t->tnu.bia[1]);
-    }
-  }
-  return 0;
-}
-
 int fun_or_cons_has_dependants(symbol *sym, int report) {
-  int found = 0;
-  for (symbol *s = Symbol_table; s != nullptr; s = s->next) {
-    if ((s->stype & kFunctionBit) == 0 || s == sym || !function_depends_on(sym, s->b.fc))
-      continue;
-    found = 1;
-    note_dependant(s, report);
-  }
-  return found;
+  const std::vector<symbol *> users = functions_that_mention(sym);
+  for (symbol *user : users)
+    note_dependant(user, report);
+  return users.empty() ? 0 : 1;
 }
 
 int type_has_dependants(symbol *sym, int report) {

@@ -116,6 +116,7 @@ int OpenDataBaseFile() {
   }
   const BusyCursor busy;
   int opened = 0;
+  complete_save(seg_name());
   if (RestoreAll(seg_name()) == 0) {
     Unset_DDB_name();
   } else if (OpenDB() != 0) {
@@ -136,6 +137,8 @@ int IncludeDataBaseFile(const std::string &name) {
   std::string base;
   Make_Base_Name(name, base);
   const BusyCursor busy;
+  complete_save(base + ".seg");
+  complete_save(base + File_ext);
   if (RestoreAll(base + ".seg") == 0 || load_file(base + File_ext, 0) == 0)
     return 0;
   DisplayResponse("New Orvek Code in Memory\n");

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "core/needs.h"
+#include "core/symbols.h"
 #include "core/trees.h"
 
 namespace velora {
@@ -113,6 +114,7 @@ std::size_t next_group(const match_plan &plan, const node *arg, std::size_t from
 }
 
 void forget_plan(func_block *fc) {
+  ++gClauseChanges;
   if (fc->plan == nullptr)
     return;
   forgotten.emplace_back(fc->plan);

@@ -101,6 +101,12 @@ bool file_exists(const std::string &name) {
   return std::filesystem::exists(name, error);
 }
 
+bool complete_replacement(const std::string &name) {
+  const std::string made = name + ".new";
+  return !file_exists(name) && file_exists(name + ".bak") && file_exists(made) &&
+         std::rename(made.c_str(), name.c_str()) == 0;
+}
+
 FileStamp stamp_of(const std::string &name) {
   FileStamp stamp;
   std::error_code error;

@@ -86,6 +86,11 @@ private:
   int error_ = 0;
 };
 
+// Completes a replacement that was cut off between its two renames: when no file of that name
+// stands but its NAME.new and NAME.bak do, the new content, which was whole before the old file was
+// touched, takes the name. True when it did.
+bool complete_replacement(const std::string &name);
+
 // Reads a whole file into `text`; false when it cannot be opened or read.
 bool read_whole_file(const std::string &name, std::string &text);
 

@@ -125,6 +125,8 @@ bool has_picture_file(const std::string &base) {
 int open_named_database(const std::string &name) {
   std::string base;
   Make_Base_Name(name, base);
+  complete_save(base + File_ext);
+  complete_save(base + ".seg");
   if (!file_exists(base + File_ext) && base == name && file_exists(name)) {
     const int loaded = load_file(name, 0);
     gSymbolTableChanged = 0;
@@ -167,6 +169,7 @@ int colon_open(const std::string &argument) {
     return 0;
   std::string base;
   Make_Base_Name(argument, base);
+  complete_save(base + File_ext);
   if (!file_exists(base + File_ext)) {
     orvek_errorf("Failed to open %s%s\n", base.c_str(), File_ext);
     return 0;

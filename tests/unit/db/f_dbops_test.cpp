@@ -1,6 +1,8 @@
 // The database file: its bytes, and creating, opening, committing and closing it.
 #include "unit/db/db_kit.h"
 
+#include "core/second_names.h"
+
 using namespace velora;
 using namespace velora::db_test;
 
@@ -164,6 +166,20 @@ TEST_F(DbTest, AWholeFileIsNotKeptAside) {
   fdb_open_db("x");
   fdb_commit_db();
   EXPECT_EQ(files().size(), 2u);
+}
+
+TEST_F(DbTest, ASecondNameOfAFunctionIsWrittenAsAFunctionThatIsTheFirst) {
+  load("tdec\n t ::= enum ; ;\ncdec\n k ::= t ; ;\n"
+       "fdec\n f ::= int -> int ; ;\nfdef\n f ?0 ::= f #1 ; ;\n");
+  ASSERT_EQ(make_alias("again", find_symbol("f", 0)), 1);
+  ASSERT_EQ(make_alias("kk", find_symbol("k", 0)), 1);
+  const std::string text = database_text();
+  EXPECT_NE(text.find("\tagain ::= int->int ;\n"), std::string::npos);
+  EXPECT_NE(text.find("fdef\n\n  again  ::=\n      f  ;\n\n  f ?0  ::=\n      f #1  ;\n;\n"),
+            std::string::npos)
+      << text;
+  EXPECT_EQ(text.find("kk"), std::string::npos);
+  EXPECT_EQ(console().messages, "Warning: kk is a second name and is not saved\n");
 }
 
 TEST_F(DbTest, ATextThatCannotBeReadBackIsTold) {

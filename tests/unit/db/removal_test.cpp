@@ -1,6 +1,8 @@
 // Who depends on a symbol, what is asked before it is replaced, and what happens to the dependants.
 #include "unit/db/db_kit.h"
 
+#include <chrono>
+
 #include "core/print.h"
 
 using namespace velora;
@@ -145,18 +147,52 @@ TEST_F(RemovalTest, ClosingLeavesBuiltInsAndSystemFunctions) {
   find_symbol("builtin", 0)->stype = kFunction;
 }
 
-TEST_F(RemovalTest, ReplacingOneOfManyNamesLooksAtEachClauseOnce) {
+// A series of replacements is answered by an index; it must find what a search of every clause
+// would, also after functions went, came and changed.
+TEST_F(RemovalTest, ManyReplacementsInARowFindTheSameDependants) {
   std::string text = "fdec\n";
-  for (int i = 0; i < 3000; ++i)
+  for (int i = 0; i < 40; ++i)
     text += " n" + std::to_string(i) + " ::= int ;\n";
   text += ";\nfdef\n";
-  for (int i = 1; i < 3000; ++i)
+  for (int i = 1; i < 40; ++i)
     text += " n" + std::to_string(i) + " ::= n" + std::to_string(i - 1) + " ;\n";
   load(text + ";\n");
-  declare_again("fdec\n n2998 ::= int -> int ; ;\n", kNo);
-  EXPECT_EQ(questions("n2998 has 1 dependents."), 1);
-  declare_again("fdec\n n2999 ::= int -> int ; ;\n", kNo);
+  for (const int kept : {10, 20, 30}) {
+    declare_again("fdec\n n" + std::to_string(kept) + " ::= int -> int ; ;\n", kNo);
+    EXPECT_EQ(questions("n" + std::to_string(kept) + " has 1 dependents."), 1);
+  }
+  declare_again("fdec\n n39 ::= int -> int ; ;\n", kNo);
   EXPECT_EQ(questions(""), 0);
+  declare_again("fdec\n n38 ::= int -> int ; ;\n", kNo); // n39 went, and its clause with it
+  EXPECT_EQ(questions(""), 0);
+  load("fdef\n n38 ?0 ::= n36 ; ;\n");
+  declare_again("fdec\n n36 ::= int -> int ; ;\n", kNo);
+  EXPECT_EQ(questions("n36 has 2 dependents."), 1);
+  declare_again("fdec\n n36 ::= int -> int ; ;\n", kYes);
+  EXPECT_FALSE(has_clauses("n37"));
+  EXPECT_FALSE(has_clauses("n38"));
+  declare_again("fdec\n n35 ::= int -> int ; ;\n", kNo);
+  EXPECT_EQ(questions(""), 0);
+}
+
+TEST_F(RemovalTest, ManyReplacementsTakeLinearTime) {
+  constexpr int kFunctions = 8000;
+  std::string text = "fdec\n";
+  std::string again = "fdec\n";
+  std::string clauses = "fdef\n";
+  for (int i = 0; i < kFunctions; ++i) {
+    const std::string name = "n" + std::to_string(i);
+    text += name + " ::= int -> int ;\n";
+    again += name + " ::= int -> int -> int ;\n";
+    clauses += name + " ?0 ::= " + name + " (" + name + " (" + name + " ?0)) ;\n";
+  }
+  load(text + ";\n" + clauses + ";\n");
+  const auto start = std::chrono::steady_clock::now();
+  load(again + ";\n");
+  const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+  EXPECT_EQ(questions(""), 0);
+  EXPECT_EQ(signature("n7999"), "int->int->int");
+  EXPECT_LT(took.count(), 10.0); // quadratic it would be minutes in this build
 }
 
 } // namespace

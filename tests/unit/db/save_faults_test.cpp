@@ -70,6 +70,12 @@ protected:
     const std::string seg = standing("x.seg");
     return (text == old_text_ || text == new_text_) && (seg == old_seg_ || seg == kNewSeg);
   }
+  // What was read is the whole old or the whole new version, pictures included.
+  [[nodiscard]] bool database_is_one_of_two() const {
+    const bool new_text = find_symbol("new39", 0) != nullptr;
+    const bool new_picture = gWinInfo != nullptr;
+    return find_symbol("old39", 0) != nullptr && (new_picture || !new_text);
+  }
   // Puts the files back as they were before the save.
   void restore_files() const {
     for (const auto &[name, content] : files())
@@ -106,6 +112,13 @@ TEST_F(SaveFaults, AStopAtAnyStepLeavesWholeFiles) {
       SaveDataBase("");
     });
     ASSERT_TRUE(all_is_whole()) << "stopped at step " << step_wanted;
+    const int opened = in_child([this] {
+      reset();
+      Setup_Global_DDB_name("x");
+      _exit(OpenDataBaseFile() != 0 && database_is_one_of_two() ? 0 : 1);
+    });
+    EXPECT_EQ(WEXITSTATUS(opened), 0) << "opened after a stop at step " << step_wanted;
+    EXPECT_TRUE(file_exists("x.ddb") && file_exists("x.seg"));
     restore_files();
     if (WEXITSTATUS(status) == 0)
       break;
