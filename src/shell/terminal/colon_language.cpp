@@ -1,4 +1,6 @@
 // Commands of the shell about the language: help, types, listings, loading.
+#include <algorithm>
+
 #include "core/print.h"
 #include "core/symbols.h"
 #include "eval/help.h"
@@ -56,12 +58,21 @@ std::string declaration_text(const symbol &s) {
   return text;
 }
 
+// How a command is written: its name and what stands behind it.
+std::string command_form(const ColonCommand &row) {
+  std::string form(":");
+  form.append(row.name);
+  if (row.arguments[0] != '\0')
+    form.append(" ").append(row.arguments);
+  return form;
+}
+
 void list_commands() {
-  for (const ColonCommand &row : colon_commands()) {
-    std::string left = std::string("  :") + row.name + " " + row.arguments;
-    left.resize(std::max<std::size_t>(left.size() + 1, 28), ' ');
-    DisplayResponse(left + row.help + "\n");
-  }
+  std::size_t width = 0;
+  for (const ColonCommand &row : colon_commands())
+    width = std::max(width, command_form(row).size());
+  for (const ColonCommand &row : colon_commands())
+    DisplayResponsef("  %-*s  %s\n", static_cast<int>(width), command_form(row).c_str(), row.help);
   DisplayResponse("A query is an expression and a semicolon: + #1 #2 ;\n"
                   "Sections begin with tdec, cdec, fdec or fdef and end with a lone semicolon.\n");
 }
@@ -79,7 +90,7 @@ int colon_help(const std::string &argument) {
   }
   for (const ColonCommand &row : colon_commands()) {
     if (argument == row.name || argument == std::string(":") + row.name) {
-      DisplayResponsef(":%s %s\n  %s\n", row.name, row.arguments, row.help);
+      DisplayResponsef("%s\n  %s\n", command_form(row).c_str(), row.help);
       return 1;
     }
   }

@@ -3,6 +3,9 @@
 
 #include <cerrno>
 #include <unistd.h>
+#include <utility>
+
+#include "platform/interrupt.h"
 
 namespace velora {
 
@@ -10,12 +13,16 @@ Got StreamInput::fill() {
   buffer_.erase(0, start_);
   start_ = 0;
   char piece[65536];
-  const ssize_t n = ::read(fd_, piece, sizeof piece);
+  ssize_t n = 0;
+  do
+    n = ::read(fd_, piece, sizeof piece);
+  while (n < 0 && errno == EINTR && gInterrupted == 0);
   if (n > 0) {
     buffer_.append(piece, static_cast<std::size_t>(n));
     return Got::line;
   }
-  return n < 0 && errno == EINTR ? Got::interrupted : Got::end;
+  // The key may have come just as the input ended.
+  return std::exchange(gInterrupted, 0) != 0 ? Got::interrupted : Got::end;
 }
 
 Got StreamInput::read(std::string &line, const std::string &) {
