@@ -167,6 +167,24 @@ TEST_F(SaveFaults, AFileSizeLimitLeavesTheOldFiles) {
   EXPECT_EQ(files().count("x.ddb.new"), 0u);
 }
 
+TEST_F(SaveFaults, AFolderThatMayNotBeWrittenKeepsItsFiles) {
+  const auto before = files();
+  fs::permissions(".", fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
+                           fs::perms::others_exec);
+  const int status = in_child([this] {
+    constexpr uid_t kNobody = 65534;
+    if (geteuid() == 0 && setuid(kNobody) != 0) // whoever may do everything cannot be refused
+      _exit(9);
+    const bool told = SaveDataBase("") == 0 && said().ends_with("Unable to save graphs\n") &&
+                      fdb_commit_db() == 0 &&
+                      said().ends_with("Can't remove old backup file x.ddb.bak\n");
+    _exit(told && find_symbol("new39", 0) != nullptr ? 0 : 1);
+  });
+  fs::permissions(".", fs::perms::owner_all);
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  EXPECT_EQ(files(), before);
+}
+
 TEST_F(SaveFaults, AKillAtAnyMomentLeavesWholeFiles) {
   constexpr int kKills = 60;
   int killed = 0;
