@@ -1,4 +1,4 @@
-// Making and asking the index over clause groups. Plans are dropped whenever clauses change; one
+// Making plans and asking their index. Plans are dropped whenever clauses change; one
 // that a match still reads is kept until that match has ended.
 #include "eval/match_plan.h"
 
@@ -18,8 +18,8 @@ namespace {
 
 // Fewer groups are walked as fast as they are looked up.
 constexpr std::size_t kFewGroups = 3;
-// Calls after a change before an index is worth its making.
-constexpr int kCallsBeforePlan = 4;
+// Calls after a change before a plan is worth its making.
+constexpr int kCallsBeforePlan = 3;
 
 std::vector<std::unique_ptr<match_plan>> forgotten;
 
@@ -49,41 +49,42 @@ std::uint64_t key_of(const node *n) {
   return value * 0x9E3779B97F4A7C15ULL + n->type;
 }
 
-// The alternatives for the first of `arity` arguments; null unless every head of the group takes
-// exactly so many.
-const choice_node *first_argument(const defs_link *group, int arity) {
+// The plan of one group; false unless every head takes exactly `arity` arguments.
+bool plan_group(group_plan &plan, const defs_link *group, int arity) {
   const choice_node *at = group->lhs_tree;
-  const choice_node *args = nullptr;
-  for (int i = 0; i < arity; ++i) {
+  plan.group = group;
+  plan.args.resize(static_cast<std::size_t>(arity));
+  for (auto arg = plan.args.rbegin(); arg != plan.args.rend(); ++arg) {
     if (at == nullptr || at->next != nullptr || !is_apply(&at->n))
-      return nullptr;
-    args = choice_list(at->n.val.a.a2);
+      return false;
+    *arg = choice_list(at->n.val.a.a2);
     at = choice_list(at->n.val.a.a1);
   }
-  return at != nullptr && at->next == nullptr && at->n.type == kFunctionNode ? args : nullptr;
+  if (at == nullptr || at->next != nullptr || at->n.type != kFunctionNode)
+    return false;
+  plan.clauses = at->mask;
+  return true;
 }
 
-bool add_group(match_plan &plan, const defs_link *group, int arity) {
-  const auto number = static_cast<std::uint32_t>(plan.groups.size());
-  const choice_node *alternative = first_argument(group, arity);
-  if (alternative == nullptr)
-    return false;
-  plan.groups.push_back(group);
-  for (const choice_node *a = alternative; a != nullptr; a = a->next)
+void index_group(match_plan &plan, std::uint32_t number) {
+  const choice_node *const first = plan.groups[number].args[0];
+  for (const choice_node *a = first; a != nullptr; a = a->next)
     if (!is_constant(&a->n)) {
       plan.general.push_back(number);
-      return true;
+      return;
     }
-  for (; alternative != nullptr; alternative = alternative->next)
-    plan.by_constant[key_of(&alternative->n)].push_back(number);
-  return true;
+  for (const choice_node *a = first; a != nullptr; a = a->next)
+    plan.by_constant[key_of(&a->n)].push_back(number);
 }
 
 void make_plan(match_plan &plan, const func_block *fc) {
   for (const defs_link *group = fc->defs; group != nullptr; group = group->next)
-    if (fc->arity == 0 || !add_group(plan, group, fc->arity))
+    if (!plan_group(plan.groups.emplace_back(), group, fc->arity))
       return;
-  plan.usable = plan.groups.size() > kFewGroups;
+  plan.flat = true;
+  plan.indexed = fc->arity > 0 && plan.groups.size() > kFewGroups;
+  for (std::uint32_t i = 0; plan.indexed && i < plan.groups.size(); ++i)
+    index_group(plan, i);
 }
 
 std::size_t first_from(const std::vector<std::uint32_t> &numbers, std::size_t from,
@@ -100,7 +101,7 @@ const match_plan *plan_of(func_block *fc) {
   match_plan &plan = *fc->plan;
   if (++plan.calls == kCallsBeforePlan)
     make_plan(plan, fc);
-  return plan.usable ? &plan : nullptr;
+  return plan.flat ? &plan : nullptr;
 }
 
 std::size_t next_group(const match_plan &plan, const node *arg, std::size_t from) {

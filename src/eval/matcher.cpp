@@ -228,24 +228,51 @@ bool match_group(Match &m, const defs_link *group, node **call_stack, int most, 
   return false;
 }
 
-// As match_function, but skips the groups that the index rules out.
-bool match_planned(Match &m, const match_plan &plan, node **call_stack, int most, Found &found) {
+// Matches the first `count` arguments of a planned group for the clauses in `wanted`: those before
+// the last first, and for the clauses that these leave, the last.
+std::uint32_t match_arguments(Match &m, const group_plan &plan, node **call_stack,
+                              std::size_t count, std::uint32_t wanted) {
+  if (count == 0)
+    return wanted;
+  while (wanted != 0) {
+    const std::uint32_t chosen = match_arguments(m, plan, call_stack, count - 1, wanted);
+    if (chosen == 0 || m.unsettled != nullptr)
+      return 0;
+    const std::uint32_t found =
+        node_match(m, plan.args[count - 1], &call_stack[count]->val.a.a2, chosen, false);
+    if (found != 0 || m.unsettled != nullptr)
+      return found;
+    wanted &= ~chosen;
+  }
+  return 0;
+}
+
+// A function whose heads all take all its arguments: no other number of them can match.
+bool match_planned(Match &m, const match_plan &plan, node **call_stack, int arity, Found &found) {
   for (std::size_t i = 0; i < plan.groups.size(); ++i) {
-    i = next_group(plan, call_stack[1]->val.a.a2, i);
+    if (plan.indexed)
+      i = next_group(plan, call_stack[1]->val.a.a2, i);
     if (i == plan.groups.size())
       return false;
+    const group_plan &group = plan.groups[i];
     clear(m.bindings);
-    if (match_group(m, plan.groups[i], call_stack, most, found))
+    const std::uint32_t matched =
+        match_arguments(m, group, call_stack, group.args.size(), group.clauses);
+    if (m.unsettled != nullptr)
+      return false;
+    if (matched != 0) {
+      const int number = std::bit_width(matched) - 1;
+      found = {clause_number(group.group, number), group.group, 1U << number, arity};
       return true;
+    }
   }
   return false;
 }
 
 bool match_function(Match &m, func_block *fc, node **call_stack, int spine_len, Found &found) {
+  if (const match_plan *plan = plan_of(fc))
+    return spine_len >= fc->arity && match_planned(m, *plan, call_stack, fc->arity, found);
   const int most = spine_len < fc->arity ? spine_len : fc->arity;
-  if (fc->defs != nullptr && fc->defs->next != nullptr && spine_len >= fc->arity)
-    if (const match_plan *plan = plan_of(fc))
-      return match_planned(m, *plan, call_stack, most, found);
   for (const defs_link *group = fc->defs; group != nullptr; group = group->next) {
     clear(m.bindings);
     if (match_group(m, group, call_stack, most, found))
