@@ -81,30 +81,26 @@ public:
   virtual void set_text(WindowId win, std::string_view text) = 0;
   virtual void append_text(WindowId win, std::string_view text) = 0;
   // Appends a message that beeped, so that it stands out from ordinary text.
-  virtual void append_message(WindowId win, std::string_view text, int level) {
-    (void)level;
-    append_text(win, text);
-  }
+  virtual void append_message(WindowId win, std::string_view text, int level) = 0;
   // The console's text has two parts: what was appended, and behind it what the user typed since.
   // These read and replace the typed part; append_text leaves it standing behind the new text.
-  virtual std::string typed_text(WindowId) { return {}; }
-  virtual void set_typed_text(WindowId, std::string_view) {}
-  // Takes whole lines away from the front, so that at most `keep` bytes of appended text are left;
-  // answers how many bytes went.
-  virtual std::size_t drop_front(WindowId, std::size_t keep) {
-    (void)keep;
-    return 0;
-  }
-  virtual EditState edit_state(WindowId) { return {}; }
-  virtual void edit(WindowId, EditCommand) {}
-  virtual TextRange selection(WindowId) { return {}; }
+  virtual std::string typed_text(WindowId win) = 0;
+  virtual void set_typed_text(WindowId win, std::string_view text) = 0;
+  // Takes whole lines away from the front, so that at most `keep` characters of appended text are
+  // left; answers how many went.
+  virtual std::size_t drop_front(WindowId win, std::size_t keep) = 0;
+  virtual EditState edit_state(WindowId win) = 0;
+  virtual void edit(WindowId win, EditCommand command) = 0;
+  virtual TextRange selection(WindowId win) = 0;
   // Selects a stretch of text and scrolls it into view.
-  virtual void select_text(WindowId, TextRange) {}
+  virtual void select_text(WindowId win, TextRange range) = 0;
   virtual void show_menu_bar(MenuBar bar) = 0;
   virtual void enable_item(int command, bool on) = 0;
   // Replaces a user menu: the names shown get the command numbers from `first_command` on.
   virtual void set_user_menu(MenuBar bar, const std::string &header,
                              const std::vector<std::string> &names, int first_command) = 0;
+  // The label of an item of a bar's user menu, at most 79 characters of it; empty for none.
+  virtual std::string menu_label(MenuBar bar, int command) = 0;
   // Lets the user choose a file; none when cancelled. `pattern` is like "*.ddb".
   virtual std::optional<std::string> choose_file(bool for_saving, const std::string &title,
                                                  const std::string &pattern) = 0;
@@ -113,22 +109,20 @@ public:
   virtual int text_height(WindowId win, const Font &font) = 0;
   // The size of what a picture or graphics window shows; the window scrolls over it. Points given
   // to the program and the canvas count from the top left of that extent.
-  virtual void set_extent(WindowId, int width, int height) { (void)width, (void)height; }
+  virtual void set_extent(WindowId win, int width, int height) = 0;
   // Dialogs, as Console::ask and Console::ask_text, and a box with a message and one button.
-  virtual int ask(const std::string &, const std::vector<std::string> &) { return 5; }
-  virtual bool ask_text(const std::string &, std::string &) { return false; }
-  virtual void message_box(const std::string &title, const std::string &text) {
-    (void)title, (void)text;
-  }
+  virtual int ask(const std::string &message, const std::vector<std::string> &buttons) = 0;
+  virtual bool ask_text(const std::string &prompt, std::string &answer) = 0;
+  virtual void message_box(const std::string &title, const std::string &text) = 0;
   // Services painting and the interrupt keys, waiting up to `milliseconds` for something to do.
-  virtual void pump(int milliseconds) { (void)milliseconds; }
-  virtual void beep() {}
+  virtual void pump(int milliseconds) = 0;
+  virtual void beep() = 0;
   // Saves a picture of the window's inside as a bitmap file; answers false on failure.
   virtual bool save_bitmap(WindowId win, const std::string &file) = 0;
   // Size of the screen, for first placements.
   virtual Rect screen() = 0;
   // The place inside the main frame where windows are arranged, in screen coordinates.
-  virtual Rect work_area() { return screen(); }
+  virtual Rect work_area() = 0;
   virtual void quit() = 0;
 };
 
@@ -145,6 +139,14 @@ public:
   std::string text_of(WindowId) override { return {}; }
   void set_text(WindowId, std::string_view) override {}
   void append_text(WindowId, std::string_view) override {}
+  void append_message(WindowId, std::string_view, int) override {}
+  std::string typed_text(WindowId) override { return {}; }
+  void set_typed_text(WindowId, std::string_view) override {}
+  std::size_t drop_front(WindowId, std::size_t) override { return 0; }
+  EditState edit_state(WindowId) override { return {}; }
+  void edit(WindowId, EditCommand) override {}
+  TextRange selection(WindowId) override { return {}; }
+  void select_text(WindowId, TextRange) override {}
   void show_menu_bar(MenuBar) override {}
   void enable_item(int, bool) override {}
   void set_user_menu(MenuBar, const std::string &, const std::vector<std::string> &, int) override {
@@ -152,13 +154,21 @@ public:
   std::optional<std::string> choose_file(bool, const std::string &, const std::string &) override {
     return std::nullopt;
   }
+  std::string menu_label(MenuBar, int) override { return {}; }
   void set_cursor(CursorShape) override {}
   int text_width(WindowId, std::string_view text, const Font &font) override {
     return static_cast<int>(text.size()) * (font.size * 6 / 10);
   }
   int text_height(WindowId, const Font &font) override { return font.size * 4 / 3; }
+  void set_extent(WindowId, int, int) override {}
+  int ask(const std::string &, const std::vector<std::string> &) override { return 5; }
+  bool ask_text(const std::string &, std::string &) override { return false; }
+  void message_box(const std::string &, const std::string &) override {}
+  void pump(int) override {}
+  void beep() override {}
   bool save_bitmap(WindowId, const std::string &) override { return false; }
   Rect screen() override { return {0, 0, 1024, 768}; }
+  Rect work_area() override { return screen(); }
   void quit() override {}
 
 private:

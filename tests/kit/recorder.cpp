@@ -197,6 +197,44 @@ void RecorderDesktop::append_text(WindowId win, std::string_view text) {
   windows[win].text += text;
 }
 
+void RecorderDesktop::append_message(WindowId win, std::string_view text, int level) {
+  note_call("message %d level %d %s", win, level, quoted(text).c_str());
+  windows[win].text += text;
+}
+
+std::string RecorderDesktop::typed_text(WindowId win) {
+  return windows[win].typed;
+}
+
+void RecorderDesktop::set_typed_text(WindowId win, std::string_view text) {
+  windows[win].typed = text;
+}
+
+// Text of ASCII letters is enough here: a byte is a character.
+std::size_t RecorderDesktop::drop_front(WindowId win, std::size_t keep) {
+  std::string &text = windows[win].text;
+  if (text.size() <= keep)
+    return 0;
+  const std::size_t line = text.find('\n', text.size() - keep);
+  const std::size_t dropped = line == std::string::npos ? text.size() - keep : line + 1;
+  text.erase(0, dropped);
+  note_call("drop %d", win);
+  return dropped;
+}
+
+void RecorderDesktop::edit(WindowId win, EditCommand command) {
+  constexpr const char *kNames[] = {"undo", "cut", "copy", "paste", "clear"};
+  note_call("edit %d %s", win, kNames[static_cast<int>(command)]);
+}
+
+TextRange RecorderDesktop::selection(WindowId win) {
+  return windows[win].selection;
+}
+
+void RecorderDesktop::select_text(WindowId win, TextRange range) {
+  windows[win].selection = range;
+}
+
 void RecorderDesktop::show_menu_bar(MenuBar menu_bar) {
   note_call("menu bar %d", static_cast<int>(menu_bar));
   bar = menu_bar;
@@ -210,8 +248,11 @@ void RecorderDesktop::enable_item(int command, bool on) {
 void RecorderDesktop::set_user_menu(MenuBar menu_bar, const std::string &header,
                                     const std::vector<std::string> &names, int first_command) {
   std::string line;
-  for (const std::string &name : names)
+  int command = first_command;
+  for (const std::string &name : names) {
     line += " " + quoted(name);
+    labels[command++] = name;
+  }
   note_call("user menu %d %s from %d:%s", static_cast<int>(menu_bar), quoted(header).c_str(),
             first_command, line.c_str());
 }
@@ -222,6 +263,46 @@ std::optional<std::string> RecorderDesktop::choose_file(bool for_saving, const s
   note_call("choose file to %s %s %s -> %s", for_saving ? "save" : "open", quoted(title).c_str(),
             pattern.c_str(), file.empty() ? "cancelled" : file.c_str());
   return file.empty() ? std::nullopt : std::optional(file);
+}
+
+std::string RecorderDesktop::menu_label(MenuBar, int command) {
+  const auto found = labels.find(command);
+  return found == labels.end() ? std::string() : found->second;
+}
+
+void RecorderDesktop::set_extent(WindowId win, int width, int height) {
+  windows[win].width = width;
+  windows[win].height = height;
+}
+
+int RecorderDesktop::ask(const std::string &message, const std::vector<std::string> &buttons) {
+  std::string line = "ask " + quoted(message);
+  for (const std::string &button : buttons)
+    line += " [" + button + "]";
+  const int choice = next_of(choices, 5);
+  note_call("%s -> %d", line.c_str(), choice);
+  return choice;
+}
+
+bool RecorderDesktop::ask_text(const std::string &prompt, std::string &answer) {
+  note_call("ask_text %s (%s)", quoted(prompt).c_str(), answer.c_str());
+  if (answers.empty())
+    return false;
+  answer = next_of(answers, std::string());
+  return true;
+}
+
+void RecorderDesktop::message_box(const std::string &title, const std::string &text) {
+  note_call("box %s %s", quoted(title).c_str(), quoted(text).c_str());
+}
+
+void RecorderDesktop::pump(int) {
+  if (on_pump)
+    on_pump();
+}
+
+void RecorderDesktop::beep() {
+  note_call("beep");
 }
 
 void RecorderDesktop::set_cursor(CursorShape shape) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -53,11 +54,19 @@ public:
     Rect place;
     bool shown = false;
     std::string text;
+    std::string typed{};       // what the user typed behind the text
+    TextRange selection{};     // of the text
+    int width = 0, height = 0; // the extent
   };
   std::map<WindowId, Window> windows;
   std::vector<std::string> log;
-  std::map<int, bool> items;     // the last state of each menu item that was set
-  std::deque<std::string> files; // answers to choose_file(); an empty one is "cancelled"
+  std::map<int, bool> items;         // the last state of each menu item that was set
+  std::map<int, std::string> labels; // of the items of user menus, by command number
+  std::deque<int> choices;           // answers to ask(), 5 ("Cancel") when there are no more
+  std::deque<std::string> answers;   // answers to ask_text(), cancelled when there are no more
+  EditState edit_now;                // what edit_state() answers
+  std::function<void()> on_pump;     // what the user does while a command runs
+  std::deque<std::string> files;     // answers to choose_file(); an empty one is "cancelled"
   WindowId focus = 0;
   MenuBar bar = MenuBar::main;
   CursorShape cursor = CursorShape::arrow;
@@ -76,17 +85,33 @@ public:
   std::string text_of(WindowId win) override;
   void set_text(WindowId win, std::string_view text) override;
   void append_text(WindowId win, std::string_view text) override;
+  void append_message(WindowId win, std::string_view text, int level) override;
+  std::string typed_text(WindowId win) override;
+  void set_typed_text(WindowId win, std::string_view text) override;
+  std::size_t drop_front(WindowId win, std::size_t keep) override;
+  EditState edit_state(WindowId) override { return edit_now; }
+  void edit(WindowId win, EditCommand command) override;
+  TextRange selection(WindowId win) override;
+  void select_text(WindowId win, TextRange range) override;
   void show_menu_bar(MenuBar menu_bar) override;
   void enable_item(int command, bool on) override;
   void set_user_menu(MenuBar menu_bar, const std::string &header,
                      const std::vector<std::string> &names, int first_command) override;
   std::optional<std::string> choose_file(bool for_saving, const std::string &title,
                                          const std::string &pattern) override;
+  std::string menu_label(MenuBar menu_bar, int command) override;
   void set_cursor(CursorShape shape) override;
   int text_width(WindowId win, std::string_view text, const Font &font) override;
   int text_height(WindowId win, const Font &font) override;
+  void set_extent(WindowId win, int width, int height) override;
+  int ask(const std::string &message, const std::vector<std::string> &buttons) override;
+  bool ask_text(const std::string &prompt, std::string &answer) override;
+  void message_box(const std::string &title, const std::string &text) override;
+  void pump(int milliseconds) override;
+  void beep() override;
   bool save_bitmap(WindowId win, const std::string &file) override;
   Rect screen() override { return {0, 0, 1024, 768}; }
+  Rect work_area() override { return {0, 40, 1024, 768}; }
   void quit() override;
 
 private:

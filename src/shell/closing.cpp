@@ -1,0 +1,39 @@
+// What happens when the user closes a window or the main frame.
+#include "db/vel_dbop.h"
+#include "platform/response.h"
+#include "shell/graphics_windows.h"
+#include "shell/picture_windows.h"
+#include "shell/text_windows.h"
+#include "shell/vel_wins.h"
+
+namespace velora {
+
+int CloseWindowProc(WindowId win) {
+  switch (window_kind(win)) {
+  case kControlWindow:
+    DisplayResponse("You're not allowed to close CONTROL window\n");
+    return 0;
+  case kOrvekWindow:
+    return close_orvek_window(win);
+  case kGraphicsWindow:
+    return close_graphics_window(win);
+  case kNarrativeWindow:
+    return close_narrative_window();
+  case kFunctionWindow:
+  case kDataWindow:
+  case kNetworkWindow:
+    return close_picture_window(win);
+  default:
+    DoCloseWindow(win);
+    return 1;
+  }
+}
+
+int CloseFrameProc() {
+  if (offer_to_store_texts() == 0 || SaveDBChanges("Untitled1") == 0)
+    return 0;
+  CompleteDataBasePair();
+  return 1;
+}
+
+} // namespace velora

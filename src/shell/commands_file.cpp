@@ -1,0 +1,113 @@
+// The commands of the File and Query menus. They pair the database operations with the windows that
+// show what is in memory.
+#include <filesystem>
+
+#include "core/space.h"
+#include "db/vel_dbop.h"
+#include "platform/response.h"
+#include "shell/commands.h"
+#include "shell/console_window.h"
+#include "shell/desk_events.h"
+#include "shell/picture_windows.h"
+#include "shell/vel_wins.h"
+
+namespace velora {
+
+namespace {
+
+constexpr const char *kNewName = "Untitled1";
+
+// The file name with an ending when it has none.
+std::string with_ending(const std::string &file, const char *ending) {
+  return std::filesystem::path(file).has_extension() ? file : file + ending;
+}
+
+} // namespace
+
+int NewDataBaseCommand() {
+  OpenNewDataBase(kNewName);
+  CreateUserMenus();
+  return 1;
+}
+
+int OpenCommand() {
+  OpenDataBaseFile();
+  CreateUserMenus();
+  return 1;
+}
+
+int CloseDataBaseCommand() {
+  if (SaveDBChanges(kNewName) == 0)
+    return 0;
+  close_all_pictures();
+  ResetVelora();
+  CreateUserMenus();
+  return 1;
+}
+
+int SaveDataBaseCommand() {
+  return SaveDataBase(kNewName), 1;
+}
+
+int ImportCommand() {
+  IncludeDataBase();
+  CreateUserMenus();
+  return 1;
+}
+
+int SaveCopyCommand() {
+  BackupDataBase();
+  return 1;
+}
+
+int SaveWinAsPICT() {
+  const WindowId win = previous;
+  if (win == 0)
+    return 0;
+  const auto chosen = gDesktop->choose_file(true, "Save Window", "*.bmp");
+  if (!chosen)
+    return 0;
+  const std::string file = with_ending(*chosen, ".bmp");
+  if (!gDesktop->save_bitmap(win, file)) {
+    orvek_errorf("Can't write to %s\n", file.c_str());
+    return 0;
+  }
+  DisplayResponsef("Window saved in file %s\n", file.c_str());
+  return 1;
+}
+
+int SaveControlTextCommand() {
+  const auto chosen = gDesktop->choose_file(true, "Save CONTROL Text", "*.txt");
+  if (!chosen)
+    return 0;
+  const std::string file = with_ending(*chosen, ".txt");
+  if (gDesktopConsole.text().save_log(file) == 0) {
+    orvek_errorf("Can't write to %s\n", file.c_str());
+    return 0;
+  }
+  DisplayResponsef("CONTROL text saved in file %s\n", file.c_str());
+  return 1;
+}
+
+int QuitCommand() {
+  close_asked(0);
+  return 0;
+}
+
+int QueryCommand() {
+  return AskForQuery();
+}
+
+int IncreaseSpaceCommand() {
+  return resize_free_list(2), 1;
+}
+
+int DecreaseSpaceCommand() {
+  return resize_free_list(1), 1;
+}
+
+int ResetSpaceCommand() {
+  return resize_free_list(0), 1;
+}
+
+} // namespace velora

@@ -1,0 +1,142 @@
+// The commands of the Edit, Windows and Find menus.
+#include "platform/response.h"
+#include "shell/commands.h"
+#include "shell/console_window.h"
+#include "shell/graphics_windows.h"
+#include "shell/picture_windows.h"
+#include "shell/text_windows.h"
+#include "shell/vel_wins.h"
+
+namespace velora {
+
+namespace {
+
+int edit_previous(EditCommand command) {
+  if (TextTypeWindow(previous) == 0)
+    return 0;
+  gDesktop->edit(previous, command);
+  return 1;
+}
+
+// A fresh record of the window that last had the focus, or null.
+WinInfo *shown_picture() {
+  return picture_of(previous);
+}
+
+// The name that the components of a window's picture are stored under.
+std::string component_name(const WinInfo *wi) {
+  return wi->wtype == kNetworkPicture ? std::string(kNetworkName) : wi->name;
+}
+
+} // namespace
+
+int UndoCommand() {
+  return edit_previous(EditCommand::undo);
+}
+
+int CutCommand() {
+  return edit_previous(EditCommand::cut);
+}
+
+int CopyCommand() {
+  return edit_previous(EditCommand::copy);
+}
+
+int PasteCommand() {
+  return edit_previous(EditCommand::paste);
+}
+
+int ClearCommand() {
+  return edit_previous(EditCommand::clear);
+}
+
+int ClearSelectionCommand() {
+  return edit_previous(EditCommand::clear);
+}
+
+int FindCommand() {
+  return findSearchString(previous, false);
+}
+
+int FindAgainCommand() {
+  return findSearchString(previous, true);
+}
+
+int CommitCommand() {
+  if (window_kind(previous) != kOrvekWindow) {
+    DisplayResponse("There is nothing to commit\n");
+    return 0;
+  }
+  if (StoreOrvekToDB(previous) != 0)
+    DisplayResponse("Orvek Code Stored\n");
+  return 1;
+}
+
+int NewConstructorsCommand() {
+  return SetupNewWindow(kConstructorsPicture) != nullptr ? 1 : 0;
+}
+
+int NewFunctionCommand() {
+  return SetupNewWindow(kFunctionPicture) != nullptr ? 1 : 0;
+}
+
+int NewNetworkCommand() {
+  return SetupNewWindow(kNetworkPicture) != nullptr ? 1 : 0;
+}
+
+int NewGraphicsCommand() {
+  return open_graphics_window();
+}
+
+int NewNarrativeCommand() {
+  return open_narrative_window();
+}
+
+int NewOrvekCommand() {
+  return NewOrvekWindow() != 0 ? 1 : 0;
+}
+
+int ClearControlCommand() {
+  gDesktopConsole.text().clear();
+  return 1;
+}
+
+int StackCommand() {
+  StackWindows();
+  return 1;
+}
+
+int BiggerTextCommand() {
+  return BiggerText(shown_picture()), 1;
+}
+
+int SmallerTextCommand() {
+  return SmallerText(shown_picture()), 1;
+}
+
+int RefreshCommand() {
+  return redraw_picture(shown_picture()), 1;
+}
+
+int GetByNameCommand() {
+  WinInfo *wi = shown_picture();
+  if (wi->wtype == kNetworkPicture)
+    return 0;
+  std::string name;
+  const char *prompt = wi->wtype == kFunctionPicture ? "Function Name?" : "DataType Name?";
+  if (GetUserDialogText(prompt, name) == 0 || name.empty())
+    return 0;
+  return GetNextComponent(wi, name, -1);
+}
+
+int GetNextCommand() {
+  WinInfo *wi = shown_picture();
+  return GetNextComponent(wi, component_name(wi), wi->cmpnt);
+}
+
+int GetNumberCommand() {
+  WinInfo *wi = shown_picture();
+  return GetNumComponent(wi, component_name(wi));
+}
+
+} // namespace velora

@@ -1,0 +1,61 @@
+// The CONTROL window: the Console of the desktop program, and the loop that takes queries from what
+// the user types or pastes there. Called by the entries of the window system and by the commands.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+#include "platform/console.h"
+#include "shell/console_text.h"
+
+namespace velora {
+
+// The console of programs with windows. Its text is shown at the latest when the command that
+// printed it ends, and ten times a second while it runs.
+class DesktopConsole : public Console {
+public:
+  void write(std::string_view text) override;
+  void narrative(std::string_view text) override;
+  void warn(std::string_view text, int level) override;
+  void note(std::string_view text) override;
+  int ask(const std::string &message, std::span<const std::string> buttons) override;
+  bool ask_text(const std::string &prompt, std::string &answer) override;
+  int read_char() override;
+  bool interrupted() override;
+  void busy(bool on) override;
+  void beep() override;
+
+  ConsoleText &text() { return text_; }
+  // True when nothing has been shown since the prompt.
+  [[nodiscard]] bool at_prompt() const { return at_prompt_; }
+  // Takes what the user typed while a character is read; false when none is.
+  bool take_characters();
+
+private:
+  using Clock = std::chrono::steady_clock;
+  void show_if_due(Clock::time_point now);
+
+  ConsoleText text_;
+  std::string characters_; // typed for read_char and not yet read
+  bool reading_ = false;
+  bool at_prompt_ = false;
+  bool busy_shown_ = false;
+  Clock::time_point last_shown_;
+  Clock::time_point last_look_;
+  Clock::time_point busy_since_;
+};
+
+extern DesktopConsole gDesktopConsole;
+
+// Shows the prompt and waits for a query (command Query).
+int AskForQuery();
+// The prompt again after a command, unless it still stands.
+void wait_for_query();
+// Strips the prompt from `line` and runs it as a query, or asks to type it again. 1 when it ran.
+int GetQuery(const std::string &line);
+// The user changed the typed text: runs each line that is complete.
+void console_changed();
+// Puts the query `step` places later (1) or earlier (-1) in place of what is typed; 1 or 0.
+int console_recall(int step);
+
+} // namespace velora

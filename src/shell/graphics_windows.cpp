@@ -1,0 +1,66 @@
+// Graphics and narrative windows as the user sees them: drawn, scrolled, opened and closed.
+#include "shell/graphics_windows.h"
+
+#include "eval/graphics_windows.h"
+#include "platform/response.h"
+#include "shell/vel_wins.h"
+
+namespace velora {
+
+namespace {
+
+void show_extent(const BgrWinInfo &info) {
+  const Rect all = graphics_extent(info);
+  gDesktop->set_extent(info.win, all.right, all.bottom);
+}
+
+} // namespace
+
+void draw_graphics_window(WindowId win, Canvas &canvas) {
+  const BgrWinInfo *info = FindGraphicWinInfo(win);
+  if (info == nullptr)
+    return;
+  draw_graphics(*info, canvas);
+}
+
+void refresh_graphics_windows() {
+  for (const BgrWinInfo *info = gBgrWinInfo.get(); info != nullptr; info = info->next.get())
+    show_extent(*info);
+}
+
+int close_graphics_window(WindowId win) {
+  BgrWinInfo *info = FindGraphicWinInfo(win);
+  if (info == nullptr)
+    return 0;
+  leave_window(win);
+  close_graphics(info);
+  return 1;
+}
+
+int open_graphics_window() {
+  const BgrWinInfo *info = open_graphics();
+  if (info == nullptr) {
+    orvek_error("NewGraphicsWindow: malloc failed");
+    return 0;
+  }
+  enter_window(info->win, kGraphicsWindow);
+  gDesktop->focus_window(info->win);
+  return 1;
+}
+
+int open_narrative_window() {
+  if (open_narrative() == 0)
+    return 0;
+  enter_window(gNarWind, kNarrativeWindow);
+  gDesktop->focus_window(gNarWind);
+  return 1;
+}
+
+int close_narrative_window() {
+  const WindowId win = gNarWind;
+  leave_window(win);
+  gNarWind = win;
+  return close_narrative();
+}
+
+} // namespace velora

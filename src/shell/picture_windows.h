@@ -1,0 +1,51 @@
+// The picture windows: opening, showing stored pictures in them, titles, sizes and closing. Called
+// by the menu commands, the entries of the window system and the database.
+#pragma once
+
+#include <string>
+
+#include "editor/model/records.h"
+#include "platform/canvas.h"
+#include "platform/desktop.h"
+
+namespace velora {
+
+// The picture that a window shows, or null.
+WinInfo *picture_of(WindowId win);
+// True when something is selected in it.
+bool picture_has_selection(WindowId win);
+
+// Opens a fresh picture window of a kind; null on failure.
+WinInfo *SetupNewWindow(int wtype);
+// Enters windows that the editor opened by itself into the list of windows.
+void register_picture_windows();
+
+// Loads a stored picture into the window of `wi`: the first one named `name` whose number is
+// greater than `cmpnt`, or else the first one of that name. Without a name the window's own name
+// and number are taken. 1 when one was shown.
+int GetNextComponent(WinInfo *wi, const std::string &name, int cmpnt);
+// Asks for a number and loads that component of `name`, 0 when the answer is no number.
+int GetNumComponent(WinInfo *wi, const std::string &name);
+
+// Changes the text size of a picture by one step and redraws it.
+void BiggerText(WinInfo *wi);
+void SmallerText(WinInfo *wi);
+// The text size one step up or down, within 8 to 22.
+int bigger_text_size(int size);
+int smaller_text_size(int size);
+
+// Draws the picture of a window.
+void draw_picture_window(WindowId win, Canvas &canvas);
+// Redraws it, with its title and the extent that its window scrolls over.
+void redraw_picture(WinInfo *wi);
+// Closes the window, asking first when its picture is not saved; 1 when it closed.
+int close_picture_window(WindowId win);
+// Closes every picture window without asking.
+void close_all_pictures();
+
+// Rebuilds the user menus of all picture kinds.
+void CreateUserMenus();
+// Does the item of a user menu: shows the picture of that name. 1 when one was shown.
+int choose_user_item(int command, MenuBar bar);
+
+} // namespace velora

@@ -1,0 +1,87 @@
+// Cutting and recalling of query texts. Called by console_window; touches nothing else.
+#include "shell/query_text.h"
+
+#include <algorithm>
+
+namespace velora {
+
+namespace {
+
+// Walks over a text and counts what is open at its end.
+struct OpenMarks {
+  int square = 0;
+  int round = 0;
+  bool quoted = false;
+  bool crossed = false; // a bracket was closed that was not open
+
+  explicit OpenMarks(std::string_view text) {
+    for (const char c : text)
+      step(c);
+  }
+  void step(char c) {
+    if (c == '"')
+      quoted = !quoted;
+    else if (!quoted)
+      count(c);
+  }
+  void count(char c) {
+    square += (c == '[') - (c == ']');
+    round += (c == '(') - (c == ')');
+    crossed = crossed || square < 0 || round < 0;
+  }
+  [[nodiscard]] bool unfinished() const { return !crossed && (quoted || square > 0 || round > 0); }
+};
+
+std::string_view trimmed(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(" \t\r\n");
+  if (first == std::string_view::npos)
+    return {};
+  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+
+} // namespace
+
+std::string strip_prompt(std::string_view line) {
+  const std::string_view prompt = trimmed(kQueryPrompt);
+  line = trimmed(line);
+  while (line.substr(0, prompt.size()) == prompt)
+    line = trimmed(line.substr(prompt.size()));
+  return std::string(line);
+}
+
+std::vector<std::string> split_queries(std::string_view typed, std::string &rest) {
+  std::vector<std::string> queries;
+  std::string open_lines;
+  std::size_t end;
+  while ((end = typed.find('\n')) != std::string_view::npos) {
+    open_lines += typed.substr(0, end);
+    typed.remove_prefix(end + 1);
+    const bool last = typed.find('\n') == std::string_view::npos;
+    if (OpenMarks(open_lines).unfinished() && !last) {
+      open_lines += ' ';
+      continue;
+    }
+    queries.push_back(strip_prompt(open_lines));
+    open_lines.clear();
+  }
+  rest = typed;
+  return queries;
+}
+
+void QueryHistory::add(const std::string &query) {
+  std::erase(queries_, query);
+  queries_.push_back(query);
+  place_ = queries_.size();
+}
+
+bool QueryHistory::recall(int step, const std::string &typed, std::string &found) {
+  if ((step < 0 && place_ == 0) || (step > 0 && place_ >= queries_.size()))
+    return false;
+  if (place_ == queries_.size())
+    unfinished_ = typed;
+  place_ += static_cast<std::size_t>(step);
+  found = place_ == queries_.size() ? unfinished_ : queries_[place_];
+  return true;
+}
+
+} // namespace velora

@@ -1,0 +1,181 @@
+// Storing and searching of text windows. Holds the text each language window had when it was last
+// stored, so that closing loses nothing unasked, and the text last searched for.
+#include "shell/text_windows.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <map>
+
+#include "db/needs.h"
+#include "front/cint.h"
+#include "platform/response.h"
+#include "shell/vel_wins.h"
+
+namespace velora {
+
+namespace {
+
+std::map<WindowId, std::string> stored_texts;
+std::string searched;
+
+bool is_stored(WindowId win) {
+  return gDesktop->text_of(win) == stored_texts[win];
+}
+
+bool write_text(const std::string &file, const std::string &text) {
+  std::FILE *out = std::fopen(file.c_str(), "w");
+  if (out == nullptr)
+    return false;
+  const bool written = std::fwrite(text.data(), 1, text.size(), out) == text.size();
+  return std::fclose(out) == 0 && written;
+}
+
+// The scratch file stands in the program's directory; where that cannot be written, among the
+// temporary files.
+std::string scratch_file(const std::string &text) {
+  const std::string here = gAppDirectory + "tmp.ddb";
+  if (write_text(here, text))
+    return here;
+  std::error_code failed;
+  const std::string there = (std::filesystem::temp_directory_path(failed) / "tmp.ddb").string();
+  return !failed && write_text(there, text) ? there : std::string();
+}
+
+// Removes the scratch file however the loading ends.
+struct Scratch {
+  std::string name;
+  ~Scratch() {
+    if (!name.empty())
+      std::remove(name.c_str());
+  }
+};
+
+void forget(WindowId win) {
+  stored_texts.erase(win);
+  DoCloseWindow(win);
+  renumber_windows(kOrvekWindow, "Orvek [%d of %d]");
+}
+
+// Asks what to do with a text that is not stored; 1 to go on, 0 to stay.
+int offer_to_store(WindowId win) {
+  if (is_stored(win))
+    return 1;
+  gDesktop->focus_window(win);
+  switch (PromptUser(format_text("Save Changes to: %s?", "Orvek Code"), {"Save", "Discard"})) {
+  case 1:
+    return StoreOrvekToDB(win);
+  case 2:
+    return 1;
+  default:
+    return 0;
+  }
+}
+
+char lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+} // namespace
+
+WindowId NewOrvekWindow() {
+  const WindowId win = NewTextWindow(kOrvekWindow);
+  if (win == 0) {
+    orvek_error("NewOrvekWindow: mMALLOC failed");
+    return 0;
+  }
+  stored_texts[win].clear();
+  renumber_windows(kOrvekWindow, "Orvek [%d of %d]");
+  return win;
+}
+
+int close_orvek_window(WindowId win) {
+  if (offer_to_store(win) == 0)
+    return 0;
+  forget(win);
+  return 1;
+}
+
+int CloseOrvekWindows() {
+  for (const WindowId win : windows_of_kind(kOrvekWindow))
+    if (is_stored(win))
+      forget(win);
+  return windows_of_kind(kOrvekWindow).empty() ? 1 : 0;
+}
+
+int offer_to_store_texts() {
+  for (const WindowId win : windows_of_kind(kOrvekWindow))
+    if (offer_to_store(win) == 0)
+      return 0;
+  return 1;
+}
+
+int StoreOrvekToDB(WindowId win) {
+  const std::string text = gDesktop->text_of(win);
+  const Scratch scratch{scratch_file(text)};
+  if (scratch.name.empty()) {
+    DisplayResponse("Can't open tmp.ddb for write\n");
+    return 0;
+  }
+  if (fdb_load(scratch.name.c_str()) == 0) {
+    DisplayResponse("Unable to load orvek code\n");
+    return 0;
+  }
+  stored_texts[win] = text;
+  return 1;
+}
+
+void FreeOrvekWindows() {
+  CloseOrvekWindows();
+}
+
+int BackupOrvekCode() {
+  const auto chosen = gDesktop->choose_file(true, "Extra Database Name?", "*.ddb");
+  if (!chosen)
+    return 0;
+  // Kept: the last four characters go, whatever they are.
+  const std::string base =
+      chosen->substr(0, chosen->size() - std::min<std::size_t>(4, chosen->size()));
+  const std::string text = gOrvWind != 0 ? gDesktop->text_of(gOrvWind) : std::string();
+  if (!write_text(base + ".ddb", text)) {
+    orvek_errorf("Cannot open %s.ddb for write\n", base.c_str());
+    return 0;
+  }
+  DisplayResponsef("Orvek code saved in file %s.ddb\n", base.c_str());
+  return 1;
+}
+
+TextRange find_in_text(std::string_view text, std::string_view wanted, std::size_t from) {
+  const auto same = [](char a, char b) { return lower(a) == lower(b); };
+  const auto begin = text.begin() + static_cast<std::ptrdiff_t>(std::min(from, text.size()));
+  auto at = std::search(begin, text.end(), wanted.begin(), wanted.end(), same);
+  if (at == text.end())
+    at = std::search(text.begin(), text.end(), wanted.begin(), wanted.end(), same);
+  if (at == text.end() || wanted.empty())
+    return {};
+  const auto start = static_cast<std::size_t>(at - text.begin());
+  return {start, start + wanted.size()};
+}
+
+int findSearchString(WindowId win, bool again) {
+  if (!again || searched.empty()) {
+    std::string wanted = searched;
+    if (GetUserDialogText("Find what?", wanted) == 0 || wanted.empty())
+      return 0;
+    searched = wanted;
+  }
+  const TextRange found =
+      find_in_text(gDesktop->text_of(win), searched, gDesktop->selection(win).end);
+  if (found.end == found.start) {
+    BeepMsgef(0, "Not found: %s\n", searched.c_str());
+    return 0;
+  }
+  gDesktop->select_text(win, found);
+  return 1;
+}
+
+bool has_searched() {
+  return !searched.empty();
+}
+
+} // namespace velora

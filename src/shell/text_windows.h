@@ -1,0 +1,31 @@
+// The language text windows: opening, storing their text to the database, closing, and searching in
+// any text window. Called by the menu commands and by the database, which closes them after a save.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/desktop.h"
+
+namespace velora {
+
+// Opens a further language text window; 0 on failure.
+WindowId NewOrvekWindow();
+// Closes the language text windows whose text is stored; 1 when none is left.
+int CloseOrvekWindows();
+// Closes one, asking first when its text is not stored; 1 when it closed.
+int close_orvek_window(WindowId win);
+// Asks for every language text window whose text is not stored; 0 when the user went back.
+int offer_to_store_texts();
+// Loads the text of the window as declarations and clauses; 1 on success.
+int StoreOrvekToDB(WindowId win);
+
+// Where `wanted` stands in `text` behind `from`, or from the start when it does not; letters of
+// either case match. An empty range when it is not there.
+TextRange find_in_text(std::string_view text, std::string_view wanted, std::size_t from);
+// Asks what to find (or takes the last text when `again`), and selects it in the window; 1 or 0.
+int findSearchString(WindowId win, bool again);
+// True when something has been searched for.
+bool has_searched();
+
+} // namespace velora

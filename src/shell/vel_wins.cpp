@@ -1,0 +1,178 @@
+// The list of open windows and what happens to them as a whole. Holds the handles that the rest of
+// the shell knows its windows by.
+#include "shell/vel_wins.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "db/vel_dbop.h"
+#include "platform/response.h"
+
+namespace velora {
+
+WindowId gOrvWind = 0;
+WindowId gAnnWind = 0;
+WindowId previous = 0;
+std::string gAppDirectory;
+std::vector<ShellWindow> gWindows;
+
+namespace {
+
+constexpr Rect placed(int x, int y, int width, int height) {
+  return {x, y, x + width, y + height};
+}
+
+// The place of the console stands for one that is made again; the first one depends on the screen.
+const WindowLook kLooks[] = {
+    {kFunctionWindow, "Functions", MenuBar::functions, true, placed(100, 100, 450, 360)},
+    {kDataWindow, "Constructors", MenuBar::datatype, true, placed(100, 100, 450, 360)},
+    {kNetworkWindow, "Function Network", MenuBar::network, true, placed(100, 100, 450, 360)},
+    {kControlWindow, "CONTROL", MenuBar::main, true, placed(50, 50, 430, 280)},
+    {kOrvekWindow, "ORVEK", MenuBar::orvek, true, placed(10, 50, 350, 400)},
+    {kGraphicsWindow, "GRAPHICS", MenuBar::main, false, placed(100, 50, 350, 400)},
+    {kNarrativeWindow, "narrative", MenuBar::main, true, placed(10, 50, 350, 400)},
+    {kAnnotationWindow, "Annotation", MenuBar::main, true, placed(60, 60, 350, 400)},
+};
+static_assert(std::size(kLooks) == kAnnotationWindow);
+
+// How far a further window of the same kind stands from the one before it.
+constexpr int kStep = 26;
+constexpr int kStepsAcross = 6;
+
+Rect moved(const Rect &place, int by) {
+  return {place.left + by, place.top + by, place.right + by, place.bottom + by};
+}
+
+void set_handle(WindowKind kind, WindowId win) {
+  if (kind == kControlWindow)
+    hControl = win;
+  else if (kind == kOrvekWindow)
+    gOrvWind = win;
+  else if (kind == kNarrativeWindow)
+    gNarWind = win;
+  else if (kind == kAnnotationWindow)
+    gAnnWind = win;
+}
+
+} // namespace
+
+const WindowLook &look_of(WindowKind kind) {
+  return kLooks[kind - 1];
+}
+
+int window_kind(WindowId win) {
+  const auto found = std::find_if(gWindows.begin(), gWindows.end(),
+                                  [win](const ShellWindow &w) { return w.id == win; });
+  return found == gWindows.end() ? 0 : found->kind;
+}
+
+int TextTypeWindow(WindowId win) {
+  const int kind = window_kind(win);
+  return kind == kControlWindow || kind == kOrvekWindow || kind == kNarrativeWindow ||
+         kind == kAnnotationWindow;
+}
+
+int GraphicTypeWindow(WindowId win) {
+  return window_kind(win) == kGraphicsWindow;
+}
+
+int PictureTypeWindow(WindowId win) {
+  const int kind = window_kind(win);
+  return kind >= kFunctionWindow && kind <= kNetworkWindow;
+}
+
+std::vector<WindowId> windows_of_kind(WindowKind kind) {
+  std::vector<WindowId> found;
+  for (const ShellWindow &w : gWindows)
+    if (w.kind == kind)
+      found.push_back(w.id);
+  return found;
+}
+
+WindowId open_window(WindowKind kind, const std::string &title, const Rect &place) {
+  const WindowId win = gDesktop->create_window(kind, title, place);
+  if (win == 0)
+    return 0;
+  enter_window(win, kind);
+  gDesktop->show_window(win);
+  return win;
+}
+
+WindowId NewTextWindow(WindowKind kind) {
+  const WindowLook &look = look_of(kind);
+  Rect place = look.place;
+  if (kind == kControlWindow && hControl == 0) {
+    const Rect screen = gDesktop->screen();
+    place = placed(30, screen.height() / 2, screen.width() / 2, screen.height() / 4);
+  }
+  const int others = static_cast<int>(windows_of_kind(kind).size());
+  return open_window(kind, look.title, moved(place, kStep * (others % kStepsAcross)));
+}
+
+void renumber_windows(WindowKind kind, const char *format) {
+  const std::vector<WindowId> wins = windows_of_kind(kind);
+  for (std::size_t i = 0; i < wins.size(); ++i) {
+    const std::string number = std::to_string(i + 1);
+    std::string title = format;
+    title.replace(title.find("%d"), 2, number);
+    title.replace(title.find("%d"), 2, std::to_string(wins.size()));
+    gDesktop->set_title(wins[i], title);
+  }
+}
+
+void enter_window(WindowId win, WindowKind kind) {
+  if (window_kind(win) == 0)
+    gWindows.push_back({win, kind});
+  set_handle(kind, win);
+  gNumDocuments = static_cast<int>(gWindows.size());
+}
+
+void leave_window(WindowId win) {
+  const int kind = window_kind(win);
+  if (kind == 0)
+    return;
+  std::erase_if(gWindows, [win](const ShellWindow &w) { return w.id == win; });
+  gNumDocuments = static_cast<int>(gWindows.size());
+  const auto left = windows_of_kind(static_cast<WindowKind>(kind));
+  set_handle(static_cast<WindowKind>(kind), left.empty() ? 0 : left.back());
+  if (previous == win)
+    previous = 0;
+}
+
+void DoCloseWindow(WindowId win) {
+  if (window_kind(win) == 0)
+    return;
+  leave_window(win);
+  gDesktop->close_window(win);
+  if (previous == 0 && !gWindows.empty())
+    gDesktop->focus_window(gWindows.back().id);
+}
+
+void window_focused(WindowId win) {
+  const int kind = window_kind(win);
+  if (kind == 0)
+    return;
+  previous = win;
+  if (kind == kOrvekWindow)
+    gOrvWind = win;
+  const WindowLook &look = look_of(static_cast<WindowKind>(kind));
+  if (look.changes_bar)
+    gDesktop->show_menu_bar(look.bar);
+}
+
+void StackWindows() {
+  const Rect area = gDesktop->work_area();
+  const int steps = static_cast<int>(gWindows.size());
+  const int width = std::max(300, area.width() * 2 / 3);
+  const int height = std::max(200, area.height() * 2 / 3);
+  const int room = std::min(area.width() - width, area.height() - height);
+  const int step = steps > 1 ? std::clamp(room / (steps - 1), 0, kStep) : 0;
+  int at = 0;
+  for (const ShellWindow &w : gWindows) {
+    gDesktop->place_window(w.id, placed(area.left + at, area.top + at, width, height));
+    gDesktop->focus_window(w.id);
+    at += step;
+  }
+}
+
+} // namespace velora

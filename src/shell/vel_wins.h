@@ -1,0 +1,74 @@
+// The windows of the desktop program: their kinds, titles and first placements, the list of those
+// that are open, which one commands act on, and closing. Called by the menu commands, by the
+// entries of the window system and by the engine where it opens windows; touches windows only
+// through the desktop.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "db/vel_util.h"
+#include "eval/graphics_windows.h"
+#include "platform/desktop.h"
+
+namespace velora {
+
+// The newest window of each text kind, and the window that last had the focus, which commands act
+// on. 0 where there is none. The console's handle is hControl of the database's names, that of the
+// narrative gNarWind of the evaluator.
+extern WindowId gOrvWind;
+extern WindowId gAnnWind;
+extern WindowId previous;
+// The program's own directory, where scratch files go.
+extern std::string gAppDirectory;
+
+struct ShellWindow {
+  WindowId id;
+  WindowKind kind;
+};
+// Every open window in the order of its making; gNumDocuments is their number.
+extern std::vector<ShellWindow> gWindows;
+// Enters a window into the list, or takes it out. The engine opens some windows by itself, so the
+// desktop tells of each; telling twice does no harm.
+void enter_window(WindowId win, WindowKind kind);
+void leave_window(WindowId win);
+
+// A kind's title, menu bar and first placement. Graphics windows leave the menu bar as it is.
+struct WindowLook {
+  WindowKind kind;
+  const char *title;
+  MenuBar bar;
+  bool changes_bar;
+  Rect place;
+};
+const WindowLook &look_of(WindowKind kind);
+
+// The kind of an open window, 0 for an unknown one.
+int window_kind(WindowId win);
+// 1 when the window holds text (console, ORVEK, narrative, annotation); 1 when it shows graphics.
+int TextTypeWindow(WindowId win);
+int GraphicTypeWindow(WindowId win);
+int PictureTypeWindow(WindowId win);
+// The open windows of a kind, oldest first.
+std::vector<WindowId> windows_of_kind(WindowKind kind);
+
+// Makes and shows a window of kind 4 to 8; 0 on failure.
+WindowId NewTextWindow(WindowKind kind);
+// Makes, registers and shows a window of any kind at `place`; 0 on failure.
+WindowId open_window(WindowKind kind, const std::string &title, const Rect &place);
+// Retitles all windows of a kind by the format ("Orvek [%d of %d]").
+void renumber_windows(WindowKind kind, const char *format);
+
+// What the user asks for by closing a window: 1 when it closed, 0 when it stays.
+int CloseWindowProc(WindowId win);
+// Closes a window without asking.
+void DoCloseWindow(WindowId win);
+// Closing the frame: offers to save first; 1 when the program ends, 0 when the user went back.
+int CloseFrameProc();
+
+// A window got the focus: the menu bar follows it and commands act on it.
+void window_focused(WindowId win);
+// Arranges all windows so that none hides another one's title.
+void StackWindows();
+
+} // namespace velora

@@ -1,0 +1,16 @@
+// Names of the numbers in the resource script that the program asks for. Menu commands are not
+// among them: their numbers stand in the menu table.
+#ifndef VELORA_RESOURCE_H
+#define VELORA_RESOURCE_H
+
+// The dialogs of questions, and their parts. The choices are numbered as they are answered.
+#define IDD_QUESTION 301
+#define IDD_TEXT 302
+#define IDC_MESSAGE 310
+#define IDC_CHOICE1 311
+#define IDC_CHOICE2 312
+#define IDC_CHOICE3 313
+#define IDC_CHOICE4 314
+#define IDC_ANSWER 320
+
+#endif

@@ -1,0 +1,86 @@
+// The headers of the window system, with the settings that all files of this folder share, and
+// scope objects for its handles.
+#pragma once
+
+#ifndef UNICODE
+#define UNICODE
+#endif
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifndef _WIN32_WINNT
+#define _WIN32_WINNT 0x0A00
+#endif
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <commdlg.h>
+
+#include <memory>
+
+namespace velora::win32 {
+
+// A handle of the graphics interface, deleted at the end of its scope.
+struct DeleteGdi {
+  void operator()(HGDIOBJ handle) const { DeleteObject(handle); }
+};
+using GdiHandle = std::unique_ptr<void, DeleteGdi>;
+
+// The drawing surface of a window's inside.
+class WindowDC {
+public:
+  explicit WindowDC(HWND window) : window_(window), dc_(GetDC(window)) {}
+  ~WindowDC() { ReleaseDC(window_, dc_); }
+  WindowDC(const WindowDC &) = delete;
+  WindowDC &operator=(const WindowDC &) = delete;
+  operator HDC() const { return dc_; }
+
+private:
+  HWND window_;
+  HDC dc_;
+};
+
+// A drawing surface in memory that keeps what is drawn until it is copied.
+class MemoryDC {
+public:
+  MemoryDC(HDC like, int width, int height)
+      : dc_(CreateCompatibleDC(like)), bitmap_(CreateCompatibleBitmap(like, width, height)),
+        former_(SelectObject(dc_, bitmap_)) {}
+  ~MemoryDC() {
+    SelectObject(dc_, former_);
+    DeleteObject(bitmap_);
+    DeleteDC(dc_);
+  }
+  MemoryDC(const MemoryDC &) = delete;
+  MemoryDC &operator=(const MemoryDC &) = delete;
+  operator HDC() const { return dc_; }
+  // The bitmap, taken off the surface, as reading its bits demands.
+  HBITMAP finished() {
+    SelectObject(dc_, former_);
+    return bitmap_;
+  }
+
+private:
+  HDC dc_;
+  HBITMAP bitmap_;
+  HGDIOBJ former_;
+};
+
+// Selects an object and puts the former one back.
+class Selected {
+public:
+  Selected(HDC dc, HGDIOBJ object) : dc_(dc), former_(SelectObject(dc, object)) {}
+  ~Selected() { SelectObject(dc_, former_); }
+  Selected(const Selected &) = delete;
+  Selected &operator=(const Selected &) = delete;
+
+private:
+  HDC dc_;
+  HGDIOBJ former_;
+};
+
+} // namespace velora::win32

@@ -1,0 +1,306 @@
+// Windows of the program: making, placing, texts, dialogs and the message pump of running commands.
+// Places and sizes come in units of 96 an inch and are turned into dots here.
+#include "shell/win32/w_desktop.h"
+
+#include <algorithm>
+
+#include "shell/desk_events.h"
+#include "shell/vel_wins.h"
+#include "shell/win32/w_canvas.h"
+#include "shell/win32/w_dialogs.h"
+#include "shell/win32/w_edit.h"
+#include "shell/win32/w_objects.h"
+#include "shell/win32/w_text.h"
+#include "shell/win32/w_windows.h"
+
+namespace velora::win32 {
+
+namespace {
+
+bool holds_text(WindowKind kind) {
+  return kind == kControlWindow || kind == kOrvekWindow || kind == kNarrativeWindow ||
+         kind == kAnnotationWindow;
+}
+
+// A dialog belongs to the window that is in front, so that the focus goes back there.
+HWND dialog_owner() {
+  const HWND active = GetActiveWindow();
+  return active != nullptr ? active : hVel;
+}
+
+RECT in_dots(const Rect &place) {
+  return {to_dots(hVel, place.left), to_dots(hVel, place.top), to_dots(hVel, place.right),
+          to_dots(hVel, place.bottom)};
+}
+
+Rect in_units(const RECT &place) {
+  return {to_units(hVel, place.left), to_units(hVel, place.top), to_units(hVel, place.right),
+          to_units(hVel, place.bottom)};
+}
+
+} // namespace
+
+WindowId Win32Desktop::create_window(WindowKind kind, const std::string &title, const Rect &place) {
+  Window *window = add_window(kind);
+  const WindowId id = window->id;
+  RECT dots = in_dots(place);
+  // Programs draw on the inside of a graphics window, so its place is that of the inside.
+  if (kind == kGraphicsWindow) {
+    AdjustWindowRectEx(&dots, WS_OVERLAPPEDWINDOW, FALSE, 0);
+    OffsetRect(&dots, to_dots(hVel, place.left) - dots.left, to_dots(hVel, place.top) - dots.top);
+  }
+  const DWORD style =
+      WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | (holds_text(kind) ? 0 : WS_HSCROLL | WS_VSCROLL);
+  const HWND hwnd = CreateWindowExW(0, class_of(kind), widen(title).c_str(), style, dots.left,
+                                    dots.top, dots.right - dots.left, dots.bottom - dots.top, hVel,
+                                    nullptr, hInst, nullptr);
+  if (hwnd != nullptr)
+    window->hwnd = hwnd;
+  if (hwnd == nullptr || (holds_text(kind) && !make_edit(*window))) {
+    remove_window(id);
+    if (hwnd != nullptr)
+      DestroyWindow(hwnd);
+    return 0;
+  }
+  RECT inside{};
+  GetClientRect(hwnd, &inside);
+  SendMessageW(hwnd, WM_SIZE, SIZE_RESTORED, MAKELPARAM(inside.right, inside.bottom));
+  enter_window(id, kind);
+  return id;
+}
+
+void Win32Desktop::close_window(WindowId win) {
+  leave_window(win);
+  if (Window *window = find_window(win)) {
+    const HWND hwnd = window->hwnd;
+    remove_window(win);
+    DestroyWindow(hwnd);
+  }
+}
+
+void Win32Desktop::set_title(WindowId win, const std::string &title) {
+  if (const Window *window = find_window(win))
+    SetWindowTextW(window->hwnd, widen(title).c_str());
+}
+
+void Win32Desktop::place_window(WindowId win, const Rect &place) {
+  const Window *window = find_window(win);
+  if (window == nullptr)
+    return;
+  const RECT dots = in_dots(place);
+  if (IsIconic(window->hwnd) != FALSE || IsZoomed(window->hwnd) != FALSE)
+    ShowWindow(window->hwnd, SW_RESTORE);
+  MoveWindow(window->hwnd, dots.left, dots.top, dots.right - dots.left, dots.bottom - dots.top,
+             TRUE);
+}
+
+void Win32Desktop::show_window(WindowId win) {
+  if (const Window *window = find_window(win)) {
+    ShowWindow(window->hwnd, SW_SHOW);
+    UpdateWindow(window->hwnd);
+  }
+}
+
+void Win32Desktop::focus_window(WindowId win) {
+  const Window *window = find_window(win);
+  if (window == nullptr)
+    return;
+  if (IsIconic(window->hwnd) != FALSE)
+    ShowWindow(window->hwnd, SW_RESTORE);
+  SetActiveWindow(window->hwnd);
+  SetFocus(window->edit != nullptr ? window->edit : window->hwnd);
+}
+
+void Win32Desktop::invalidate(WindowId win) {
+  if (const Window *window = find_window(win))
+    InvalidateRect(window->hwnd, nullptr, FALSE);
+}
+
+Rect Win32Desktop::client_rect(WindowId win) {
+  const Window *window = find_window(win);
+  RECT inside{};
+  if (window != nullptr)
+    GetClientRect(window->hwnd, &inside);
+  return in_units(inside);
+}
+
+// --- text --------------------------------------------------------------------------------------
+
+std::string Win32Desktop::text_of(WindowId win) {
+  const Window *window = find_window(win);
+  return window != nullptr && window->edit != nullptr ? from_edit(edit_text(*window))
+                                                      : std::string();
+}
+
+void Win32Desktop::set_text(WindowId win, std::string_view text) {
+  if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
+    set_edit_text(*window, text);
+}
+
+void Win32Desktop::append_text(WindowId win, std::string_view text) {
+  if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
+    append_edit_text(*window, text, -1);
+}
+
+void Win32Desktop::append_message(WindowId win, std::string_view text, int level) {
+  if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
+    append_edit_text(*window, text, level);
+}
+
+std::string Win32Desktop::typed_text(WindowId win) {
+  const Window *window = find_window(win);
+  return window != nullptr && window->edit != nullptr ? typed_text_of(*window) : std::string();
+}
+
+void Win32Desktop::set_typed_text(WindowId win, std::string_view text) {
+  if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
+    set_typed(*window, text);
+}
+
+std::size_t Win32Desktop::drop_front(WindowId win, std::size_t keep) {
+  Window *window = find_window(win);
+  return window != nullptr && window->edit != nullptr ? drop_front_of(*window, keep) : 0;
+}
+
+EditState Win32Desktop::edit_state(WindowId win) {
+  const Window *window = find_window(win);
+  return window != nullptr && window->edit != nullptr ? edit_state_of(*window) : EditState{};
+}
+
+void Win32Desktop::edit(WindowId win, EditCommand command) {
+  if (const Window *window = find_window(win); window != nullptr && window->edit != nullptr)
+    do_edit(*window, command);
+}
+
+TextRange Win32Desktop::selection(WindowId win) {
+  const Window *window = find_window(win);
+  if (window == nullptr || window->edit == nullptr)
+    return {};
+  EditRange range{};
+  SendMessageW(window->edit, EM_GETSEL, reinterpret_cast<WPARAM>(&range.start),
+               reinterpret_cast<LPARAM>(&range.end));
+  const std::wstring text = edit_text(*window);
+  return {byte_place(text, range.start), byte_place(text, range.end)};
+}
+
+void Win32Desktop::select_text(WindowId win, TextRange range) {
+  const Window *window = find_window(win);
+  if (window == nullptr || window->edit == nullptr)
+    return;
+  const std::wstring text = edit_text(*window);
+  SendMessageW(window->edit, EM_SETSEL, edit_place(text, range.start),
+               static_cast<LPARAM>(edit_place(text, range.end)));
+  SendMessageW(window->edit, EM_SCROLLCARET, 0, 0);
+}
+
+// --- menus, dialogs, measures ------------------------------------------------------------------
+
+void Win32Desktop::show_menu_bar(MenuBar bar) {
+  show_bar(bar);
+}
+
+void Win32Desktop::enable_item(int command, bool on) {
+  enable_menu_item(command, on);
+}
+
+void Win32Desktop::set_user_menu(MenuBar bar, const std::string &header,
+                                 const std::vector<std::string> &names, int first_command) {
+  fill_user_menu(bar, header, names, first_command);
+}
+
+std::string Win32Desktop::menu_label(MenuBar bar, int command) {
+  return user_menu_label(bar, command);
+}
+
+std::optional<std::string> Win32Desktop::choose_file(bool for_saving, const std::string &title,
+                                                     const std::string &pattern) {
+  return choose_file_name(dialog_owner(), for_saving, title, pattern);
+}
+
+void Win32Desktop::set_cursor(CursorShape shape) {
+  SetCursor(cursor_for(shape));
+}
+
+int Win32Desktop::text_width(WindowId, std::string_view text, const Font &font) {
+  const WindowDC dc(hVel);
+  return GdiCanvas(dc).text_width(text, font);
+}
+
+int Win32Desktop::text_height(WindowId, const Font &font) {
+  const WindowDC dc(hVel);
+  return GdiCanvas(dc).text_height(font);
+}
+
+void Win32Desktop::set_extent(WindowId win, int width, int height) {
+  Window *window = find_window(win);
+  if (window == nullptr || window->edit != nullptr)
+    return;
+  window->extent = {width, height};
+  update_scroll_bars(*window);
+}
+
+int Win32Desktop::ask(const std::string &message, const std::vector<std::string> &buttons) {
+  return ask_question(dialog_owner(), message, buttons);
+}
+
+bool Win32Desktop::ask_text(const std::string &prompt, std::string &answer) {
+  return ask_line(dialog_owner(), prompt, answer);
+}
+
+void Win32Desktop::message_box(const std::string &title, const std::string &text) {
+  MessageBoxW(dialog_owner(), widen(text).c_str(), widen(title).c_str(), MB_OK | MB_ICONERROR);
+}
+
+void Win32Desktop::pump(int milliseconds) {
+  if (milliseconds > 0)
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(milliseconds), QS_ALLINPUT);
+  service_messages();
+}
+
+// The interrupt keys are taken before any window sees them; other keys go to the console, where
+// they wait as typed text, and commands are refused by the program while one runs.
+void service_messages() {
+  MSG message{};
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+    if (message.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(message.wParam));
+      interrupt_asked();
+      return;
+    }
+    const bool key = message.message == WM_KEYDOWN;
+    if (key && (message.wParam == VK_ESCAPE || message.wParam == VK_CANCEL)) {
+      interrupt_asked();
+      continue;
+    }
+    if (TranslateAcceleratorW(hVel, hAccel, &message) != 0)
+      continue;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+}
+
+void Win32Desktop::beep() {
+  MessageBeep(MB_ICONEXCLAMATION);
+}
+
+bool Win32Desktop::save_bitmap(WindowId win, const std::string &file) {
+  Window *window = find_window(win);
+  return window != nullptr && win32::save_bitmap(*window, widen(file).c_str());
+}
+
+Rect Win32Desktop::screen() {
+  return in_units({0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)});
+}
+
+Rect Win32Desktop::work_area() {
+  RECT inside{};
+  GetClientRect(hVel, &inside);
+  MapWindowPoints(hVel, nullptr, reinterpret_cast<POINT *>(&inside), 2);
+  return in_units(inside);
+}
+
+void Win32Desktop::quit() {
+  DestroyWindow(hVel);
+}
+
+} // namespace velora::win32

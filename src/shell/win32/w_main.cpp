@@ -1,0 +1,147 @@
+// The desktop program: registers the window classes, opens the frame and the console, starts the
+// language and runs the message loop. The modes of other programs are not here.
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+#include "core/events.h"
+#include "eval/registry.h"
+#include "platform/console.h"
+#include "shell/console_window.h"
+#include "shell/desk_events.h"
+#include "shell/vel_wins.h"
+#include "shell/win32/w_desktop.h"
+#include "shell/win32/w_dialogs.h"
+#include "shell/win32/w_libraries.h"
+#include "shell/win32/w_objects.h"
+#include "shell/win32/w_text.h"
+#include "shell/win32/w_windows.h"
+
+namespace velora::win32 {
+
+namespace {
+
+struct ClassRow {
+  const wchar_t *name;
+  WNDPROC proc;
+  const wchar_t *icon;
+  UINT style;
+  bool own_cursor; // the pictures set the cursor themselves
+};
+
+constexpr UINT kRedraw = CS_HREDRAW | CS_VREDRAW;
+// In the order of the window kinds, from 1 on.
+const ClassRow kClasses[] = {
+    {L"FunctionChild", VeloraWndProc, L"FunIcon", kRedraw | CS_DBLCLKS, true},
+    {L"DataChild", VeloraWndProc, L"ConIcon", kRedraw | CS_DBLCLKS, true},
+    {L"NetworkChild", VeloraWndProc, L"NetIcon", kRedraw | CS_DBLCLKS, true},
+    {L"ControlChild", TextWndProc, L"CtrlIcon", kRedraw, false},
+    {L"OrvekChild", TextWndProc, L"TextIcon", kRedraw, false},
+    {L"GraphicChild", GraphicWndProc, L"TextIcon", kRedraw, false},
+    {L"NarChild", TextWndProc, L"TextIcon", kRedraw, false},
+    {L"AnnChild", TextWndProc, L"TextIcon", kRedraw, false},
+};
+
+bool register_class(const ClassRow &row, HBRUSH background) {
+  WNDCLASSEXW made{};
+  made.cbSize = sizeof made;
+  made.style = row.style;
+  made.lpfnWndProc = row.proc;
+  made.hInstance = hInst;
+  made.hIcon = LoadIconW(hInst, row.icon);
+  made.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  made.hbrBackground = background;
+  made.lpszClassName = row.name;
+  made.hIconSm =
+      static_cast<HICON>(LoadImageW(hInst, row.icon, IMAGE_ICON, GetSystemMetrics(SM_CXSMICON),
+                                    GetSystemMetrics(SM_CYSMICON), LR_SHARED));
+  return RegisterClassExW(&made) != 0;
+}
+
+// The place in memory of the stack's far end, so that deep evaluation knows its limit.
+std::size_t stack_left() {
+  ULONG_PTR low = 0;
+  ULONG_PTR high = 0;
+  GetCurrentThreadStackLimits(&low, &high);
+  const auto here = reinterpret_cast<ULONG_PTR>(__builtin_frame_address(0));
+  return here - low;
+}
+
+bool make_frame(int show) {
+  hVel = CreateWindowExW(0, L"VELORA", L"Velora For Windows 4.7.4",
+                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
+                         CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, hInst, nullptr);
+  if (hVel == nullptr)
+    return false;
+  show_bar(MenuBar::main);
+  ShowWindow(hVel, show == SW_SHOWMINIMIZED || show == SW_HIDE ? show : SW_SHOWMAXIMIZED);
+  UpdateWindow(hVel);
+  return true;
+}
+
+// Menus, drawing objects, frame, about box, fonts; the console is made by the program.
+bool Initialize(int show) {
+  if (!init_menus())
+    return false;
+  Create_GDI_Objects(hInst);
+  if (!make_frame(show))
+    return false;
+  FontsInitialize(dpi_of(hVel));
+  show_about(hVel);
+  return true;
+}
+
+int message_loop() {
+  MSG message{};
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    if (TranslateAcceleratorW(hVel, hAccel, &message) != 0)
+      continue;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+  return static_cast<int>(message.wParam);
+}
+
+int run(int show) {
+  static Win32Desktop desktop;
+  gDesktop = &desktop;
+  gConsole = &gDesktopConsole;
+  if (!register_classes() || !Initialize(show)) {
+    MessageBoxW(nullptr, L"Sorry - failed", L"Velora", MB_OK | MB_ICONERROR);
+    return 1;
+  }
+  const Libraries libraries;
+  gLibDir = libraries.folder();
+  gAppDirectory = program_folder();
+  if (start_desktop() == 0)
+    DestroyWindow(hVel);
+  return message_loop();
+}
+
+} // namespace
+
+bool register_classes() {
+  const auto white = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+  const auto grey = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_APPWORKSPACE + 1));
+  if (!register_class({L"VELORA", WndProc, L"VelIcon", kRedraw, false}, grey))
+    return false;
+  for (const ClassRow &row : kClasses)
+    if (!register_class(row, white))
+      return false;
+  return true;
+}
+
+const wchar_t *class_of(WindowKind kind) {
+  return kClasses[kind - 1].name;
+}
+
+} // namespace velora::win32
+
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int show) {
+  using namespace velora;
+  win32::hInst = instance;
+  set_stack_limit(win32::stack_left());
+  const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES};
+  InitCommonControlsEx(&controls);
+  return win32::run(show);
+}

@@ -1,0 +1,145 @@
+// Making, finding and freeing of pens, brushes, fonts and cursors. Holds all of them.
+#include "shell/win32/w_objects.h"
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <tuple>
+#include <vector>
+
+namespace velora::win32 {
+
+HPEN hDottedPen = nullptr;
+HPEN hBoldPen = nullptr;
+HPEN wipe_out_pen = nullptr;
+
+namespace {
+
+using PenKey = std::tuple<COLORREF, int, int>;
+using FontKey = std::tuple<int, bool, bool>;
+
+std::map<PenKey, GdiHandle> pens;
+std::map<COLORREF, GdiHandle> brushes;
+std::map<FontKey, GdiHandle> fonts;
+GdiHandle edit_font;
+std::vector<HCURSOR> cursors;
+
+constexpr unsigned kPictureDpi = 96;
+constexpr COLORREF kBackgrounds[] = {RGB(255, 223, 223), RGB(223, 255, 223), RGB(223, 223, 255)};
+// The names of the cursors in the resources, in the order of CursorShape from `box` on.
+constexpr const wchar_t *kCursorNames[] = {
+    L"BoxCursor",  L"BBoxCursor",  L"DBoxCursor", L"HexCursor",    L"BHexCursor",
+    L"DHexCursor", L"JctCursor",   L"HandCursor", L"FingerCursor", L"SjnCursor",
+    L"EjnCursor",  L"IbeamCursor", L"CrossCursor"};
+
+COLORREF colour_of(Colour c) {
+  return RGB(c.red, c.green, c.blue);
+}
+
+int gdi_style(PenStyle style) {
+  return style == PenStyle::dotted ? PS_DOT : style == PenStyle::none ? PS_NULL : PS_SOLID;
+}
+
+HPEN kept_pen(COLORREF colour, int width, int style) {
+  GdiHandle &pen = pens[{colour, width, style}];
+  if (pen == nullptr)
+    pen.reset(CreatePen(style, width, colour));
+  return static_cast<HPEN>(pen.get());
+}
+
+HBRUSH kept_brush(COLORREF colour) {
+  GdiHandle &brush = brushes[colour];
+  if (brush == nullptr)
+    brush.reset(CreateSolidBrush(colour));
+  return static_cast<HBRUSH>(brush.get());
+}
+
+// A font of the given height of a line, for the names that are tried in turn.
+HFONT make_font(int height, bool italic, int weight, const wchar_t *face) {
+  return CreateFontW(height, 0, 0, 0, weight, italic ? TRUE : FALSE, FALSE, FALSE, DEFAULT_CHARSET,
+                     OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
+                     FIXED_PITCH | FF_MODERN, face);
+}
+
+TEXTMETRICW system_font_metrics() {
+  const WindowDC screen(nullptr);
+  const Selected font(screen, GetStockObject(SYSTEM_FIXED_FONT));
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(screen, &metrics);
+  return metrics;
+}
+
+} // namespace
+
+void Create_GDI_Objects(HINSTANCE instance) {
+  for (int i = 0; i < 8; ++i) {
+    const COLORREF colour = colour_of(kPalette[i]);
+    const bool white = i == kWhite;
+    kept_brush(colour);
+    kept_pen(colour, white ? 2 : 1, PS_SOLID);
+    kept_pen(colour, white ? 2 : 1, PS_DOT);
+    kept_pen(colour, white ? 4 : 2, PS_SOLID);
+  }
+  for (const COLORREF colour : kBackgrounds)
+    kept_brush(colour);
+  hDottedPen = kept_pen(RGB(0, 0, 0), 1, PS_DOT);
+  hBoldPen = kept_pen(RGB(0, 0, 0), 2, PS_SOLID);
+  wipe_out_pen = kept_pen(RGB(255, 255, 255), 4, PS_SOLID);
+  for (const wchar_t *name : kCursorNames)
+    cursors.push_back(LoadCursorW(instance, name));
+}
+
+void Destroy_GDI_Objects() {
+  pens.clear();
+  brushes.clear();
+  fonts.clear();
+  edit_font.reset();
+}
+
+void FontsInitialize(unsigned dpi) {
+  fonts.clear();
+  const TEXTMETRICW system = system_font_metrics();
+  const int h = system.tmHeight;
+  const int weight = system.tmWeight != 0 ? FW_BOLD : FW_NORMAL;
+  constexpr int kSizes[] = {8, 10, 16, 22};
+  for (const int size : kSizes)
+    for (const bool italic : {false, true})
+      fonts[{size, italic, false}].reset(make_font(h * size / 12, italic, weight, L"Courier New"));
+  fonts[{12, true, false}].reset(make_font(h, true, weight, L"Courier New"));
+  const int points = 10;
+  const int height = -MulDiv(points, static_cast<int>(dpi), 72);
+  edit_font.reset(make_font(height, false, FW_NORMAL, L"Consolas"));
+}
+
+HPEN pen_for(const Pen &pen) {
+  return kept_pen(colour_of(pen.colour), pen.width, gdi_style(pen.style));
+}
+
+HBRUSH brush_for(const Brush &brush) {
+  return brush.filled ? kept_brush(colour_of(brush.colour))
+                      : static_cast<HBRUSH>(GetStockObject(NULL_BRUSH));
+}
+
+HFONT font_for(const Font &font) {
+  const auto found = fonts.find({font.size, font.italic, false});
+  if (found != fonts.end())
+    return static_cast<HFONT>(found->second.get());
+  if (font.italic)
+    return font_for(Font{12, true, false});
+  return static_cast<HFONT>(GetStockObject(SYSTEM_FIXED_FONT));
+}
+
+HFONT text_font() {
+  return static_cast<HFONT>(edit_font.get());
+}
+
+HCURSOR cursor_for(CursorShape shape) {
+  const int place = static_cast<int>(shape) - static_cast<int>(CursorShape::box);
+  if (shape == CursorShape::busy)
+    return LoadCursorW(nullptr, IDC_WAIT);
+  if (place < 0 || place >= static_cast<int>(cursors.size()))
+    return LoadCursorW(nullptr, IDC_ARROW);
+  return cursors[static_cast<std::size_t>(place)];
+}
+
+} // namespace velora::win32

@@ -1,0 +1,178 @@
+// The inside of picture and graphics windows: painting through memory so that nothing flickers,
+// scrolling over the extent of what is shown, and saving as a bitmap file.
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <vector>
+
+#include "shell/desk_events.h"
+#include "shell/win32/w_canvas.h"
+#include "shell/win32/w_windows.h"
+
+namespace velora::win32 {
+
+namespace {
+
+constexpr int kLineUnits = 20;
+constexpr int kMostBitmapSide = 8000;
+
+// Maps picture units to dots, with the scrolled place in the corner.
+void set_mapping(HDC dc, HWND hwnd, POINT scroll) {
+  const int dpi = static_cast<int>(dpi_of(hwnd));
+  SetMapMode(dc, MM_ANISOTROPIC);
+  SetWindowExtEx(dc, 96, 96, nullptr);
+  SetViewportExtEx(dc, dpi, dpi, nullptr);
+  SetWindowOrgEx(dc, scroll.x, scroll.y, nullptr);
+}
+
+void draw_into(HDC dc, const Window &window, const RECT &dots, POINT scroll) {
+  FillRect(dc, &dots, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+  const int state = SaveDC(dc);
+  set_mapping(dc, window.hwnd, scroll);
+  {
+    GdiCanvas canvas(dc);
+    paint_window(window.id, canvas);
+  }
+  RestoreDC(dc, state);
+}
+
+SIZE inside_units(const Window &window) {
+  RECT inside{};
+  GetClientRect(window.hwnd, &inside);
+  return {to_units(window.hwnd, inside.right), to_units(window.hwnd, inside.bottom)};
+}
+
+void set_bar(const Window &window, int bar, int extent, int page, int place) {
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+  info.nMax = std::max(extent - 1, 0);
+  info.nPage = static_cast<UINT>(std::max(page, 0));
+  info.nPos = place;
+  SetScrollInfo(window.hwnd, bar, &info, TRUE);
+}
+
+// Where a scroll bar's event wants to go.
+int wanted_place(const Window &window, int bar, WPARAM wparam, int place, int page) {
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_TRACKPOS | SIF_RANGE;
+  GetScrollInfo(window.hwnd, bar, &info);
+  switch (LOWORD(wparam)) {
+  case SB_LINEUP:
+    return place - kLineUnits;
+  case SB_LINEDOWN:
+    return place + kLineUnits;
+  case SB_PAGEUP:
+    return place - page;
+  case SB_PAGEDOWN:
+    return place + page;
+  case SB_THUMBTRACK:
+  case SB_THUMBPOSITION:
+    return info.nTrackPos;
+  case SB_TOP:
+    return 0;
+  case SB_BOTTOM:
+    return info.nMax;
+  default:
+    return place;
+  }
+}
+
+} // namespace
+
+void paint_inside(Window &window) {
+  PAINTSTRUCT paint{};
+  const HDC screen = BeginPaint(window.hwnd, &paint);
+  RECT inside{};
+  GetClientRect(window.hwnd, &inside);
+  if (inside.right > 0 && inside.bottom > 0 && IsIconic(window.hwnd) == FALSE) {
+    const MemoryDC memory(screen, inside.right, inside.bottom);
+    draw_into(memory, window, inside, window.scroll);
+    const RECT &dirty = paint.rcPaint;
+    BitBlt(screen, dirty.left, dirty.top, dirty.right - dirty.left, dirty.bottom - dirty.top,
+           memory, dirty.left, dirty.top, SRCCOPY);
+  }
+  EndPaint(window.hwnd, &paint);
+}
+
+// Showing one bar takes room from the other direction, so the bars are settled twice.
+void update_scroll_bars(Window &window) {
+  for (int turn = 0; turn < 2; ++turn) {
+    const SIZE page = inside_units(window);
+    const auto limit = [](LONG extent, LONG part) { return std::max(extent - part, 0L); };
+    window.scroll.x = std::clamp(window.scroll.x, 0L, limit(window.extent.cx, page.cx));
+    window.scroll.y = std::clamp(window.scroll.y, 0L, limit(window.extent.cy, page.cy));
+    set_bar(window, SB_HORZ, window.extent.cx, page.cx, window.scroll.x);
+    set_bar(window, SB_VERT, window.extent.cy, page.cy, window.scroll.y);
+  }
+}
+
+void scroll_by(Window &window, int dx, int dy) {
+  const POINT before = window.scroll;
+  window.scroll.x += dx;
+  window.scroll.y += dy;
+  update_scroll_bars(window);
+  if (before.x != window.scroll.x || before.y != window.scroll.y)
+    InvalidateRect(window.hwnd, nullptr, FALSE);
+}
+
+void scroll_window(Window &window, int bar, WPARAM wparam) {
+  const SIZE page = inside_units(window);
+  const bool across = bar == SB_HORZ;
+  const int place = across ? window.scroll.x : window.scroll.y;
+  const int wanted = wanted_place(window, bar, wparam, place, across ? page.cx : page.cy);
+  scroll_by(window, across ? wanted - place : 0, across ? 0 : wanted - place);
+}
+
+namespace {
+
+// The bits of a bitmap as a file with 24 bits a dot, bottom line first.
+bool write_bitmap(HDC dc, HBITMAP bitmap, int width, int height, const wchar_t *file) {
+  const std::size_t stride = (static_cast<std::size_t>(width) * 3 + 3) / 4 * 4;
+  std::vector<char> bits(stride * static_cast<std::size_t>(height));
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof info.bmiHeader;
+  info.bmiHeader.biWidth = width;
+  info.bmiHeader.biHeight = height;
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 24;
+  info.bmiHeader.biSizeImage = static_cast<DWORD>(bits.size());
+  if (GetDIBits(dc, bitmap, 0, static_cast<UINT>(height), bits.data(), &info, DIB_RGB_COLORS) == 0)
+    return false;
+  BITMAPFILEHEADER head{};
+  std::memcpy(&head.bfType, "BM", 2);
+  head.bfOffBits = sizeof head + sizeof info.bmiHeader;
+  head.bfSize = head.bfOffBits + static_cast<DWORD>(bits.size());
+  std::FILE *out = _wfopen(file, L"wb");
+  if (out == nullptr)
+    return false;
+  const bool written = std::fwrite(&head, sizeof head, 1, out) == 1 &&
+                       std::fwrite(&info.bmiHeader, sizeof info.bmiHeader, 1, out) == 1 &&
+                       std::fwrite(bits.data(), 1, bits.size(), out) == bits.size();
+  return std::fclose(out) == 0 && written;
+}
+
+} // namespace
+
+// A picture is saved whole, with what is scrolled away; a text window as it stands on the screen.
+bool save_bitmap(Window &window, const wchar_t *file) {
+  RECT inside{};
+  GetClientRect(window.hwnd, &inside);
+  const WindowDC screen(window.hwnd);
+  const auto side = [&window](LONG dots, LONG extent) {
+    const LONG whole = window.edit != nullptr ? 0 : to_dots(window.hwnd, extent);
+    return static_cast<int>(std::clamp<LONG>(std::max(dots, whole), 1, kMostBitmapSide));
+  };
+  const int width = side(inside.right, window.extent.cx);
+  const int height = side(inside.bottom, window.extent.cy);
+  MemoryDC memory(screen, width, height);
+  if (window.edit != nullptr)
+    SendMessageW(window.edit, WM_PRINT, reinterpret_cast<WPARAM>(static_cast<HDC>(memory)),
+                 PRF_CLIENT | PRF_ERASEBKGND);
+  else
+    draw_into(memory, window, RECT{0, 0, width, height}, POINT{});
+  return write_bitmap(memory, memory.finished(), width, height, file);
+}
+
+} // namespace velora::win32

@@ -1,0 +1,81 @@
+// The windows as the window system knows them: the table that ties a window's number to its
+// handles, the classes with their procedures, and the menu bars. Used by the files of this folder.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/desktop.h"
+#include "shell/win32/w_common.h"
+
+namespace velora::win32 {
+
+// The main frame, the program and its accelerators.
+extern HWND hVel;
+extern HINSTANCE hInst;
+extern HACCEL hAccel;
+
+// Messages of our own: the text of a text window was changed; the focus goes back to where it was.
+inline constexpr UINT kTextChangedMessage = WM_APP + 1;
+inline constexpr UINT kRefocusMessage = WM_APP + 2;
+
+// A stretch of an edit control's text, in its own units.
+struct EditRange {
+  DWORD start;
+  DWORD end;
+};
+
+// One open window. Text windows have an edit control and may have messages that stand out; the
+// console's typed text begins at `mark`. Picture and graphics windows have an extent that they
+// scroll over, in picture units.
+struct Window {
+  WindowId id = 0;
+  WindowKind kind = kControlWindow;
+  HWND hwnd = nullptr;
+  HWND edit = nullptr;
+  DWORD mark = 0;
+  bool own_change = false; // the program changes the text, not the user
+  bool change_told = false;
+  std::vector<EditRange> messages;
+  SIZE extent{};
+  POINT scroll{};
+};
+
+Window *find_window(WindowId id);
+Window *find_window(HWND hwnd);
+Window *add_window(WindowKind kind);
+void remove_window(WindowId id);
+
+// w_main: registers all classes; false when one is refused.
+bool register_classes();
+const wchar_t *class_of(WindowKind kind);
+
+// The window procedures.
+LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
+LRESULT CALLBACK VeloraWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
+LRESULT CALLBACK GraphicWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
+LRESULT CALLBACK TextWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
+
+// Dots an inch of a window, and conversion between picture units (96 an inch) and dots.
+unsigned dpi_of(HWND hwnd);
+int to_dots(HWND hwnd, int units);
+int to_units(HWND hwnd, int dots);
+
+// w_paint: the inside of picture and graphics windows.
+void paint_inside(Window &window);
+void update_scroll_bars(Window &window);
+void scroll_window(Window &window, int bar, WPARAM wparam);
+void scroll_by(Window &window, int dx, int dy);
+bool save_bitmap(Window &window, const wchar_t *file);
+
+// w_menus: the five menu bars.
+bool init_menus();
+void destroy_menus();
+void show_bar(MenuBar bar);
+MenuBar shown_bar();
+void enable_menu_item(int command, bool on);
+void fill_user_menu(MenuBar bar, const std::string &header, const std::vector<std::string> &names,
+                    int first_command);
+std::string user_menu_label(MenuBar bar, int command);
+
+} // namespace velora::win32

@@ -1,0 +1,138 @@
+// The query loop of the CONTROL window, driven as a user types, pastes and interrupts.
+#include "shell/console_window.h"
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+#include "platform/response.h"
+#include "unit/shell/desk_kit.h"
+
+namespace velora {
+
+namespace {
+
+class ConsoleWindow : public kit::DeskTest {
+protected:
+  void SetUp() override {
+    DeskTest::SetUp();
+    news();
+  }
+};
+
+TEST_F(ConsoleWindow, TypedLineIsAnsweredAndThePromptStandsAgain) {
+  type("+ #1");
+  EXPECT_EQ(news(), "");
+  type(" #2\n");
+  EXPECT_EQ(news(), "+ #1 #2\n#3\nQUERY> ");
+  EXPECT_EQ(greqQuery, 1);
+}
+
+TEST_F(ConsoleWindow, UnmatchedTextIsRefusedAndCanBeRecalled) {
+  type("head [#1\n");
+  EXPECT_EQ(news(), "head [#1\nUnmatched square brackets\nPlease re-type QUERY:\nQUERY> ");
+  type("(+ #1\n");
+  EXPECT_EQ(news(), "(+ #1\nUnmatched round brackets\nPlease re-type QUERY:\nQUERY> ");
+  type("\"abc\n");
+  EXPECT_EQ(news(), "\"abc\nUnmatched double quotes\nPlease re-type QUERY:\nQUERY> ");
+  type("\n");
+  EXPECT_EQ(news(), "\nPlease re-type QUERY:\nQUERY> ");
+  EXPECT_TRUE(recall_key(-1));
+  EXPECT_TRUE(recall_key(-1));
+  EXPECT_EQ(desktop().windows[hControl].typed, "(+ #1");
+}
+
+TEST_F(ConsoleWindow, PastedLinesRunInOrderAndTheRestStaysTyped) {
+  type("+ #1 #1\n\nsum [#1\n #2]\n+ #2");
+  EXPECT_EQ(news(), "+ #1 #1\n#2\nQUERY> sum [#1  #2]\n#3\nQUERY> ");
+  EXPECT_EQ(desktop().windows[hControl].typed, "+ #2");
+}
+
+TEST_F(ConsoleWindow, FaultyQueryStandsOutAndTheLoopGoesOn) {
+  type("nosuch #1\n");
+  EXPECT_NE(news().find("please define unrecognised symbol: nosuch"), std::string::npos);
+  EXPECT_TRUE(logged("message 1 level"));
+  EXPECT_TRUE(logged("beep"));
+  type("+ #1 #2\n");
+  EXPECT_EQ(news(), "+ #1 #2\n#3\nQUERY> ");
+}
+
+TEST_F(ConsoleWindow, InterruptEndsTheQueryAndWhatWasPastedBehindIt) {
+  desktop().on_pump = [] { interrupt_asked(); };
+  type("sum (list_of_int #1 #100000000 #1)\n+ #1 #1\n");
+  const std::string text = news();
+  EXPECT_NE(text.find("Query interrupted\n"), std::string::npos);
+  EXPECT_EQ(text.find("#2\n"), std::string::npos);
+  EXPECT_TRUE(text.ends_with("QUERY> "));
+  desktop().on_pump = nullptr;
+  type("+ #1 #2\n");
+  EXPECT_EQ(news(), "+ #1 #2\n#3\nQUERY> ");
+}
+
+TEST_F(ConsoleWindow, LineTypedWhileAQueryRunsRunsAfterIt) {
+  int turns = 0;
+  desktop().on_pump = [&] {
+    if (++turns == 1)
+      type("+ #4 #4\n");
+    EXPECT_EQ(shown().find("#8"), std::string::npos);
+  };
+  type("length_of_nothing_known\n"); // answered at once, without a look at the keys
+  type("last (list_of_int #1 #300000 #1)\n");
+  desktop().on_pump = nullptr;
+  ASSERT_GT(turns, 0);
+  EXPECT_TRUE(news().ends_with("#300000\nQUERY> + #4 #4\n#8\nQUERY> "));
+}
+
+TEST_F(ConsoleWindow, CharactersAreReadFromWhatIsTyped) {
+  desktop().on_pump = [this] { type("xyz"); };
+  type("getchar\n");
+  desktop().on_pump = nullptr;
+  EXPECT_TRUE(news().ends_with("'x'\nQUERY> "));
+  type("getchar\n");
+  EXPECT_TRUE(news().ends_with("'y'\nQUERY> ")) << "what was typed ahead is not lost";
+}
+
+TEST_F(ConsoleWindow, LongAnswerKeepsTheNewestInTheWindowAndAllInTheLog) {
+  type("list_of_int #1 #160000 #1\n");
+  const std::string &window = shown();
+  EXPECT_GE(window.size(), 200'000U);
+  EXPECT_LE(window.size(), 700'000U);
+  EXPECT_TRUE(window.ends_with("#160000 ]\nQUERY> "));
+  EXPECT_EQ(window.find("[ #1 #2 #3 "), std::string::npos);
+  const std::string file = ::testing::TempDir() + "control_text.txt";
+  desktop().files.push_back(file);
+  choose(112);
+  std::stringstream log;
+  log << std::ifstream(file).rdbuf();
+  EXPECT_NE(log.str().find("[ #1 #2 #3 "), std::string::npos);
+  EXPECT_NE(log.str().find("#99999 #100000 #100001 "), std::string::npos) << "lines are not broken";
+  std::remove(file.c_str());
+}
+
+TEST_F(ConsoleWindow, LongLinesAreBrokenForTheWindowAtBlanks) {
+  DisplayResponse(std::string(900, 'a') + " " + std::string(400, 'b') + "\n");
+  EXPECT_EQ(news(), std::string("\n").substr(1) + std::string(900, 'a') + " " +
+                        std::string(349, 'b') + "\n" + std::string(51, 'b') + "\n");
+}
+
+TEST_F(ConsoleWindow, ConsoleCannotBeClosed) {
+  close_asked(hControl);
+  EXPECT_EQ(news(), "\nYou're not allowed to close CONTROL window\n\nQUERY> ");
+  EXPECT_EQ(window_kind(hControl), kControlWindow);
+}
+
+TEST_F(ConsoleWindow, OldLineIsTakenToThePrompt) {
+  EXPECT_TRUE(reuse_line("QUERY> + #1 #2"));
+  EXPECT_EQ(desktop().windows[hControl].typed, "+ #1 #2");
+  EXPECT_FALSE(reuse_line("QUERY> "));
+}
+
+TEST_F(ConsoleWindow, NarrationOpensItsWindow) {
+  type("nar_line \"once\" #1\n");
+  ASSERT_NE(gNarWind, 0);
+  EXPECT_EQ(desktop().windows[gNarWind].text, "once1\n");
+}
+
+} // namespace
+
+} // namespace velora

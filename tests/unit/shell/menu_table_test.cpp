@@ -1,0 +1,111 @@
+// Holds the resource script to the menu table: same commands, labels, accelerators and greying.
+#include "shell/menu_table.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+
+namespace velora {
+
+namespace {
+
+struct Item {
+  std::string label;
+  std::string accelerator;
+  bool grey;
+  bool operator==(const Item &) const = default;
+};
+using Bar = std::map<int, Item>;
+
+std::string script() {
+  std::stringstream text;
+  text << std::ifstream(VELORA_SOURCE_DIR "/src/shell/win32/velora.rc").rdbuf();
+  return text.str();
+}
+
+// The items of one menu bar of the script, without the headers of the user menus.
+Bar bar_of_script(const std::string &text, const std::string &name) {
+  const std::size_t start = text.find("\n" + name + " MENU\n");
+  const std::string part = text.substr(start, text.find("\nEND\n", start) - start);
+  const std::regex item(R"re(MENUITEM "([^"\\]*)(?:\\t([^"]*))?", (\d+)(, GRAYED)?)re");
+  Bar bar;
+  for (std::sregex_iterator it(part.begin(), part.end(), item), end; it != end; ++it) {
+    const int number = std::stoi((*it)[3]);
+    if (number % 1000 != 9)
+      EXPECT_TRUE(bar.emplace(number, Item{(*it)[1], (*it)[2], (*it)[4].matched}).second)
+          << name << " has " << number << " twice";
+  }
+  return bar;
+}
+
+Bar bar_of_table(unsigned bit) {
+  Bar bar;
+  for (const MenuCommand &row : menu_commands())
+    if ((row.bars & bit) != 0)
+      bar[row.number] = {row.label, row.accelerator, row.run == nullptr};
+  return bar;
+}
+
+TEST(MenuTable, ScriptShowsTheTable) {
+  const std::string text = script();
+  const std::map<std::string, unsigned> bars = {{"MainMenu", kMainBar},
+                                                {"OrvekMenu", kOrvekBar},
+                                                {"FunctionsMenu", kFunctionsBar},
+                                                {"DatatypeMenu", kDatatypeBar},
+                                                {"NetworkMenu", kNetworkBar}};
+  for (const auto &[name, bit] : bars) {
+    const Bar shown = bar_of_script(text, name);
+    const Bar table = bar_of_table(bit);
+    EXPECT_GT(shown.size(), 25U) << name;
+    for (const auto &[number, item] : table) {
+      const auto found = shown.find(number);
+      ASSERT_NE(found, shown.end()) << name << " lacks " << number;
+      EXPECT_EQ(found->second.label, item.label) << name << " " << number;
+      EXPECT_EQ(found->second.accelerator, item.accelerator) << name << " " << number;
+      EXPECT_EQ(found->second.grey, item.grey) << name << " " << number;
+    }
+    EXPECT_EQ(shown.size(), table.size()) << name;
+  }
+}
+
+TEST(MenuTable, EveryAcceleratorOfTheScriptIsThatOfItsCommand) {
+  const std::string text = script();
+  const std::regex key(R"re(  "?(\w+)"?, (\d+), VIRTKEY(, CONTROL)?)re");
+  int count = 0;
+  for (std::sregex_iterator it(text.begin(), text.end(), key), end; it != end; ++it, ++count) {
+    const MenuCommand *command = find_menu_command(std::stoi((*it)[2]));
+    ASSERT_NE(command, nullptr) << (*it)[2];
+    const std::string name = (*it)[1].str() == "VK_F3" ? "F3" : "Ctrl+" + (*it)[1].str();
+    EXPECT_EQ(command->accelerator, name);
+  }
+  EXPECT_EQ(count, 15);
+}
+
+TEST(MenuTable, UserMenusStandInTheScript) {
+  const std::string text = script();
+  for (const UserMenu &menu : kUserMenus) {
+    const std::string popup = std::string("POPUP \"") + menu.label + "\"";
+    const std::size_t at = text.find(popup);
+    ASSERT_NE(at, std::string::npos) << popup;
+    const std::string header = std::string("MENUITEM \"") + menu.header + "\", " +
+                               std::to_string(menu.first_command - 1) + ", GRAYED";
+    EXPECT_LT(text.find(header, at), at + 120) << header;
+    EXPECT_EQ(find_menu_command(menu.first_command), nullptr);
+  }
+}
+
+TEST(MenuTable, GenericNumbersDoWhatTheirItemsDo) {
+  EXPECT_EQ(find_menu_command(1405)->run, find_menu_command(902)->run);
+  EXPECT_EQ(find_menu_command(1405)->run, find_menu_command(1002)->run);
+  EXPECT_EQ(find_menu_command(1406)->run, find_menu_command(1103)->run);
+  EXPECT_EQ(find_menu_command(999), nullptr);
+}
+
+} // namespace
+
+} // namespace velora

@@ -1,0 +1,63 @@
+// Cutting typed text into queries, and the walk through earlier ones.
+#include "shell/query_text.h"
+
+#include <gtest/gtest.h>
+
+namespace velora {
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+Lines split(const std::string &typed, std::string &rest) {
+  return split_queries(typed, rest);
+}
+
+TEST(QueryText, PromptAndBlanksAreTakenOff) {
+  EXPECT_EQ(strip_prompt("QUERY>  head [#1 #2] "), "head [#1 #2]");
+  EXPECT_EQ(strip_prompt("QUERY> QUERY> x"), "x");
+  EXPECT_EQ(strip_prompt("  \t"), "");
+  EXPECT_EQ(strip_prompt("MYQUERY> x"), "MYQUERY> x");
+}
+
+TEST(QueryText, EachCompleteLineIsAQuery) {
+  std::string rest;
+  EXPECT_EQ(split("no end yet", rest), Lines{});
+  EXPECT_EQ(rest, "no end yet");
+  EXPECT_EQ(split("a\nQUERY> b\n\nc", rest), (Lines{"a", "b", ""}));
+  EXPECT_EQ(rest, "c");
+}
+
+TEST(QueryText, PastedLineThatIsOpenGoesOnInTheNext) {
+  std::string rest;
+  EXPECT_EQ(split("map f [#1\n#2]\nnext\n", rest), (Lines{"map f [#1 #2]", "next"}));
+  EXPECT_EQ(split("(g \"a (\"\n#2)\nnext\n", rest), (Lines{"(g \"a (\" #2)", "next"}));
+  EXPECT_EQ(split("(a\n", rest), Lines{"(a"}) << "the last line is a query with its fault";
+  EXPECT_EQ(split("a)\nb\n", rest), (Lines{"a)", "b"})) << "no further line mends this";
+}
+
+TEST(QueryText, HistoryWalksBackAndReturnsToWhatWasTyped) {
+  QueryHistory history;
+  std::string found;
+  EXPECT_FALSE(history.recall(-1, "", found));
+  history.add("one");
+  history.add("two");
+  EXPECT_FALSE(history.recall(1, "", found));
+  ASSERT_TRUE(history.recall(-1, "half", found));
+  EXPECT_EQ(found, "two");
+  ASSERT_TRUE(history.recall(-1, "two", found));
+  EXPECT_EQ(found, "one");
+  EXPECT_FALSE(history.recall(-1, "one", found));
+  ASSERT_TRUE(history.recall(1, "one", found));
+  ASSERT_TRUE(history.recall(1, "two", found));
+  EXPECT_EQ(found, "half");
+  history.add("one");
+  ASSERT_TRUE(history.recall(-1, "", found));
+  EXPECT_EQ(found, "one") << "a repeated query moves to the end";
+  ASSERT_TRUE(history.recall(-1, "", found));
+  EXPECT_EQ(found, "two");
+}
+
+} // namespace
+
+} // namespace velora

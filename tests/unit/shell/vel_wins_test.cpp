@@ -1,0 +1,184 @@
+// Opening, placing, storing and closing of the desktop's windows.
+#include "shell/vel_wins.h"
+
+#include <fstream>
+
+#include "core/symbols.h"
+#include "db/needs.h"
+#include "db/vel_dbop.h"
+#include "shell/graphics_windows.h"
+#include "shell/text_windows.h"
+#include "unit/shell/desk_kit.h"
+
+namespace velora {
+
+namespace {
+
+class Windows : public kit::DeskTest {
+protected:
+  WindowId open_orvek(const std::string &text) {
+    choose(509);
+    desktop().windows[gOrvWind].text = text;
+    return gOrvWind;
+  }
+  std::string title(WindowId win) { return desktop().windows[win].title; }
+};
+
+TEST_F(Windows, FirstPlacements) {
+  EXPECT_EQ(desktop().windows[hControl].place, (Rect{30, 384, 542, 576}));
+  EXPECT_EQ(title(hControl), "CONTROL");
+  choose(509);
+  EXPECT_EQ(desktop().windows[gOrvWind].place, (Rect{10, 50, 360, 450}));
+  choose(504);
+  choose(504);
+  const std::vector<WindowId> pictures = windows_of_kind(kFunctionWindow);
+  ASSERT_EQ(pictures.size(), 2U);
+  const Rect first = desktop().windows[pictures[0]].place;
+  const Rect second = desktop().windows[pictures[1]].place;
+  EXPECT_EQ(first.width(), 450);
+  EXPECT_EQ(first.height(), 360);
+  EXPECT_NE(first, second);
+  EXPECT_EQ(gNumDocuments, 4);
+}
+
+TEST_F(Windows, TextAndGraphicsWindowsAreNumbered) {
+  const WindowId one = open_orvek("");
+  const WindowId two = open_orvek("");
+  EXPECT_EQ(title(one), "Orvek [1 of 2]");
+  EXPECT_EQ(title(two), "Orvek [2 of 2]");
+  close_asked(one);
+  EXPECT_EQ(title(two), "Orvek [1 of 1]");
+  EXPECT_EQ(gOrvWind, two);
+  choose(506);
+  choose(506);
+  const std::vector<WindowId> graphics = windows_of_kind(kGraphicsWindow);
+  ASSERT_EQ(graphics.size(), 2U);
+  EXPECT_EQ(title(graphics[1]), "Graphics [2 of 2]");
+  close_asked(graphics[0]);
+  EXPECT_EQ(title(graphics[1]), "Graphics [1 of 1]");
+  EXPECT_EQ(windows_of_kind(kGraphicsWindow).size(), 1U);
+}
+
+TEST_F(Windows, MenuBarFollowsTheActiveWindow) {
+  choose(504);
+  window_activated(windows_of_kind(kFunctionWindow).front());
+  EXPECT_EQ(desktop().bar, MenuBar::functions);
+  choose(506);
+  window_activated(windows_of_kind(kGraphicsWindow).front());
+  EXPECT_EQ(desktop().bar, MenuBar::functions) << "graphics windows leave the bar";
+  window_activated(open_orvek(""));
+  EXPECT_EQ(desktop().bar, MenuBar::orvek);
+  window_activated(hControl);
+  EXPECT_EQ(desktop().bar, MenuBar::main);
+}
+
+TEST_F(Windows, StackLeavesEveryTitleInSight) {
+  for (int i = 0; i < 3; ++i)
+    open_orvek("");
+  choose(512);
+  const Rect area = desktop().work_area();
+  std::vector<Rect> places;
+  for (const ShellWindow &w : gWindows)
+    places.push_back(desktop().windows[w.id].place);
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    EXPECT_TRUE(area.contains({places[i].left, places[i].top}));
+    EXPECT_LE(places[i].right, area.right);
+    EXPECT_LE(places[i].bottom, area.bottom);
+    if (i > 0) {
+      EXPECT_GE(places[i].top - places[i - 1].top, 20);
+    }
+  }
+}
+
+TEST_F(Windows, CommittedTextIsInTheDatabaseAndItsFileGone) {
+  gAppDirectory = ::testing::TempDir();
+  window_activated(
+      open_orvek("fdec\n twice ::= int -> int ;\n;\nfdef\n twice ?0 ::= + ?0 ?0 ;\n;\n"));
+  choose(501);
+  EXPECT_NE(shown().find("Orvek Code Stored\n"), std::string::npos);
+  EXPECT_FALSE(std::ifstream(gAppDirectory + "tmp.ddb").good());
+  type("twice #4\n");
+  EXPECT_NE(shown().find("#8\nQUERY> "), std::string::npos);
+  close_asked(gOrvWind);
+  EXPECT_TRUE(windows_of_kind(kOrvekWindow).empty()) << "stored text closes unasked";
+  gAppDirectory.clear();
+}
+
+TEST_F(Windows, ClosingTextThatIsNotStoredAsks) {
+  const WindowId win = open_orvek("fdec\n once ::= int -> int ;\n;\n");
+  close_asked(win); // cancelled
+  EXPECT_TRUE(logged("ask \"Save Changes to: Orvek Code?\" [Save] [Discard] -> 5"));
+  EXPECT_EQ(window_kind(win), kOrvekWindow);
+  desktop().choices = {1};
+  close_asked(win);
+  EXPECT_EQ(window_kind(win), 0);
+  EXPECT_NE(find_symbol("once", 4), nullptr);
+  const WindowId other = open_orvek("anything");
+  desktop().choices = {2};
+  close_asked(other);
+  EXPECT_EQ(window_kind(other), 0);
+}
+
+TEST_F(Windows, SaveClosesOnlyStoredTexts) {
+  open_orvek("");
+  const WindowId kept = open_orvek("not stored");
+  FreeOrvekWindows();
+  EXPECT_EQ(windows_of_kind(kOrvekWindow), std::vector<WindowId>{kept});
+}
+
+TEST_F(Windows, FindSelectsBehindTheSelectionAndGoesRound) {
+  const WindowId win = open_orvek("one Two two");
+  window_activated(win);
+  desktop().answers = {"two"};
+  choose(208);
+  EXPECT_EQ(desktop().windows[win].selection, (TextRange{4, 7}));
+  choose(209);
+  EXPECT_EQ(desktop().windows[win].selection, (TextRange{8, 11}));
+  choose(209);
+  EXPECT_EQ(desktop().windows[win].selection, (TextRange{4, 7}));
+  EXPECT_EQ(find_in_text("abc", "x", 0), TextRange{});
+  EXPECT_EQ(find_in_text("abc", "", 0), TextRange{});
+}
+
+TEST_F(Windows, QuittingOffersToSaveAndStopsWhenRefused) {
+  open_orvek("not stored");
+  choose(113);
+  EXPECT_FALSE(desktop().has_quit);
+  gSymbolTableChanged = 1;
+  desktop().choices = {2};
+  choose(113);
+  EXPECT_TRUE(logged("ask \"Save Changes to Database:"));
+  EXPECT_FALSE(desktop().has_quit);
+}
+
+TEST_F(Windows, WindowClosedWhileAQueryRunsClosesAfterIt) {
+  const WindowId win = open_orvek("");
+  bool asked = false;
+  desktop().on_pump = [&] {
+    if (!asked)
+      close_asked(win);
+    asked = true;
+    EXPECT_EQ(window_kind(win), kOrvekWindow);
+    choose(509); // no command can start meanwhile
+  };
+  type("last (list_of_int #1 #300000 #1)\n");
+  desktop().on_pump = nullptr;
+  ASSERT_TRUE(asked);
+  EXPECT_EQ(window_kind(win), 0);
+  EXPECT_TRUE(windows_of_kind(kOrvekWindow).empty());
+  EXPECT_NE(shown().find("#300000\n"), std::string::npos) << "the query was not disturbed";
+}
+
+TEST_F(Windows, GraphicsWindowIsDrawnAndScrollsOverWhatIsDrawn) {
+  type("gr_open\n");
+  type("gr_fillrect #0 #0 #900 #20\n");
+  const std::vector<WindowId> graphics = windows_of_kind(kGraphicsWindow);
+  if (graphics.empty())
+    enter_window(gBgrWind->win, kGraphicsWindow); // the desktop tells of it in the program
+  ASSERT_NE(gBgrWind, nullptr);
+  EXPECT_GE(desktop().windows[gBgrWind->win].width, 900);
+}
+
+} // namespace
+
+} // namespace velora

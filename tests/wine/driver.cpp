@@ -1,0 +1,406 @@
+// Drives the desktop program from outside as a user would: finds its windows by class and title,
+// types, chooses commands by number, answers dialogs and reads texts back. It reads one command a
+// line from standard input and answers each with one line, "ok ..." or "no ...". Line ends in texts
+// travel as "\n". Started by the test `run` beside it.
+#ifndef UNICODE
+#define UNICODE
+#endif
+#include <windows.h>
+
+#include <cstring>
+#include <functional>
+#include <iostream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr DWORD kPollEvery = 30;
+constexpr UINT kSendPatience = 20000;
+
+std::wstring widen(const std::string &text) {
+  std::wstring out(text.size() + 1, L'\0');
+  out.resize(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(),
+                                                          static_cast<int>(text.size()), out.data(),
+                                                          static_cast<int>(out.size()))));
+  return out;
+}
+
+std::string narrow(const std::wstring &text) {
+  std::string out(text.size() * 4 + 1, '\0');
+  out.resize(static_cast<std::size_t>(
+      WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), out.data(),
+                          static_cast<int>(out.size()), nullptr, nullptr)));
+  return out;
+}
+
+std::string escaped(const std::string &text) {
+  std::string out;
+  for (const char c : text) {
+    if (c == '\n')
+      out += "\\n";
+    else if (c == '\\')
+      out += "\\\\";
+    else if (c != '\r')
+      out += c;
+  }
+  return out;
+}
+
+std::string unescaped(const std::string &text) {
+  std::string out;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\\' || i + 1 == text.size())
+      out += text[i];
+    else
+      out += text[++i] == 'n' ? '\n' : text[i];
+  }
+  return out;
+}
+
+// Sends a message, but does not wait for ever for a program that hangs.
+LRESULT send(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+  DWORD_PTR result = 0;
+  SendMessageTimeoutW(window, message, wparam, lparam, SMTO_NORMAL, kSendPatience, &result);
+  return static_cast<LRESULT>(result);
+}
+
+std::string text_of(HWND window) {
+  const auto length = send(window, WM_GETTEXTLENGTH, 0, 0);
+  std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+  const auto got = send(window, WM_GETTEXT, static_cast<WPARAM>(text.size()),
+                        reinterpret_cast<LPARAM>(text.data()));
+  text.resize(static_cast<std::size_t>(got));
+  return narrow(text);
+}
+
+std::string class_of(HWND window) {
+  wchar_t name[80] = L"";
+  GetClassNameW(window, name, 80);
+  return narrow(name);
+}
+
+struct Search {
+  std::string wanted_class;
+  std::string title; // how it begins
+  std::vector<HWND> found;
+};
+
+BOOL CALLBACK look_at(HWND window, LPARAM lparam) {
+  auto *search = reinterpret_cast<Search *>(lparam);
+  wchar_t title[200] = L"";
+  if (IsWindowVisible(window) == FALSE || class_of(window) != search->wanted_class)
+    return TRUE;
+  InternalGetWindowText(window, title, 200);
+  if (narrow(title).rfind(search->title, 0) == 0)
+    search->found.push_back(window);
+  return TRUE;
+}
+
+std::vector<HWND> windows(const std::string &wanted_class, const std::string &title = "") {
+  Search search{wanted_class, title, {}};
+  EnumWindows(look_at, reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+HWND one_window(const std::string &wanted_class, const std::string &title = "") {
+  const auto found = windows(wanted_class, title);
+  return found.empty() ? nullptr : found.front();
+}
+
+bool wait_until(const std::function<bool()> &condition, int milliseconds) {
+  const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
+  while (!condition()) {
+    if (GetTickCount64() > end)
+      return false;
+    Sleep(kPollEvery);
+  }
+  return true;
+}
+
+HWND frame() {
+  return one_window("VELORA");
+}
+
+HWND edit_of(HWND window) {
+  return window == nullptr ? nullptr : FindWindowExW(window, nullptr, L"edit", nullptr);
+}
+
+HWND console_edit() {
+  return edit_of(one_window("ControlChild"));
+}
+
+HWND dialog() {
+  return one_window("#32770");
+}
+
+std::vector<HWND> children(HWND window) {
+  std::vector<HWND> found;
+  EnumChildWindows(
+      window,
+      [](HWND child, LPARAM list) -> BOOL {
+        reinterpret_cast<std::vector<HWND> *>(list)->push_back(child);
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&found));
+  return found;
+}
+
+std::string without_mnemonic(std::string label) {
+  std::erase(label, '&');
+  return label;
+}
+
+using Arguments = std::vector<std::string>;
+using Answer = std::pair<bool, std::string>;
+
+// The words of a line; a word in double quotes may hold blanks.
+Arguments split(const std::string &line) {
+  Arguments words;
+  std::size_t i = 0;
+  while (i < line.size()) {
+    if (line[i] == ' ') {
+      ++i;
+      continue;
+    }
+    std::string word;
+    if (line[i] == '"') {
+      for (++i; i < line.size() && line[i] != '"'; ++i) {
+        if (line[i] == '\\' && i + 1 < line.size() && line[i + 1] == '"')
+          ++i;
+        word += line[i];
+      }
+      ++i;
+    } else {
+      while (i < line.size() && line[i] != ' ')
+        word += line[i++];
+    }
+    words.push_back(word);
+  }
+  return words;
+}
+
+// --- the commands ------------------------------------------------------------------------------
+
+// window CLASS TITLE MILLISECONDS: waits until such a window is there.
+Answer do_window(const Arguments &a) {
+  const bool there =
+      wait_until([&a] { return one_window(a[0], a[1]) != nullptr; }, std::stoi(a[2]));
+  return {there, ""};
+}
+
+Answer do_gone(const Arguments &a) {
+  const bool gone = wait_until([&a] { return one_window(a[0], a[1]) == nullptr; }, std::stoi(a[2]));
+  return {gone, ""};
+}
+
+Answer do_count(const Arguments &a) {
+  return {true, std::to_string(windows(a[0]).size())};
+}
+
+Answer do_titles(const Arguments &a) {
+  std::string titles;
+  for (const HWND window : windows(a[0]))
+    titles += text_of(window) + "|";
+  return {true, titles};
+}
+
+Answer do_close(const Arguments &a) {
+  const HWND window = one_window(a[0], a[1]);
+  return {window != nullptr && PostMessageW(window, WM_CLOSE, 0, 0) != FALSE, ""};
+}
+
+Answer do_activate(const Arguments &a) {
+  const HWND window = one_window(a[0], a[1]);
+  if (window == nullptr)
+    return {false, ""};
+  SetForegroundWindow(window);
+  Sleep(200);
+  return {true, ""};
+}
+
+Answer do_place(const Arguments &a) {
+  const HWND window = one_window(a[0], a[1]);
+  RECT r{};
+  if (window == nullptr || GetWindowRect(window, &r) == FALSE)
+    return {false, ""};
+  std::ostringstream out;
+  out << r.left << ' ' << r.top << ' ' << r.right - r.left << ' ' << r.bottom - r.top;
+  return {true, out.str()};
+}
+
+// text CLASS TITLE: the text of the edit control of a text window.
+Answer do_text(const Arguments &a) {
+  const HWND edit = edit_of(one_window(a[0], a[1]));
+  return {edit != nullptr, edit != nullptr ? text_of(edit) : ""};
+}
+
+Answer do_settext(const Arguments &a) {
+  const HWND edit = edit_of(one_window(a[0], a[1]));
+  if (edit == nullptr)
+    return {false, ""};
+  std::string text;
+  for (const char c : a[2])
+    text += c == '\n' ? std::string("\r\n") : std::string(1, c);
+  const std::wstring wide = widen(text);
+  send(edit, EM_SETSEL, 0, -1);
+  send(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(wide.c_str()));
+  return {true, ""};
+}
+
+// type TEXT: characters typed one by one into the console; "\n" is Enter.
+Answer do_type(const Arguments &a) {
+  const HWND edit = console_edit();
+  if (edit == nullptr)
+    return {false, ""};
+  for (const wchar_t c : widen(a[0]))
+    PostMessageW(edit, WM_CHAR, c == L'\n' ? L'\r' : c, 1);
+  return {true, ""};
+}
+
+// key CODE: a key pressed in the console.
+Answer do_key(const Arguments &a) {
+  const HWND edit = console_edit();
+  const auto code = static_cast<WPARAM>(std::stoi(a[0]));
+  return {edit != nullptr && PostMessageW(edit, WM_KEYDOWN, code, 1) != FALSE, ""};
+}
+
+// caret AT: puts the caret of the console there; -1 is the end.
+Answer do_caret(const Arguments &a) {
+  const HWND edit = console_edit();
+  if (edit == nullptr)
+    return {false, ""};
+  const int at = std::stoi(a[0]);
+  const auto place = at < 0 ? send(edit, WM_GETTEXTLENGTH, 0, 0) : at;
+  send(edit, EM_SETSEL, static_cast<WPARAM>(place), place);
+  return {true, ""};
+}
+
+bool set_clipboard(const std::wstring &text) {
+  if (OpenClipboard(nullptr) == FALSE)
+    return false;
+  EmptyClipboard();
+  const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+  const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes);
+  std::memcpy(GlobalLock(block), text.c_str(), bytes);
+  GlobalUnlock(block);
+  SetClipboardData(CF_UNICODETEXT, block);
+  CloseClipboard();
+  return true;
+}
+
+// paste TEXT: puts the text on the clipboard and pastes it into the console.
+Answer do_paste(const Arguments &a) {
+  std::string text;
+  for (const char c : a[0])
+    text += c == '\n' ? std::string("\r\n") : std::string(1, c);
+  const HWND edit = console_edit();
+  if (edit == nullptr || !set_clipboard(widen(text)))
+    return {false, ""};
+  send(edit, WM_PASTE, 0, 0);
+  return {true, ""};
+}
+
+Answer do_command(const Arguments &a) {
+  const auto number = static_cast<WPARAM>(std::stoi(a[0]));
+  return {PostMessageW(frame(), WM_COMMAND, number, 0) != FALSE, ""};
+}
+
+// shows TEXT MILLISECONDS: waits until the console's text holds it.
+Answer do_shows(const Arguments &a) {
+  std::string last;
+  const bool there = wait_until(
+      [&] {
+        last = text_of(console_edit());
+        std::erase(last, '\r');
+        return last.find(a[0]) != std::string::npos;
+      },
+      std::stoi(a[1]));
+  return {there, there ? "" : last.substr(last.size() > 400 ? last.size() - 400 : 0)};
+}
+
+// dialog MILLISECONDS: waits for a dialog and tells its title, texts and buttons.
+Answer do_dialog(const Arguments &a) {
+  if (!wait_until([] { return dialog() != nullptr; }, std::stoi(a[0])))
+    return {false, ""};
+  Sleep(100);
+  const HWND box = dialog();
+  std::string all = text_of(box);
+  for (const HWND child : children(box))
+    if (IsWindowVisible(child) != FALSE)
+      all += "|" + without_mnemonic(text_of(child));
+  return {true, all};
+}
+
+// press LABEL: presses a button of the dialog and waits until the dialog has gone.
+Answer do_press(const Arguments &a) {
+  const HWND box = dialog();
+  for (const HWND child : children(box)) {
+    if (class_of(child) != "Button" || without_mnemonic(text_of(child)) != a[0])
+      continue;
+    PostMessageW(child, BM_CLICK, 0, 0);
+    return {
+        wait_until([box] { return IsWindow(box) == FALSE || IsWindowVisible(box) == FALSE; }, 5000),
+        ""};
+  }
+  return {false, "no such button"};
+}
+
+// fill TEXT: types into the dialog's edit control.
+Answer do_fill(const Arguments &a) {
+  for (const HWND child : children(dialog())) {
+    if (class_of(child) != "Edit")
+      continue;
+    const std::wstring wide = widen(a[0]);
+    send(child, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str()));
+    return {true, ""};
+  }
+  return {false, "no edit control"};
+}
+
+Answer do_sleep(const Arguments &a) {
+  Sleep(static_cast<DWORD>(std::stoi(a[0])));
+  return {true, ""};
+}
+
+struct Row {
+  Answer (*run)(const Arguments &);
+  std::size_t arguments;
+};
+
+const std::map<std::string, Row> kCommands = {
+    {"window", {do_window, 3}}, {"gone", {do_gone, 3}},       {"count", {do_count, 1}},
+    {"titles", {do_titles, 1}}, {"close", {do_close, 2}},     {"activate", {do_activate, 2}},
+    {"place", {do_place, 2}},   {"text", {do_text, 2}},       {"settext", {do_settext, 3}},
+    {"type", {do_type, 1}},     {"key", {do_key, 1}},         {"caret", {do_caret, 1}},
+    {"paste", {do_paste, 1}},   {"command", {do_command, 1}}, {"shows", {do_shows, 2}},
+    {"dialog", {do_dialog, 1}}, {"press", {do_press, 1}},     {"fill", {do_fill, 1}},
+    {"sleep", {do_sleep, 1}},
+};
+
+Answer obey(const std::string &line) {
+  Arguments words = split(line);
+  if (words.empty())
+    return {false, "no command"};
+  const auto row = kCommands.find(words.front());
+  words.erase(words.begin());
+  if (row == kCommands.end() || words.size() != row->second.arguments)
+    return {false, "bad command"};
+  for (std::string &word : words)
+    word = unescaped(word);
+  return row->second.run(words);
+}
+
+} // namespace
+
+int main() {
+  std::string line;
+  while (std::getline(std::cin, line)) {
+    while (!line.empty() && line.back() == '\r')
+      line.pop_back();
+    const Answer answer = obey(line);
+    std::cout << (answer.first ? "ok " : "no ") << escaped(answer.second) << std::endl;
+  }
+}
