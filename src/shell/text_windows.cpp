@@ -130,6 +130,8 @@ void FreeOrvekWindows() {
 }
 
 int BackupOrvekCode() {
+  if (hControl == 0)
+    return 1; // a program without windows has no such text
   const auto chosen = gDesktop->choose_file(true, "Extra Database Name?", "*.ddb");
   if (!chosen)
     return 0;
