@@ -71,11 +71,9 @@ class Terminal:
 
     def leave_unsaved(self):
         """Ctrl+D, and "No" when asked whether to save what was declared."""
-        self.mark = len(self.raw)
-        os.write(self.master, b"\x04")
-        time.sleep(0.3)
-        if self.process.poll() is None:
-            os.write(self.master, b"No\n")
+        self.type("\x04")
+        self.wait("Cancel")
+        self.type("No\n")
         return self.end()
 
     def end(self):
@@ -184,7 +182,7 @@ def check_interrupt(program, home, limit):
     t.type(ENDLESS)
     t.wait("QUERY> ")
     interrupt_often(t, "endless #0 ;\n", limit, 20)
-    t.leave()
+    t.leave_unsaved()
 
 
 def check_interrupt_printing(program, home, limit):
@@ -192,7 +190,7 @@ def check_interrupt_printing(program, home, limit):
     t.type(ENDLESS)
     t.wait("QUERY> ")
     interrupt_often(t, "more #7 ;\n", limit, 20)
-    t.leave()
+    t.leave_unsaved()
 
 
 def check_colour(program, home, _):
