@@ -193,6 +193,45 @@ def check_interrupt_printing(program, home, limit):
     t.leave_unsaved()
 
 
+def check_interrupt_reading(program, home, _):
+    """The key while a query waits for a character, and while a question waits for its answer."""
+    t = start(program, home)
+    t.type("getchar ;\n")
+    t.wait("getchar ;\n")
+    time.sleep(0.3)
+    t.mark = len(t.raw)
+    os.write(t.master, b"\x03")
+    t.wait("QUERY> ")
+    t.type("fdec\none ::= int ;\ntwo ::= int ;\n;\nfdef\none ::= #1 ;\ntwo ::= one ;\n;\n")
+    t.wait("QUERY> ")
+    t.type("fdec one ::= real ;\n")
+    t.wait("? ")
+    t.mark = len(t.raw)
+    os.write(t.master, b"\x03")
+    t.wait("> ")
+    t.type("\x03")
+    t.wait("QUERY> ")
+    t.type("+ one #1 ;\n")
+    t.wait("#2\nQUERY> ")
+    t.leave_unsaved()
+
+
+def check_question(program, home, _):
+    """A wrong answer is asked for again; a label in any case of letters will do."""
+    t = start(program, home)
+    t.type("fdec\none ::= int ;\ntwo ::= int ;\n;\nfdef\none ::= #1 ;\ntwo ::= one ;\n;\n")
+    t.wait("QUERY> ")
+    t.type("fdec one ::= real ;\n")
+    t.wait("3 Cancel\n? ")
+    t.type("7\n")
+    t.wait("Please answer with a number from 1 to 3")
+    t.type("yes\n")
+    t.wait("FDEC> ")
+    t.type(";\n:type one\n")
+    t.wait("one ::= real\n")
+    t.leave_unsaved()
+
+
 def check_colour(program, home, _):
     t = start(program, home)
     assert b"\x1b[1;36m" in t.raw, "a coloured prompt"
@@ -209,7 +248,7 @@ def check_quit(program, home, _):
 
 
 CHECKS = [check_answers, check_editing, check_completion, check_prompt_key, check_interrupt,
-          check_interrupt_printing, check_colour, check_quit]
+          check_interrupt_printing, check_interrupt_reading, check_question, check_colour, check_quit]
 
 
 def main():

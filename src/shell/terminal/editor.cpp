@@ -182,7 +182,10 @@ Got Editor::read(std::string &line, const std::string &prompt) {
 
 int Editor::read_char() {
   if (rest_.empty()) {
-    if (read(rest_, "") != Got::line)
+    const Got got = read(rest_, "");
+    if (got == Got::interrupted)
+      gInterrupted = 1; // stops the query that reads, as soon as it goes on
+    if (got != Got::line)
       return -1;
     rest_ += '\n';
   }

@@ -45,7 +45,10 @@ Got StreamInput::read(std::string &line, const std::string &) {
 }
 
 int StreamInput::read_char() {
-  if (start_ == buffer_.size() && fill() != Got::line)
+  const Got got = start_ == buffer_.size() ? fill() : Got::line;
+  if (got == Got::interrupted)
+    gInterrupted = 1;
+  if (got != Got::line)
     return -1;
   return static_cast<unsigned char>(buffer_[start_++]);
 }

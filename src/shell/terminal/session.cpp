@@ -187,8 +187,12 @@ bool Session::go_on() {
 }
 
 void Session::run() {
+  // What stands around a command may lack memory too.
   while (!over_ && !gQuit)
-    step();
+    run_command([this] {
+      step();
+      return 1;
+    });
 }
 
 } // namespace velora

@@ -114,7 +114,10 @@ void TerminalConsole::end_line() {
 
 bool TerminalConsole::read_answer(std::string &line, const std::string &prompt) {
   std::fflush(stdout);
-  return input_ != nullptr && input_->read(line, prompt) == Got::line;
+  const Got got = input_ == nullptr ? Got::end : input_->read(line, prompt);
+  if (got == Got::interrupted)
+    gInterrupted = 1; // stops the command that asks, as soon as it goes on
+  return got == Got::line;
 }
 
 int TerminalConsole::ask(const std::string &message, std::span<const std::string> buttons) {
