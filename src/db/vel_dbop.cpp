@@ -43,6 +43,15 @@ bool only_text_is_open() {
   return gDDB_basename.empty() && Db_file != 0;
 }
 
+// A second database must not take over the name of the first or read its pictures over changed
+// ones.
+bool another_is_open() {
+  if (Db_file == 0)
+    return false;
+  DisplayResponse("Db file already open\n");
+  return true;
+}
+
 // Asked when a save that the user wanted has failed.
 bool changes_are_given_up() {
   constexpr int kGoOn = 1;
@@ -73,6 +82,8 @@ int finish_save(bool graphs_saved) {
 } // namespace
 
 int OpenNewDataBase(const std::string &orig) {
+  if (another_is_open())
+    return 0;
   std::string name = orig;
   if (GetUserDialogText("New Database name?", name) == 0 || name.empty())
     return 0;
@@ -80,6 +91,8 @@ int OpenNewDataBase(const std::string &orig) {
 }
 
 int CreateDataBase(const std::string &name) {
+  if (another_is_open())
+    return 0;
   Setup_Global_DDB_name(name);
   if (fdb_create_db(gDDB_basename) == 0) {
     DisplayResponsef("%s database not created\n", gDDB_basename.c_str());
@@ -108,6 +121,8 @@ int OpenDB() {
 }
 
 int OpenDataBaseFile() {
+  if (another_is_open())
+    return 0;
   if (gDDB_basename.empty()) {
     const auto chosen = gDesktop->choose_file(false, "Open DataBase", "*.ddb");
     if (!chosen)

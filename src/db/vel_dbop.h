@@ -10,6 +10,8 @@ namespace velora {
 // is asked only when there are two or more.
 extern int gNumDocuments;
 
+// A new database or another one is refused with "Db file already open\n" while one is open.
+
 // Asks for a name, suggesting `orig`, and makes a new database of it. 1 when it was created.
 int OpenNewDataBase(const std::string &orig);
 // Makes `name` the current database: creates both files, loads the template, opens the database

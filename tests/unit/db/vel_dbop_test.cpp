@@ -59,6 +59,21 @@ TEST_F(PairTest, ANewDatabaseOverAnOldOneIsRefused) {
   EXPECT_EQ(OpenNewDataBase("Untitled1"), 0); // nothing typed: cancelled
 }
 
+TEST_F(PairTest, AnOpenDatabaseIsNotTakenOverByAnother) {
+  CreateDataBase("x");
+  CreateDataBase("y");
+  console().typed = {"z"};
+  EXPECT_EQ(OpenNewDataBase("Untitled1"), 0);
+  add_picture("f");
+  WinInfo *wi = gWinInfo;
+  console().clear();
+  EXPECT_EQ(OpenDataBaseFile(), 0);
+  EXPECT_EQ(said(), "Db file already open\n");
+  EXPECT_EQ(gWinInfo, wi);
+  EXPECT_EQ(gDDB_basename, "x");
+  EXPECT_EQ(get("y.ddb") + get("z.ddb"), "(none)(none)");
+}
+
 TEST_F(PairTest, PicturesAndTextAreSavedAndReadTogether) {
   CreateDataBase("x");
   add_picture("f");
