@@ -94,14 +94,17 @@ void apply(const Options &options, const Manner &manner) {
 
 // Starts the language; answers 0 or the exit status.
 int start_language(Session &session) {
-  int code = 0;
-  session.run_one([&] {
+  int code = 13; // also when it is abandoned half way
+  const CommandEnd end = session.run_one([&] {
     code = init_Velora();
     gSymbolTableChanged = 0;
     return 1;
   });
-  if (code == 0 && session.exit_status() != 0)
-    return 13; // abandoned half way
+  if (end == CommandEnd::interrupted)
+    return 130;
+  if (code == 19)
+    BeepMsge("Sorry! There is no memory for a query space of that size (--space, --max-space)\n",
+             1);
   if (const char *every = std::getenv("VELORA_STRESS"))
     set_collect_stress(static_cast<unsigned>(std::strtoul(every, nullptr, 10)));
   gPlainBodies = std::getenv("VELORA_PLAIN_BODIES") != nullptr;
