@@ -143,6 +143,7 @@ def check_completion(program, home, _):
     t.wait("QUERY> ")
     t.type("+ #1 #1 ;\n")
     t.wait("reductions")
+    t.wait("QUERY> ")
     t.leave()
 
 

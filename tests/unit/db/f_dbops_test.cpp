@@ -2,6 +2,7 @@
 #include "unit/db/db_kit.h"
 
 #include "core/second_names.h"
+#include "shell/return_point.h"
 
 using namespace velora;
 using namespace velora::db_test;
@@ -102,6 +103,23 @@ TEST_F(DbTest, AFileChangedByAnotherProgramIsOverwrittenOnlyWhenAsked) {
   EXPECT_EQ(get("x.ddb.bak"), "tdec\n other ::= enum ;\n;\n");
   EXPECT_EQ(fdb_commit_db(), 1);
   EXPECT_EQ(questions("x.ddb was changed by another program"), 2);
+}
+
+TEST_F(DbTest, AnInterruptedOpeningIsForgottenSoThatHalfOfItIsNeverWrittenBack) {
+  std::string text = "fdec\n";
+  for (int i = 0; i < 20000; ++i)
+    text += " n" + std::to_string(i) + " ::= int ;\n";
+  text += ";\nfdef\n";
+  for (int i = 0; i < 20000; ++i)
+    text += " n" + std::to_string(i) + " ::= #1 ;\n";
+  put("x.ddb", text + ";\n");
+  Setup_Global_DDB_name("x");
+  console().interrupt_after = 1;
+  EXPECT_EQ(run_command([] { return fdb_open_db("x"); }), CommandEnd::interrupted);
+  EXPECT_EQ(Db_file, 0);
+  EXPECT_EQ(gDDB_basename, "");
+  EXPECT_EQ(fdb_commit_db(), 0);
+  EXPECT_EQ(get("x.ddb"), text + ";\n");
 }
 
 // --- files that are not as they were written ---------------------------------------------------
