@@ -164,7 +164,11 @@ node *apply_copies(const node *f, const node *x);
 // "Error (%s):  %s found when { %s } expected\n". Answers 0.
 int report_bad_argument(const char *fun, const char *found, const char *expected);
 
-// A name that reads back as one token: every character of "[]():;-'" and '"' becomes '_'.
+// Every character of "[]():;-'" and '"' becomes '_'.
 std::string MakeStringValid(std::string text);
+
+// Whether a text reads back as one name. What does not, such as "two words", "#5" or "fdef", can be
+// entered in no database file, so nothing may be declared under it.
+bool reads_as_name(const std::string &text);
 
 } // namespace velora

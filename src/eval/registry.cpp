@@ -11,6 +11,7 @@
 #include "eval/bi_support.h"
 #include "front/parser.h"
 #include "platform/response.h"
+#include "platform/safe_file.h"
 
 namespace velora {
 
@@ -94,8 +95,11 @@ int load_library(const char *name) {
 }
 
 // A scratch file is made and removed again, so that its place in the folder is known to be there.
+// A file of the user's that has its name is left alone.
 void try_scratch_file() {
   constexpr const char *name = "fdef.tmp";
+  if (file_exists(name))
+    return;
   if (std::FILE *scratch = std::fopen(name, "w")) {
     std::fputs("Just some stuff to save trouble later\n", scratch);
     std::fclose(scratch);

@@ -167,6 +167,8 @@ int bi_alias(node **stack, int) {
   if (name == nullptr || name->val.s.len == 0 || name->val.s.len > 255)
     return 0;
   const std::string text = MakeStringValid(std::string(text_of(name)));
+  if (!reads_as_name(text))
+    return report_bad_argument("alias", text.c_str(), "new symbol");
   node *g = bi_arg(stack, 2);
   if (g->type != kFunctionNode)
     evaluate(g);

@@ -26,8 +26,8 @@ struct TypeKind {
 };
 
 // "Error (newtdec):  FOUND found when { EXPECTED } expected\n", with a beep.
-int refuse(const std::string &found, const char *expected) {
-  BeepMsgef(1, "Error (%s):  %s found when { %s } expected\n", "newtdec", found.c_str(), expected);
+int refuse(const std::string &found, const char *expected, const char *builtin = "newtdec") {
+  BeepMsgef(1, "Error (%s):  %s found when { %s } expected\n", builtin, found.c_str(), expected);
   return 0;
 }
 
@@ -84,7 +84,7 @@ int set_declared(node *target) {
 // Enters `name` as a constant of `type`, behind the ones it has; null when it is refused.
 symbol *add_constant(symbol *type, const std::string &name) {
   symbol *old = find_symbol(name.data(), name.size());
-  if (name.empty() || old == type || of_library(old))
+  if (old == type || of_library(old))
     return nullptr;
   symbol *sym = insert_symbol(name.data(), name.size());
   if (sym == nullptr)
@@ -152,7 +152,10 @@ int bi_nlcreate(node **stack, int) {
   const node *name = force_arg(stack, 2, kString);
   if (name == nullptr)
     return 0;
-  const symbol *constant = add_constant(sym, MakeStringValid(std::string(text_of(name))));
+  const std::string text = MakeStringValid(std::string(text_of(name)));
+  if (!reads_as_name(text))
+    return refuse(text, "new symbol", "nlcreate");
+  const symbol *constant = add_constant(sym, text);
   if (constant == nullptr)
     return 0;
   stack[2]->type = kConstructorNode;
@@ -175,7 +178,7 @@ int bi_newtdec(node **stack, int) {
   std::string name;
   std::istringstream(name_text) >> name;
   name = MakeStringValid(name);
-  if (name.empty() || of_library(find_symbol(name.data(), name.size())))
+  if (!reads_as_name(name) || of_library(find_symbol(name.data(), name.size())))
     return refuse(name_text, "new symbol");
   symbol *sym = insert_symbol(name.data(), name.size());
   if (sym == nullptr)

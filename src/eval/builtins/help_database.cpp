@@ -52,7 +52,8 @@ constexpr HelpRow kRows[] = {
      {{R"(newtdec "shade" "enum")", "True"},
       {R"(nlcreate shade "dark-red")", "dark_red"},
       {"all shade", "[ dark_red ]"}},
-     "anything but a user's type of constants and a string, and names that may not be replaced."},
+     "anything but a user's type of constants and a string, texts that are not one name, and names "
+     "that may not be replaced."},
     {"all",
      "?0 -> list ?1",
      "The constants of an enumerated type in the order of their declarations, one at a time as "

@@ -168,7 +168,7 @@ constexpr HelpRow kRows[] = {
      "str -> ?0 -> bool",
      "Gives a function, built-in or constructor a second name. Both names share one definition.",
      {{"alias \"plus\" +", "True"}, {"plus #1 #2", "#3"}, {"alias \"map\" +", "False"}},
-     "anything but a text and something that has a name."},
+     "anything but a text that is one name and something that has a name."},
     {"known",
      "str -> bool",
      "Whether a name is declared.",
