@@ -213,8 +213,12 @@ int may_overwrite_db() {
 }
 
 int fdb_commit_db() {
+  if (Db_f_name.empty()) {
+    DisplayResponse("No database is open\n");
+    return 0;
+  }
   SafeFile file(Db_f_name);
-  if (Db_f_name.empty() || !file_exists(Db_f_name)) {
+  if (!file_exists(Db_f_name)) {
     DisplayResponsef("Can't remove old backup file %s\n", file.backup_name().c_str());
     return 0;
   }

@@ -94,7 +94,8 @@ int CreateDataBase(const std::string &name) {
   if (another_is_open())
     return 0;
   Setup_Global_DDB_name(name);
-  if (fdb_create_db(gDDB_basename) == 0) {
+  // A name that is only an ending, such as ".ddb", leaves nothing to call the database by.
+  if (gDDB_basename.empty() || fdb_create_db(gDDB_basename) == 0) {
     DisplayResponsef("%s database not created\n", gDDB_basename.c_str());
     Unset_DDB_name();
     Unset_DDB_Dir();

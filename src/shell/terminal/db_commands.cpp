@@ -179,7 +179,14 @@ int colon_open(const std::string &argument) {
   return OpenDataBaseFile();
 }
 
+// A mistyped name must not leave a picture file behind, so the text is looked for first.
 int colon_include(const std::string &argument) {
+  std::string base;
+  Make_Base_Name(argument, base);
+  if (!file_exists(base + File_ext)) {
+    orvek_errorf("Failed to open %s%s\n", base.c_str(), File_ext);
+    return 0;
+  }
   return IncludeDataBaseFile(argument);
 }
 
