@@ -323,6 +323,14 @@ int match_and_rewrite(Pass pass, node *&unsettled, node *forced_once, node **cal
   return -1;
 }
 
+// True when all heads of a group take the same number of arguments. A shorter head of constants
+// alone must win over a longer one with variables, which only two passes find.
+bool is_even(const choice_node *list) {
+  while (list != nullptr && list->next == nullptr && is_apply(&list->n))
+    list = choice_list(list->n.val.a.a1);
+  return list == nullptr || list->next == nullptr;
+}
+
 } // namespace
 
 int lhs_match(int novars, node **call_stack, int spine_len, int stack_size) {
@@ -337,7 +345,7 @@ int reduce_function(node **call_stack, int spine_len) {
   if (fc->defs == nullptr)
     return -1;
   node *unsettled = nullptr;
-  if (fc->defs->next == nullptr) {
+  if (fc->defs->next == nullptr && is_even(fc->defs->lhs_tree)) {
     const int place = match_and_rewrite(Pass::single, unsettled, nullptr, call_stack, spine_len);
     if (unsettled == nullptr)
       return place;

@@ -38,6 +38,13 @@ TEST_F(MatcherTest, FewerArgumentsAreTriedWhenAllOfThemMatchNothing) {
   EXPECT_EQ(ask("[(zd #1 #7) (zd #2 #7) (zd #3 #7)]"), "[ #8 #7 ( zd #3 #7) ]");
 }
 
+TEST_F(MatcherTest, AShorterHeadOfConstantsWinsOverALongerOneWithVariables) {
+  clauses("zs ::= int -> int -> int", {"zs ?0 ?1 ::= #2", "zs #1 ::= + #100"});
+  EXPECT_EQ(ask("[(zs #1 #7) (zs #2 #7)]"), "[ #107 #2 ]");
+  clauses("zt ::= int -> int", {"zt ::= + #100", "zt ?0 ::= #1", "zt #5 ::= #3"});
+  EXPECT_EQ(ask("[(zt #5) (zt #6)]"), "[ #3 #106 ]");
+}
+
 TEST_F(MatcherTest, TooFewArgumentsOrNoClauseLeaveTheCallAsItStands) {
   clauses("ze ::= int -> int -> int", {"ze #1 ?0 ::= ?0"});
   EXPECT_EQ(ask("ze #1"), "( ze #1)");
