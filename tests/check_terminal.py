@@ -242,6 +242,21 @@ def check_colour(program, home, _):
     plain.leave()
 
 
+def check_time(program, home, _):
+    t = start(program, home)
+    t.type(":time on\n")
+    t.wait("QUERY> ")
+    time.sleep(1.5)
+    t.type("+ #1\n")
+    t.wait("     > ")
+    time.sleep(1.5)
+    t.type("#2 ;\n")
+    t.wait(" seconds)")
+    seconds = float(re.search(r"(\S+) seconds", t.seen()).group(1))
+    assert seconds < 1, f"{seconds} s: the time spent typing is counted"
+    t.leave()
+
+
 def check_quit(program, home, _):
     t = start(program, home)
     t.type(":quit\n")
@@ -249,7 +264,8 @@ def check_quit(program, home, _):
 
 
 CHECKS = [check_answers, check_editing, check_completion, check_prompt_key, check_interrupt,
-          check_interrupt_printing, check_interrupt_reading, check_question, check_colour, check_quit]
+          check_interrupt_printing, check_interrupt_reading, check_question, check_colour,
+          check_time, check_quit]
 
 
 def main():

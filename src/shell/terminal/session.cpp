@@ -43,13 +43,15 @@ std::string shown_prompt(const char *prompt) {
   return text + " ";
 }
 
-// Shows what a command cost, when asked to.
+using Clock = std::chrono::steady_clock;
+
+// Shows what a command cost, when asked to. The time that passed while lines were awaited is not
+// part of it.
 class Meter {
 public:
-  Meter()
-      : start_(std::chrono::steady_clock::now()), before_(space_counters()), steps_(gReductions) {}
-  void show(TerminalConsole &console) const {
-    const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start_;
+  Meter() : start_(Clock::now()), before_(space_counters()), steps_(gReductions) {}
+  void show(TerminalConsole &console, Clock::duration waited) const {
+    const std::chrono::duration<double> time = Clock::now() - start_ - waited;
     const SpaceCounters now = space_counters();
     console.end_line();
     console.write(format_text(
@@ -60,7 +62,7 @@ public:
   }
 
 private:
-  std::chrono::steady_clock::time_point start_;
+  Clock::time_point start_;
   SpaceCounters before_;
   std::uint64_t steps_;
 };
@@ -141,7 +143,9 @@ int Session::refill(std::string &line, const char *prompt) {
   const bool first = prompt != nullptr && std::strstr(prompt, "QUERY") != nullptr;
   if (prompt != nullptr)
     remember_command();
+  const Clock::time_point asked = Clock::now();
   const Got got = next_line(line, prompt, first);
+  waited_ += Clock::now() - asked;
   if (got == Got::interrupted)
     error_exit(typed_ ? "" : "Query interrupted\n"); // at the terminal ^C is answer enough
   if (got == Got::end)
@@ -159,6 +163,7 @@ int Session::refill(std::string &line, const char *prompt) {
 void Session::step() {
   int answer = 0;
   const Meter meter;
+  waited_ = {};
   command_.clear();
   const CommandEnd end =
       run_one([&] { return answer = p_console_command(); }, [this] { return run_again(); });
@@ -176,7 +181,7 @@ void Session::step() {
   } else {
     ends_met_ = 0;
     if (gTimes)
-      meter.show(console_);
+      meter.show(console_, waited_);
   }
 }
 

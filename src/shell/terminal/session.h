@@ -2,6 +2,7 @@
 // failed. Colon commands ask it for what concerns the session itself.
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -45,11 +46,12 @@ private:
   int ends_met_ = 0; // ends of the input since the last command
   bool failed_ = false;
   bool interrupted_ = false;
-  int errors_before_ = 0;           // parser errors before the statement being typed
-  std::string colon_;               // a command of the shell that refill came upon
-  std::string entry_;               // the lines of the statement being typed, for the history
-  std::string command_;             // all lines of the command being run
-  std::deque<std::string> pending_; // lines of a command that is tried again
+  int errors_before_ = 0; // parser errors before the statement being typed
+  std::string colon_;     // a command of the shell that refill came upon
+  std::string entry_;     // the lines of the statement being typed, for the history
+  std::string command_;   // all lines of the command being run
+  std::chrono::steady_clock::duration waited_{}; // time the command spent awaiting its lines
+  std::deque<std::string> pending_;              // lines of a command that is tried again
 };
 
 // Set by `:quit`: the session ends before the next command.
