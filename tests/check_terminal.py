@@ -257,6 +257,16 @@ def check_time(program, home, _):
     t.leave()
 
 
+def check_unmatched(program, home, _):
+    t = start(program, home)
+    t.type("(+ #1 #2 ;\n")
+    t.wait("Unmatched round brackets\n")
+    t.wait("Please re-type QUERY:\nQUERY> ")
+    t.type("(+ #1 #2) ;\n")
+    t.wait("#3\nQUERY> ")
+    t.leave()
+
+
 def check_quit(program, home, _):
     t = start(program, home)
     t.type(":quit\n")
@@ -265,7 +275,7 @@ def check_quit(program, home, _):
 
 CHECKS = [check_answers, check_editing, check_completion, check_prompt_key, check_interrupt,
           check_interrupt_printing, check_interrupt_reading, check_question, check_colour,
-          check_time, check_quit]
+          check_time, check_unmatched, check_quit]
 
 
 def main():

@@ -46,4 +46,8 @@ const char *query_fault(const std::string &text);
 // of input. An empty statement counts as done. The text of a query is left in gQuery.
 int p_console_command();
 
+// Set when p_console_command refused a query for its brackets or quotes. Who typed it is asked to
+// type it again; whoever does so puts this back to 0.
+extern int gRetypeQuery;
+
 } // namespace velora

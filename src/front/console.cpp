@@ -11,6 +11,8 @@
 
 namespace velora {
 
+int gRetypeQuery = 0;
+
 namespace {
 
 constexpr const char *kSquare = "Unmatched square brackets\n";
@@ -37,8 +39,10 @@ int p_console_query() {
   Tree term(p_expression(0));
   std::string text = pp_take_record();
   const char *fault = expression_fault();
-  if (fault != nullptr && errors == gParseErrors)
+  if (fault != nullptr && errors == gParseErrors) {
+    gRetypeQuery = 1;
     return refuse(fault);
+  }
   if (!term) {
     if (errors == gParseErrors)
       fail_silently();

@@ -169,6 +169,8 @@ void Session::step() {
       run_one([&] { return answer = p_console_command(); }, [this] { return run_again(); });
   remember_command();
   input_.drop_rest();
+  if (std::exchange(gRetypeQuery, 0) != 0 && typed_)
+    console_.write("Please re-type QUERY:\n");
   if (!colon_.empty()) {
     const std::string line = std::exchange(colon_, "");
     pp_reset();
