@@ -26,7 +26,8 @@ public:
   // Asks for one line of text. `answer` holds the initial text and receives the one typed.
   // Answers false when cancelled.
   virtual bool ask_text(const std::string &prompt, std::string &answer) = 0;
-  // Reads one character from the user, as 0..255; -1 when there are no more.
+  // Reads one character from the user, as 0..255; -1 when there are no more, or when the user
+  // interrupted the waiting, which interrupted() then tells.
   virtual int read_char() = 0;
   // True when the user has asked for an interrupt since the last call; may service the interface.
   virtual bool interrupted() = 0;

@@ -3,6 +3,7 @@
 // every program, so two integers are dealt with before anything else is looked at.
 #include <functional>
 
+#include "core/events.h"
 #include "core/print.h"
 #include "eval/bi_support.h"
 #include "eval/builtins/bi_maths.h"
@@ -191,11 +192,14 @@ int bi_putchar(node **stack, int) {
   return set_bool(stack[1], true);
 }
 
-// At the end of the input nothing can be read and the expression stays as it is.
+// At the end of the input nothing can be read and the expression stays as it is. An interrupt that
+// came while the character was awaited ends the query at once.
 int bi_getchar(node **stack, int) {
   const int c = gConsole->read_char();
-  if (c < 0)
+  if (c < 0) {
+    poll_user_events();
     return 0;
+  }
   return set_char(stack[0], static_cast<char>(static_cast<unsigned char>(c)));
 }
 

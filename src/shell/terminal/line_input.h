@@ -18,7 +18,8 @@ public:
   // Reads one line into `line`, without its line end. At a terminal the line is edited behind
   // `prompt`; elsewhere no prompt is shown. `interrupted` when the user stopped the reading.
   virtual Got read(std::string &line, const std::string &prompt) = 0;
-  // The next character as 0..255, or -1 at the end.
+  // The next character as 0..255, or -1 at the end and when the user stopped the reading, in which
+  // case gInterrupted stays set.
   virtual int read_char() = 0;
   // Forgets the rest of a line that read_char began, where the input is typed.
   virtual void drop_rest() {}

@@ -91,6 +91,8 @@ void TerminalConsole::put_error(std::string_view text, const char *colour) {
 }
 
 void TerminalConsole::warn(std::string_view text, int level) {
+  if (err_open_)
+    put_error("\n", "");
   put_error(text, level == 0 ? "\033[33m" : "\033[31m");
 }
 
