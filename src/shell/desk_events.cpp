@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "db/vel_dbop.h"
 #include "eval/registry.h"
 #include "platform/interrupt.h"
 #include "platform/response.h"
@@ -42,6 +43,13 @@ int close_now(WindowId win) {
   return 1;
 }
 
+int open_named(const std::string &database) {
+  Setup_Global_DDB_name(database);
+  const int opened = OpenDataBaseFile();
+  CreateUserMenus();
+  return opened;
+}
+
 void settle() {
   if (ended)
     return;
@@ -73,7 +81,7 @@ CommandEnd run_entry(const Command &command) {
   return end;
 }
 
-int start_desktop() {
+int start_desktop(const std::string &database) {
   if (NewTextWindow(kControlWindow) == 0)
     return 0;
   gDesktop->focus_window(hControl);
@@ -86,6 +94,8 @@ int start_desktop() {
     return code == 0 ? 1 : 0;
   });
   if (end == CommandEnd::done && code == 0) {
+    if (!database.empty())
+      run_one([&database] { return open_named(database); });
     settle();
     return 1;
   }

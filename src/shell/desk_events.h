@@ -17,8 +17,9 @@ bool command_runs();
 // adjusted and the windows are closed that the user asked to close meanwhile.
 CommandEnd run_entry(const Command &command);
 
-// Opens the console and starts the language; 1, or 0 after the failure has been shown.
-int start_desktop();
+// Opens the console, starts the language and opens `database` if one is named; 1, or 0 after the
+// failure of the language has been shown.
+int start_desktop(const std::string &database = {});
 
 // A menu command or accelerator was chosen while `bar` was shown.
 void menu_chosen(int number, MenuBar bar);

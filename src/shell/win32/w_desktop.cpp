@@ -15,6 +15,8 @@
 
 namespace velora::win32 {
 
+CursorShape shown_cursor = CursorShape::arrow;
+
 namespace {
 
 bool holds_text(WindowKind kind) {
@@ -217,7 +219,9 @@ std::optional<std::string> Win32Desktop::choose_file(bool for_saving, const std:
   return choose_file_name(dialog_owner(), for_saving, title, pattern);
 }
 
+// The shape stays until another is set: windows ask for it at each move of the mouse.
 void Win32Desktop::set_cursor(CursorShape shape) {
+  shown_cursor = shape;
   SetCursor(cursor_for(shape));
 }
 

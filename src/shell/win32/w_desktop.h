@@ -48,6 +48,9 @@ public:
   void quit() override;
 };
 
+// The shape of the cursor over the inside of windows; the arrow leaves it to the window.
+extern CursorShape shown_cursor;
+
 // Services the messages that wait; used by the pump and while nothing else may start.
 void service_messages();
 

@@ -102,6 +102,15 @@ int message_loop() {
   return static_cast<int>(message.wParam);
 }
 
+// The database that the program was started with, as a file dropped on it or named after it.
+std::string named_database() {
+  int count = 0;
+  wchar_t **words = CommandLineToArgvW(GetCommandLineW(), &count);
+  const std::string name = count > 1 ? narrow(words[1]) : std::string();
+  LocalFree(words);
+  return name;
+}
+
 int run(int show) {
   static Win32Desktop desktop;
   gDesktop = &desktop;
@@ -113,7 +122,7 @@ int run(int show) {
   const Libraries libraries;
   gLibDir = libraries.folder();
   gAppDirectory = program_folder();
-  if (start_desktop() == 0)
+  if (start_desktop(named_database()) == 0)
     DestroyWindow(hVel);
   return message_loop();
 }

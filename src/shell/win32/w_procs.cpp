@@ -2,6 +2,7 @@
 // folder's helpers; nothing is decided here.
 #include "shell/desk_events.h"
 #include "shell/vel_wins.h"
+#include "shell/win32/w_desktop.h"
 #include "shell/win32/w_edit.h"
 #include "shell/win32/w_objects.h"
 #include "shell/win32/w_windows.h"
@@ -30,6 +31,14 @@ void take_suggested_place(HWND hwnd, LPARAM lparam) {
                place->bottom - place->top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+// Over the inside of a window the cursor is what the program set; true when it was set.
+bool cursor_set(LPARAM lparam) {
+  if (LOWORD(lparam) != HTCLIENT || shown_cursor == CursorShape::arrow)
+    return false;
+  SetCursor(cursor_for(shown_cursor));
+  return true;
+}
+
 // What all windows but the frame do alike; true when `result` answers the message.
 bool common_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam, LRESULT &result) {
   result = 0;
@@ -37,6 +46,9 @@ bool common_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam, 
   case WM_CLOSE:
     close_asked(window.id);
     return true;
+  case WM_SETCURSOR:
+    result = TRUE;
+    return cursor_set(lparam);
   case WM_SYSCOMMAND:
     if (!opens_frame_menu(wparam, lparam))
       return false;
@@ -184,6 +196,8 @@ LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) 
   case WM_COMMAND:
     menu_chosen(LOWORD(wparam), shown_bar());
     return 0;
+  case WM_SETCURSOR:
+    return cursor_set(lparam) ? TRUE : DefWindowProcW(hwnd, message, wparam, lparam);
   case WM_INITMENU:
     menu_opened();
     return 0;
