@@ -1,7 +1,5 @@
-# Starts the desktop program in a Wine desktop window. Called by `./run desktop`, from the project's
-# folder, with the arguments that follow.
-set -u
-. scripts/install.sh
+# Starts the desktop program in a Wine desktop window. Sourced by `./run desktop`, in the project's
+# folder, behind scripts/install.sh, with the arguments that follow; it does not come back.
 
 if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
   cat >&2 <<'END'
