@@ -77,6 +77,44 @@ void list_commands() {
                   "Sections begin with tdec, cdec, fdec or fdef and end with a lone semicolon.\n");
 }
 
+// The words of the language that are no symbols, as they are written and what they mean.
+struct WordHelp {
+  const char *word;
+  const char *text;
+};
+constexpr WordHelp word_helps[] = {
+    {"tdec", "tdec NAME ::= enum ; NAME ::= typeop #1 ; ;\n"
+             "  declares types: an enumeration, or an operator with so many types behind it\n"},
+    {"cdec", "cdec NAME ::= TYPE -> TYPE ; ;\n"
+             "  declares constructors; one without an arrow is a value of its type\n"},
+    {"fdec", "fdec NAME ::= TYPE -> TYPE ; ;\n"
+             "  declares functions: the types of the arguments, then that of the result\n"},
+    {"fdef", "fdef NAME ?0 #1 ::= BODY ; ;\n"
+             "  gives declared functions their clauses; ?0 stands for any argument\n"},
+    {"lambda", "(lambda ?0 BODY)\n  in an expression: the function of ?0\n"
+               "lambda NAME ;\n  as a command: shows a name with its type and clauses\n"},
+    {"lload", "lload \"FILE\"\n  reads declarations, definitions and queries from a file\n"},
+    {"enum", "tdec NAME ::= enum ; ;\n  an enumeration; cdec declares its values\n"},
+    {"nonlex",
+     "tdec NAME ::= nonlex ; ;\n  an enumeration marked non-lexical; cdec declares its values\n"},
+    {"typeop", "tdec NAME ::= typeop #N ; ;\n  a type with N types behind its name\n"},
+    {"int", "int\n  the type of whole numbers of 32 bits: #42, #-7\n"},
+    {"real", "real\n  the type of real numbers of 32 bits: #r2.5\n"},
+    {"char", "char\n  the type of characters: 'a'\n"},
+    {"str", "str\n  the type of strings: \"abc\"\n"},
+    {"sym", "sym\n  the type of names\n"},
+};
+
+// Explains a word of the language; 0 when `word` is none.
+int help_on_word(const std::string &word) {
+  for (const WordHelp &help : word_helps)
+    if (word == help.word) {
+      DisplayResponse(help.text);
+      return 1;
+    }
+  return 0;
+}
+
 } // namespace
 
 int colon_help(const std::string &argument) {
@@ -90,11 +128,13 @@ int colon_help(const std::string &argument) {
   }
   for (const ColonCommand &row : colon_commands()) {
     if (argument == row.name || argument == std::string(":") + row.name) {
+      if (find_named(argument) != nullptr) // a symbol of the same name
+        colon_type(argument);
       DisplayResponsef("%s\n  %s\n", command_form(row).c_str(), row.help);
       return 1;
     }
   }
-  return colon_type(argument);
+  return help_on_word(argument) != 0 ? 1 : colon_type(argument);
 }
 
 int colon_type(const std::string &argument) {
