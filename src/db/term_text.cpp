@@ -2,6 +2,7 @@
 // once for each element), so printing keeps its own stack.
 #include "db/term_text.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "core/print.h"
@@ -22,13 +23,39 @@ bool leaf_reads_back(const node *n) {
   return true;
 }
 
+// One character that no text literal can hold, as an expression.
+std::string carried_character(char c) {
+  return c == '"' ? "'\"'" : format_text("(decode #%d)", static_cast<unsigned char>(c));
+}
+
+// An expression whose value is a leaf that does not read back: the texts and characters around what
+// no literal can hold, joined.
+std::string carried_leaf(const node *n) {
+  if (n->type == kCharacter)
+    return carried_character(n->val.c);
+  std::string_view rest(n->val.s.str, static_cast<std::size_t>(n->val.s.len));
+  std::string list;
+  int parts = 0;
+  for (; !rest.empty(); ++parts) {
+    const std::size_t good = std::min(rest.find_first_of("\"\n"), rest.size());
+    if (good > 0)
+      list.append("(: \"").append(rest.substr(0, good)).append("\" ");
+    else
+      list.append("(: (implode (: ").append(carried_character(rest[0])).append(" nil)) ");
+    rest.remove_prefix(std::max<std::size_t>(good, 1));
+  }
+  return "(str_concat " + list + "nil" + std::string(static_cast<std::size_t>(parts), ')') + ")";
+}
+
 // A plain tree stands as it is.
 struct PlainTree {
+  static constexpr bool carries_expressions = true;
   const node *operator()(const node *part) const { return part; }
 };
 
 // In a decision tree the clause takes the first alternative of each list that carries its bit.
 struct ClauseHead {
+  static constexpr bool carries_expressions = false; // a pattern is no expression
   std::uint32_t mask;
   const node *operator()(const node *part) const {
     const auto *list = reinterpret_cast<const choice_node *>(part);
@@ -68,7 +95,9 @@ bool print_term(std::string &f, const node *root, Pending::Kind kind, Pick pick,
       open.push_back({Pending::spine, n->val.a.a1, 0});
       continue;
     }
-    if (n != nullptr)
+    if (n != nullptr && Pick::carries_expressions && !leaf_reads_back(n))
+      f += carried_leaf(n);
+    else if (n != nullptr)
       reads_back = fprint_node(f, n) && reads_back;
     if (spine)
       f += sep;

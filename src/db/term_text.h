@@ -11,7 +11,8 @@
 namespace velora {
 
 // Each appends to `f` and answers false when the term holds a leaf that a file cannot carry (a
-// text with a double quote or a line end in it, a character that ends the line).
+// text with a double quote or a line end in it, a character that ends the line). Outside clause
+// heads such a leaf is written as an expression that computes it, so that it is not lost.
 
 // One leaf.
 bool fprint_node(std::string &f, const node *n);

@@ -200,10 +200,10 @@ TEST_F(DbTest, ASecondNameOfAFunctionIsWrittenAsAFunctionThatIsTheFirst) {
   EXPECT_EQ(console().messages, "Warning: kk is a second name and is not saved\n");
 }
 
-TEST_F(DbTest, ATextThatCannotBeReadBackIsTold) {
-  load("fdec\n f ::= str ; ;\nfdef\n f ::= \"abc\" ; ;\n");
-  char *text = find_symbol("f", 0)->b.fc->defs->defs->original->val.s.str;
-  text[1] = '"';
+TEST_F(DbTest, APatternThatCannotBeReadBackIsTold) {
+  load("fdec\n f ::= str -> int ; ;\nfdef\n f \"abc\" ::= #1 ; ;\n");
+  const node &head = find_symbol("f", 0)->b.fc->defs->lhs_tree->n;
+  head.val.a.a2->val.s.str[1] = '"';
   database_text();
   EXPECT_EQ(console().messages,
             "Warning: a clause of f holds a text or character that cannot be read back\n");

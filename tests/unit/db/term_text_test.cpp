@@ -65,16 +65,22 @@ TEST(TermText, ASpineHasNoParenthesesAndABlankBehindEachItem) {
   EXPECT_EQ(p.expr, "(?0 #-7 (S K lambda))");
 }
 
-TEST(TermText, LeavesThatAFileCannotCarryAreTold) {
+TEST(TermText, LeavesThatNoLiteralCarriesAreComputed) {
   node *character = make_leaf(kCharacter);
   character->val.c = '"';
-  EXPECT_TRUE(printed(character).reads_back);
+  EXPECT_EQ(printed(character).args, "'\"' ");
   node *line_end = make_leaf(kCharacter);
   line_end->val.c = '\n';
-  EXPECT_FALSE(printed(line_end).reads_back);
-  EXPECT_TRUE(printed(text_leaf("it's (a; text)")).reads_back);
-  EXPECT_FALSE(printed(make_apply_node(text_leaf("a\"b"), leaf(kInteger))).reads_back);
-  EXPECT_EQ(printed(leaf(70)).args, "<70>? ");
+  const Printed computed = printed(line_end);
+  EXPECT_EQ(computed.args, "(decode #10) ");
+  EXPECT_TRUE(computed.reads_back);
+  EXPECT_EQ(printed(text_leaf("it's (a; text)")).args, "\"it's (a; text)\" ");
+  EXPECT_EQ(printed(make_apply_node(text_leaf("a\"b\n"), leaf(kInteger))).expr,
+            "((str_concat (: \"a\" (: (implode (: '\"' nil)) (: \"b\" "
+            "(: (implode (: (decode #10) nil)) nil))))) #0)");
+  const Printed unknown = printed(leaf(70));
+  EXPECT_EQ(unknown.args, "<70>? ");
+  EXPECT_FALSE(unknown.reads_back);
   sweep_texts(~0u);
 }
 
