@@ -171,9 +171,14 @@ int SaveDataBase(const std::string &defaultmsg) {
   } else {
     ChangeToDDBDir();
   }
+  // Refused before anything is tried, so what has changed is still told as changed.
+  if (may_overwrite_db() == 0) {
+    DisplayResponse("Nothing is saved\n");
+    return 0;
+  }
   const BusyCursor busy;
   DisplayResponse("Saving. . . ");
-  const int saved = finish_save(may_overwrite_db() != 0 && SaveAll(seg_name()) != 0);
+  const int saved = finish_save(SaveAll(seg_name()) != 0);
   free_linkages();
   return saved;
 }

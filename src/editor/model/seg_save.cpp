@@ -75,7 +75,7 @@ bool may_replace(const std::string &fname) {
   if (!now.exists || now == known->second)
     return true;
   const std::string question =
-      format_text("%s was changed by another program since it was read.", fname.c_str());
+      format_text("%s was changed by another program. Overwrite it?", fname.c_str());
   return PromptUser(question, {"Overwrite", "Cancel"}) == 1;
 }
 

@@ -116,6 +116,22 @@ TEST_F(PairTest, WhenThePicturesCannotBeSavedTheTextIsNotTouched) {
   EXPECT_EQ(gSegsChanged, 1);
 }
 
+TEST_F(PairTest, ASaveThatTheUserCancelsChangesNothing) {
+  CreateDataBase("x");
+  load("fdec\n f ::= int ; ;\n");
+  gSymbolTableChanged = 1;
+  gSegsChanged = 0;
+  const std::string pictures = get("x.seg");
+  put("x.ddb", "tdec\n other ::= enum ;\n;\n");
+  console().clear();
+  EXPECT_EQ(SaveDataBase("Untitled1"), 0);
+  EXPECT_TRUE(said().ends_with("Nothing is saved\n")) << said();
+  EXPECT_EQ(gSymbolTableChanged, 1);
+  EXPECT_EQ(gSegsChanged, 0);
+  EXPECT_EQ(get("x.ddb"), "tdec\n other ::= enum ;\n;\n");
+  EXPECT_EQ(get("x.seg"), pictures);
+}
+
 TEST_F(PairTest, WhenTheTextCannotBeSavedThePicturesAre) {
   CreateDataBase("x");
   add_picture("f");
