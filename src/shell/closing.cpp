@@ -1,6 +1,7 @@
 // What happens when the user closes a window or the main frame.
 #include "db/vel_dbop.h"
 #include "platform/response.h"
+#include "shell/annotation.h"
 #include "shell/graphics_windows.h"
 #include "shell/picture_windows.h"
 #include "shell/text_windows.h"
@@ -17,6 +18,8 @@ int CloseWindowProc(WindowId win) {
     return close_orvek_window(win);
   case kGraphicsWindow:
     return close_graphics_window(win);
+  case kAnnotationWindow:
+    return CloseAnnotation();
   case kNarrativeWindow:
     return close_narrative_window();
   case kFunctionWindow:
@@ -30,6 +33,7 @@ int CloseWindowProc(WindowId win) {
 }
 
 int CloseFrameProc() {
+  AddAnnotation();
   if (offer_to_store_texts() == 0 || SaveDBChanges("Untitled1") == 0)
     return 0;
   CompleteDataBasePair();

@@ -39,6 +39,7 @@ int NewFunctionCommand();
 int NewNetworkCommand();
 int NewGraphicsCommand();
 int NewNarrativeCommand();
+int AnnotationCommand();
 int NewOrvekCommand();
 int ClearControlCommand();
 int StackCommand();

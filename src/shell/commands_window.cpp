@@ -1,5 +1,6 @@
 // The commands of the Edit, Windows and Find menus.
 #include "platform/response.h"
+#include "shell/annotation.h"
 #include "shell/commands.h"
 #include "shell/console_window.h"
 #include "shell/graphics_windows.h"
@@ -90,6 +91,10 @@ int NewGraphicsCommand() {
 
 int NewNarrativeCommand() {
   return open_narrative_window();
+}
+
+int AnnotationCommand() {
+  return open_annotation();
 }
 
 int NewOrvekCommand() {

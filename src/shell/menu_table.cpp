@@ -56,7 +56,7 @@ constexpr MenuCommand kRows[] = {
     {505, kAllBars, "Network", "", kNothing, NewNetworkCommand},
     {506, kAllBars, "Graphics", "", kNothing, NewGraphicsCommand},
     {507, kAllBars, "Narrative", "", kNothing, NewNarrativeCommand},
-    {508, kAllBars, "Annotation", "", kPicture, kLater},
+    {508, kAllBars, "Annotation", "", kPicture, AnnotationCommand},
     {509, kAllBars, "Orvek Code", "", kNothing, NewOrvekCommand},
     {511, kAllBars, "Clear Control", "", kNothing, ClearControlCommand},
     {512, kAllBars, "Stack", "", kNothing, StackCommand},

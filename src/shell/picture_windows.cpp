@@ -12,6 +12,7 @@
 #include "editor/model/vel_segs.h"
 #include "editor/model/wininfo.h"
 #include "platform/response.h"
+#include "shell/annotation.h"
 #include "shell/vel_wins.h"
 
 namespace velora {
@@ -218,11 +219,15 @@ void redraw_picture(WinInfo *wi) {
 }
 
 int close_picture_window(WindowId win) {
+  AddAnnotation();
   const WinInfo *wi = picture_of(win);
   if (wi != nullptr && is_unsaved(wi)) {
     const char *name = wi->name.empty() ? "unnamed" : wi->name.c_str();
     const int choice =
-        PromptUser(format_text("Save Changes to: %s?", name), {"Save", "Discard", "Cancel"});
+        PromptUser(format_text(shows_annotation_of(wi) ? "Save (Annotation?) Changes to: %s?"
+                                                       : "Save Changes to: %s?",
+                               name),
+                   {"Save", "Discard", "Cancel"});
     if (choice == 5 || (choice == 1 && store_shown(wi) == 0))
       return 0;
   }

@@ -7,6 +7,7 @@
 
 #include "db/vel_dbop.h"
 #include "platform/response.h"
+#include "shell/annotation.h"
 
 namespace velora {
 
@@ -152,6 +153,7 @@ void window_focused(WindowId win) {
   const int kind = window_kind(win);
   if (kind == 0)
     return;
+  annotation_focus(win);
   previous = win;
   if (kind == kOrvekWindow)
     gOrvWind = win;
