@@ -37,7 +37,6 @@ void show(const WinInfo *wi, WindowId win) {
   shown_segment = first_selected(wi);
   shown_text = *shown_annotation();
   gDesktop->set_text(gAnnWind, shown_text);
-  gDesktop->set_title(gAnnWind, wi->name.empty() ? "Annotation" : "Annotation [" + wi->name + "]");
   shown_text = gDesktop->text_of(gAnnWind);
 }
 
