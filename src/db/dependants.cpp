@@ -10,12 +10,14 @@
 #include "core/events.h"
 #include "core/symbols.h"
 #include "core/trees.h"
+#include "core/walks.h"
 #include "db/removal.h"
 
 namespace velora {
 
 namespace {
 
+// Whether a node itself, not a part of it, is `sym`.
 bool refers_to(const node *leaf, const symbol *sym) {
   switch (family_of(sym)) {
   case Family::function:
@@ -47,7 +49,7 @@ bool function_depends_on(const symbol *sym, const func_block *fc) {
   return false;
 }
 
-// The block that a leaf refers to, or null.
+// The block that a node itself refers to, or null.
 const void *block_of(const node *leaf) {
   switch (leaf->type) {
   case kBuiltin:
@@ -63,45 +65,18 @@ const void *block_of(const node *leaf) {
 
 using Blocks = std::unordered_set<const void *>;
 
-void collect(const node *tree, Blocks &blocks) {
-  std::vector<const node *> open{tree};
-  while (!open.empty()) {
-    const node *n = open.back();
-    open.pop_back();
-    if (n == nullptr)
-      continue;
-    if (is_apply(n)) {
-      open.push_back(n->val.a.a2);
-      open.push_back(n->val.a.a1);
-    } else if (const void *block = block_of(n)) {
-      blocks.insert(block);
-    }
-  }
-}
-
-void collect(const choice_node *tree, Blocks &blocks) {
-  std::vector<const choice_node *> open{tree};
-  while (!open.empty()) {
-    const choice_node *alternative = open.back();
-    open.pop_back();
-    for (; alternative != nullptr; alternative = alternative->next) {
-      if (is_apply(&alternative->n)) {
-        open.push_back(choice_list(alternative->n.val.a.a1));
-        open.push_back(choice_list(alternative->n.val.a.a2));
-      } else if (const void *block = block_of(&alternative->n)) {
-        blocks.insert(block);
-      }
-    }
-  }
-}
-
 Blocks mentions_of(const func_block *fc) {
   Blocks blocks;
+  const auto note = [&blocks](const node *n) {
+    if (const void *block = block_of(n))
+      blocks.insert(block);
+    return false;
+  };
   for (const defs_link *group = fc->defs; group != nullptr; group = group->next) {
-    collect(group->lhs_tree, blocks);
+    any_alternative(group->lhs_tree, note);
     for (const rhs_link *clause = group->defs; clause != nullptr; clause = clause->next) {
-      collect(clause->rhs, blocks);
-      collect(clause->original, blocks);
+      any_node(clause->rhs, note);
+      any_node(clause->original, note);
     }
   }
   return blocks;
@@ -178,38 +153,11 @@ Family family_of(const symbol *sym) {
 }
 
 int rhs_tree_depends_on(const symbol *sym, const node *rhs_tree) {
-  std::vector<const node *> open{rhs_tree};
-  while (!open.empty()) {
-    const node *n = open.back();
-    open.pop_back();
-    if (n == nullptr)
-      continue;
-    if (is_apply(n)) {
-      open.push_back(n->val.a.a2);
-      open.push_back(n->val.a.a1);
-    } else if (refers_to(n, sym)) {
-      return 1;
-    }
-  }
-  return 0;
+  return any_node(rhs_tree, [sym](const node *n) { return refers_to(n, sym); }) ? 1 : 0;
 }
 
 int lhs_tree_depends_on(const symbol *sym, const choice_node *lhs_tree) {
-  std::vector<const choice_node *> open{lhs_tree};
-  while (!open.empty()) {
-    const choice_node *alternative = open.back();
-    open.pop_back();
-    for (; alternative != nullptr; alternative = alternative->next) {
-      const node &n = alternative->n;
-      if (is_apply(&n)) {
-        open.push_back(choice_list(n.val.a.a1));
-        open.push_back(choice_list(n.val.a.a2));
-      } else if (refers_to(&n, sym)) {
-        return 1;
-      }
-    }
-  }
-  return 0;
+  return any_alternative(lhs_tree, [sym](const node *n) { return refers_to(n, sym); }) ? 1 : 0;
 }
 
 int type_appears_in_type_tree(const symbol *tp, const top_node *tp_tree) {

@@ -3,10 +3,10 @@
 #include "eval/bi_support.h"
 
 #include <array>
-#include <vector>
 
 #include "core/events.h"
 #include "core/text.h"
+#include "core/walks.h"
 #include "front/parse.h"
 #include "front/source.h"
 #include "platform/response.h"
@@ -177,24 +177,12 @@ bool is_special_builtin(std::string_view name) {
 } // namespace
 
 int ContainVarParFun(const node *f) {
-  std::vector<const node *> pending{f};
-  while (!pending.empty()) {
+  const bool contains = any_node(f, [](const node *n) {
     CheckForUserEvents(800);
-    const node *n = pending.back();
-    pending.pop_back();
-    if (n == nullptr)
-      continue;
-    if (is_apply(n)) {
-      pending.push_back(n->val.a.a2);
-      pending.push_back(n->val.a.a1);
-    } else if (n->type == kLambda) {
-      return 1;
-    } else if (n->type == kBuiltin && n->val.bi.fc != nullptr &&
-               is_special_builtin(n->val.bi.fc->name)) {
-      return 1;
-    }
-  }
-  return 0;
+    return n->type == kLambda || (n->type == kBuiltin && n->val.bi.fc != nullptr &&
+                                  is_special_builtin(n->val.bi.fc->name));
+  });
+  return contains ? 1 : 0;
 }
 
 node *apply_copies(const node *f, const node *x) {

@@ -11,6 +11,7 @@
 
 #include "core/text.h"
 #include "core/trees.h"
+#include "core/walks.h"
 #include "eval/registry.h"
 
 namespace velora {
@@ -68,18 +69,7 @@ bool may_compile(const node *root) {
 
 std::int64_t tree_size(const node *root) {
   std::int64_t count = 0;
-  std::vector<const node *> open{root};
-  while (!open.empty()) {
-    const node *n = open.back();
-    open.pop_back();
-    if (n == nullptr)
-      continue;
-    ++count;
-    if (is_apply(n)) {
-      open.push_back(n->val.a.a1);
-      open.push_back(n->val.a.a2);
-    }
-  }
+  each_node(root, [&count](const node *) { ++count; });
   return count;
 }
 

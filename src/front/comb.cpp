@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/events.h"
+#include "core/walks.h"
 
 namespace velora {
 
@@ -229,20 +230,9 @@ bool is_holdn(const node *n) {
 }
 
 int constructor_in(const node *root) {
-  std::vector<const node *> open{root};
-  while (!open.empty()) {
-    const node *n = open.back();
-    open.pop_back();
-    if (n == nullptr)
-      continue;
-    if (n->type == kConstructorNode && n->val.cs->arity > 1)
-      return 1;
-    if (is_apply(n)) {
-      open.push_back(n->val.a.a2);
-      open.push_back(n->val.a.a1);
-    }
-  }
-  return 0;
+  const bool found = any_node(
+      root, [](const node *n) { return n->type == kConstructorNode && n->val.cs->arity > 1; });
+  return found ? 1 : 0;
 }
 
 } // namespace velora

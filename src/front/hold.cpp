@@ -2,9 +2,9 @@
 #include "front/hold.h"
 
 #include <utility>
-#include <vector>
 
 #include "core/events.h"
+#include "core/walks.h"
 #include "front/comb.h"
 
 namespace velora {
@@ -17,18 +17,12 @@ using Inside = bool (*)(const node *, const node *);
 // Calls `visit` for the applications of a tree, root first, function parts before arguments, until
 // it answers true.
 template <typename Visit> bool walk(const node *root, Visit visit) {
-  std::vector<const node *> open{root};
-  while (!open.empty()) {
-    const node *n = open.back();
-    open.pop_back();
-    for (; n != nullptr && is_apply(n); n = n->val.a.a1) {
-      CheckForUserEvents(82);
-      if (visit(n))
-        return true;
-      open.push_back(n->val.a.a2);
-    }
-  }
-  return false;
+  return any_node(root, [&visit](const node *n) {
+    if (!is_apply(n))
+      return false;
+    CheckForUserEvents(82);
+    return visit(n);
+  });
 }
 
 const node *choose(const node *body, Test test, Inside inside) {

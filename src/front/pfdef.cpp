@@ -10,6 +10,7 @@
 
 #include "core/needs.h"
 #include "core/symbols.h"
+#include "core/walks.h"
 #include "front/comb.h"
 #include "front/hold.h"
 #include "front/parse.h"
@@ -22,19 +23,6 @@ namespace velora {
 
 namespace {
 
-// Calls `visit` for every leaf of a tree.
-template <typename Visit> void each_leaf(const node *root, Visit visit) {
-  std::vector<const node *> open{root};
-  while (!open.empty()) {
-    const node *n = open.back();
-    open.pop_back();
-    for (; n != nullptr && is_apply(n); n = n->val.a.a1)
-      open.push_back(n->val.a.a2);
-    if (n != nullptr)
-      visit(n);
-  }
-}
-
 // What a clause head amounts to.
 struct Head {
   int arguments = 0;
@@ -46,11 +34,11 @@ Head measure(const node *lhs) {
   Head head;
   for (const node *n = lhs; is_apply(n); n = n->val.a.a1)
     ++head.arguments;
-  each_leaf(lhs, [&head](const node *leaf) {
-    if (leaf->type != kVariable)
+  each_node(lhs, [&head](const node *n) {
+    if (n->type != kVariable)
       return;
-    head.max_var = std::max(head.max_var, leaf->val.v);
-    head.min_var = std::min(head.min_var, leaf->val.v);
+    head.max_var = std::max(head.max_var, n->val.v);
+    head.min_var = std::min(head.min_var, n->val.v);
   });
   return head;
 }
@@ -65,9 +53,9 @@ bool in_bounds(const Head &head) {
 
 std::vector<bool> variables_of(const node *body, int max_var) {
   std::vector<bool> used(static_cast<std::size_t>(max_var + 1));
-  each_leaf(body, [&](const node *leaf) {
-    if (leaf->type == kVariable && leaf->val.v >= 0 && leaf->val.v <= max_var)
-      used[static_cast<std::size_t>(leaf->val.v)] = true;
+  each_node(body, [&](const node *n) {
+    if (n->type == kVariable && n->val.v >= 0 && n->val.v <= max_var)
+      used[static_cast<std::size_t>(n->val.v)] = true;
   });
   return used;
 }

@@ -10,6 +10,7 @@
 
 #include "core/text.h"
 #include "core/trees.h"
+#include "core/walks.h"
 
 namespace velora {
 
@@ -174,16 +175,7 @@ std::uint32_t exact_node_match(std::uint32_t mask, const choice_node *m_t, const
 
 std::uint32_t head_hash(const node *lhs) {
   std::uint64_t hash = 0;
-  std::vector<const node *> open{lhs};
-  while (!open.empty()) {
-    const node *n = open.back();
-    open.pop_back();
-    hash = mix(hash, leaf_value(n));
-    if (is_apply(n)) {
-      open.push_back(n->val.a.a2);
-      open.push_back(n->val.a.a1);
-    }
-  }
+  each_node(lhs, [&hash](const node *n) { hash = mix(hash, leaf_value(n)); });
   return static_cast<std::uint32_t>(hash >> 32);
 }
 

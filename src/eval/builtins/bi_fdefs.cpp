@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "core/symbols.h"
+#include "core/walks.h"
 #include "eval/bi_support.h"
 #include "eval/builtins/bi_maths.h"
 #include "eval/builtins/families.h"
@@ -34,18 +35,7 @@ int answer_fdefs(node **stack, std::uint8_t quote) {
 }
 
 bool has_variable(const node *root) {
-  std::vector<const node *> pending{root};
-  while (!pending.empty()) {
-    const node *n = pending.back();
-    pending.pop_back();
-    if (n->type == kVariable)
-      return true;
-    if (is_apply(n)) {
-      pending.push_back(n->val.a.a2);
-      pending.push_back(n->val.a.a1);
-    }
-  }
-  return false;
+  return any_node(root, [](const node *n) { return n->type == kVariable; });
 }
 
 // Compares the patterns of a head with the values in the cells from `list` on.
