@@ -181,29 +181,55 @@ void pp_record_resume(const char *from) {
   recording.from = static_cast<std::size_t>(from - pp_line_buffer.data());
 }
 
+namespace {
+
+// Puts the value of a global aside; it comes back when this goes out of scope.
+template <typename T> class Aside {
+public:
+  explicit Aside(T &place) : place_(place), value_(std::move(place)) {}
+  ~Aside() { place_ = std::move(value_); }
+  Aside(const Aside &) = delete;
+  Aside &operator=(const Aside &) = delete;
+
+private:
+  T &place_;
+  T value_;
+};
+
+// A file that is read again goes on with its next line.
+struct NextLineOfFile {
+  ~NextLineOfFile() {
+    if (pp_file != nullptr)
+      pp_flush();
+  }
+};
+
+} // namespace
+
 // Everything that a switch of the source puts aside.
 struct SourceState {
-  std::vector<char> line = std::move(pp_line_buffer);
-  char *pos = pp_pos;
-  char last_char = pp_last_char;
-  char *hidden = pp_hidden_quote;
-  std::FILE *file = pp_file;
-  int token = pp_token;
-  char *start = pp_start;
-  int len = pp_len;
-  int at_end = pp_at_end;
-  int open = pp_statement_open;
-  int open_string = pp_open_string;
-  char *str_val = pp_str_val;
-  int str_len = pp_str_len;
-  std::string buffer = std::move(pp_velora_buffer);
-  std::size_t buffer_pos = pp_velora_pos;
-  std::string name = std::move(source_name);
-  long number = line_number;
-  bool noted = nul_noted;
-  int depth = statement_depth;
-  const char *prompt = pending_prompt;
-  Recording record = std::move(recording);
+  NextLineOfFile last; // first here, so done when all the others are back
+  Aside<std::vector<char>> line{pp_line_buffer};
+  Aside<char *> pos{pp_pos};
+  Aside<char> last_char{pp_last_char};
+  Aside<char *> hidden{pp_hidden_quote};
+  Aside<std::FILE *> file{pp_file};
+  Aside<int> token{pp_token};
+  Aside<char *> start{pp_start};
+  Aside<int> len{pp_len};
+  Aside<int> at_end{pp_at_end};
+  Aside<int> open{pp_statement_open};
+  Aside<int> open_string{pp_open_string};
+  Aside<char *> str_val{pp_str_val};
+  Aside<int> str_len{pp_str_len};
+  Aside<std::string> buffer{pp_velora_buffer};
+  Aside<std::size_t> buffer_pos{pp_velora_pos};
+  Aside<std::string> name{source_name};
+  Aside<long> number{line_number};
+  Aside<bool> noted{nul_noted};
+  Aside<int> depth{statement_depth};
+  Aside<const char *> prompt{pending_prompt};
+  Aside<Recording> record{recording};
 };
 
 namespace {
@@ -225,32 +251,6 @@ void start_source() {
   nul_noted = false;
   pending_prompt = nullptr;
   recording = Recording{};
-}
-
-void put_back(SourceState &s) {
-  pp_line_buffer = std::move(s.line);
-  pp_pos = s.pos;
-  pp_last_char = s.last_char;
-  pp_hidden_quote = s.hidden;
-  pp_file = s.file;
-  pp_token = s.token;
-  pp_start = s.start;
-  pp_len = s.len;
-  pp_at_end = s.at_end;
-  pp_statement_open = s.open;
-  pp_open_string = s.open_string;
-  pp_str_val = s.str_val;
-  pp_str_len = s.str_len;
-  pp_velora_buffer = std::move(s.buffer);
-  pp_velora_pos = s.buffer_pos;
-  source_name = std::move(s.name);
-  line_number = s.number;
-  nul_noted = s.noted;
-  statement_depth = s.depth;
-  pending_prompt = s.prompt;
-  recording = std::move(s.record);
-  if (pp_file != nullptr)
-    pp_flush();
 }
 
 } // namespace
@@ -275,7 +275,6 @@ FileSource::FileSource(std::FILE *file, const std::string &name)
 
 FileSource::~FileSource() {
   std::fclose(file_);
-  put_back(*former_);
 }
 
 StatementSource::StatementSource(std::string text) : former_(std::make_unique<SourceState>()) {
@@ -285,8 +284,6 @@ StatementSource::StatementSource(std::string text) : former_(std::make_unique<So
   pp_velora_buffer = std::move(text);
 }
 
-StatementSource::~StatementSource() {
-  put_back(*former_);
-}
+StatementSource::~StatementSource() = default;
 
 } // namespace velora

@@ -3,12 +3,12 @@
 #include "eval/builtins/bi_maths.h"
 
 #include <algorithm>
-#include <string_view>
 #include <vector>
 
 #include "core/events.h"
 #include "core/needs.h"
 #include "core/space.h"
+#include "core/trees.h"
 
 namespace velora {
 
@@ -18,6 +18,11 @@ namespace {
 void reduce_side(node *n) {
   if (is_apply(n) || n->type == kBuiltin || n->type == kFunctionNode)
     evaluate(n);
+}
+
+// Lambdas and combinators have no value that could be compared.
+bool equal_leaf(const node *n1, const node *n2) {
+  return n1->type < kCombI && equal_node(n1, n2) != 0;
 }
 
 // The head of a term's left spine, and the number of its arguments.
@@ -59,32 +64,6 @@ bool equal_function_parts(node *n1, node *n2) {
 
 } // namespace
 
-bool equal_leaves(const node *n1, const node *n2) {
-  switch (n1->type) {
-  case kInteger:
-    return n1->val.i == n2->val.i;
-  case kCharacter:
-    return n1->val.c == n2->val.c;
-  case kReal:
-    return n1->val.r == n2->val.r;
-  case kString:
-    return std::string_view(n1->val.s.str, static_cast<std::size_t>(n1->val.s.len)) ==
-           std::string_view(n2->val.s.str, static_cast<std::size_t>(n2->val.s.len));
-  case kConstructorNode:
-    return n1->val.cs == n2->val.cs;
-  case kFunctionNode:
-    return n1->val.fc == n2->val.fc;
-  case kBuiltin:
-    return n1->val.bi.id == n2->val.bi.id;
-  case kVariable:
-    return n1->val.v == n2->val.v;
-  case kName:
-    return n1->val.sym == n2->val.sym;
-  default:
-    return false;
-  }
-}
-
 // Follows the last arguments by a loop, so that long lists need no nesting; the others nest.
 int bi_equal_node(node *n1, node *n2) {
   check_stack();
@@ -97,7 +76,7 @@ int bi_equal_node(node *n1, node *n2) {
     if (first->type != second->type)
       return 0;
     if (!is_apply(first))
-      return equal_leaves(first, second) ? 1 : 0;
+      return equal_leaf(first, second) ? 1 : 0;
     if (!equal_function_parts(first, second) || !is_apply(first) || !is_apply(second))
       return 0;
     first = first->val.a.a2;

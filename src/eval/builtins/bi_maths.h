@@ -53,8 +53,6 @@ inline bool is_measure(const node *n) {
 
 // Deep equality, evaluating both sides as far as needed. Keeps both sides reachable.
 int bi_equal_node(node *n1, node *n2);
-// Equality of two leaves of one kind, as bi_equal_node sees them.
-bool equal_leaves(const node *n1, const node *n2);
 
 // The state of `rand`.
 extern std::uint32_t gRandState;
