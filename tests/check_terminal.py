@@ -22,6 +22,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 ESCAPES = re.compile(rb"\x1b\[[0-9;?]*[A-Za-z]")
 ENDLESS = ("fdec\nendless ::= int -> int ;\nmore ::= int -> list int ;\n;\nfdef\n"
            "endless ?0 ::= endless ?0 ;\nmore ?0 ::= : ?0 (more ?0) ;\n;\n")
+USED = ("fdec\none ::= int ;\ntwo ::= int ;\n;\n"
+        "fdef\none ::= #1 ;\ntwo ::= one ;\n;\n")
 
 
 class Terminal:
@@ -41,6 +43,12 @@ class Terminal:
     def type(self, text):
         self.mark = len(self.raw)
         os.write(self.master, text.encode())
+
+    def say(self, text, *answers):
+        """Types `text` and waits until each of `answers` shows."""
+        self.type(text)
+        for answer in answers:
+            self.wait(answer)
 
     def seen(self):
         """What the screen got since the last typing, without escape sequences."""
@@ -106,13 +114,9 @@ def start(program, home, *options, **env):
 
 def check_answers(program, home, _):
     t = start(program, home)
-    t.type("+ #1 #2 ;\n")
-    t.wait("#3\nQUERY> ")
-    t.type("+ #1\n#41\n;\n")
-    t.wait("> ")
-    t.wait("#42\nQUERY> ")
-    t.type("\n")
-    t.wait("QUERY> ")
+    t.say("+ #1 #2 ;\n", "#3\nQUERY> ")
+    t.say("+ #1\n#41\n;\n", "> ", "#42\nQUERY> ")
+    t.say("\n", "QUERY> ")
     assert t.leave() == 0, "status"
 
 
@@ -120,47 +124,32 @@ def check_editing(program, home, _):
     t = start(program, home)
     t.type("+ #1 #9 ;\x1b[D\x1b[D\x1b[D\x7f#2\n")  # back over " ;" and 9, replace "#"
     t.wait("QUERY> ")
-    t.type("* #6 #7 ;\n")
-    t.wait("#42\nQUERY> ")
-    t.type("\x1b[A\n")
-    t.wait("#42\nQUERY> ")
+    t.say("* #6 #7 ;\n", "#42\nQUERY> ")
+    t.say("\x1b[A\n", "#42\nQUERY> ")
     t.leave()
     again = start(program, home)
-    again.type("\x1b[A\n")
-    again.wait("#42\nQUERY> ")
+    again.say("\x1b[A\n", "#42\nQUERY> ")
     assert again.leave() == 0, "status"
 
 
 def check_completion(program, home, _):
     t = start(program, home)
-    t.type("replic\t")
-    t.wait("replicate")
-    t.type("#2 #5 ;\n")
-    t.wait("[ #5 #5 ]")
-    t.type(":ti\t")
-    t.wait(":time")
-    t.type("on\n")
-    t.wait("QUERY> ")
-    t.type("+ #1 #1 ;\n")
-    t.wait("reductions")
-    t.wait("QUERY> ")
+    t.say("replic\t", "replicate")
+    t.say("#2 #5 ;\n", "[ #5 #5 ]")
+    t.say(":ti\t", ":time")
+    t.say("on\n", "QUERY> ")
+    t.say("+ #1 #1 ;\n", "reductions", "QUERY> ")
     t.leave()
 
 
 def check_prompt_key(program, home, _):
     t = start(program, home)
-    t.type("no such thing")
-    t.wait("thing")
-    t.type("\x03")
-    t.wait("QUERY> ")
-    t.type("+ #2 #2 ;\n")
-    t.wait("#4\nQUERY> ")
-    t.type("+ #2\n")
-    t.wait("     > ")
-    t.type("\x03")
-    t.wait("QUERY> ")
-    t.type("+ #3 #3 ;\n")
-    t.wait("#6\nQUERY> ")
+    t.say("no such thing", "thing")
+    t.say("\x03", "QUERY> ")
+    t.say("+ #2 #2 ;\n", "#4\nQUERY> ")
+    t.say("+ #2\n", "     > ")
+    t.say("\x03", "QUERY> ")
+    t.say("+ #3 #3 ;\n", "#6\nQUERY> ")
     assert t.leave() == 0, "status"
 
 
@@ -169,27 +158,22 @@ def interrupt_often(t, query, limit, times):
     for _ in range(times):
         t.type(query)
         time.sleep(0.15)
-        t.mark = len(t.raw)
-        os.write(t.master, b"\x03")
-        t.wait("Query interrupted\n")
+        t.say("\x03", "Query interrupted\n")
         slowest = max(slowest, t.wait("QUERY> "))
-        t.type("+ #20 #22 ;\n")
-        t.wait("#42\nQUERY> ")
+        t.say("+ #20 #22 ;\n", "#42\nQUERY> ")
     assert slowest < limit, f"the slowest interrupt took {slowest:.3f} s"
 
 
 def check_interrupt(program, home, limit):
     t = start(program, home)
-    t.type(ENDLESS)
-    t.wait("QUERY> ")
+    t.say(ENDLESS, "QUERY> ")
     interrupt_often(t, "endless #0 ;\n", limit, 20)
     t.leave_unsaved()
 
 
 def check_interrupt_printing(program, home, limit):
     t = start(program, home)
-    t.type(ENDLESS)
-    t.wait("QUERY> ")
+    t.say(ENDLESS, "QUERY> ")
     interrupt_often(t, "more #7 ;\n", limit, 20)
     t.leave_unsaved()
 
@@ -197,39 +181,25 @@ def check_interrupt_printing(program, home, limit):
 def check_interrupt_reading(program, home, _):
     """The key while a query waits for a character, and while a question waits for its answer."""
     t = start(program, home)
-    t.type("getchar ;\n")
-    t.wait("getchar ;\n")
+    t.say("getchar ;\n", "getchar ;\n")
     time.sleep(0.3)
-    t.mark = len(t.raw)
-    os.write(t.master, b"\x03")
-    t.wait("QUERY> ")
-    t.type("fdec\none ::= int ;\ntwo ::= int ;\n;\nfdef\none ::= #1 ;\ntwo ::= one ;\n;\n")
-    t.wait("QUERY> ")
-    t.type("fdec one ::= real ;\n")
-    t.wait("? ")
-    t.mark = len(t.raw)
-    os.write(t.master, b"\x03")
-    t.wait("> ")
-    t.type("\x03")
-    t.wait("QUERY> ")
-    t.type("+ one #1 ;\n")
-    t.wait("#2\nQUERY> ")
+    t.say("\x03", "QUERY> ")
+    t.say(USED, "QUERY> ")
+    t.say("fdec one ::= real ;\n", "? ")
+    t.say("\x03", "> ")
+    t.say("\x03", "QUERY> ")
+    t.say("+ one #1 ;\n", "#2\nQUERY> ")
     t.leave_unsaved()
 
 
 def check_question(program, home, _):
     """A wrong answer is asked for again; a label in any case of letters will do."""
     t = start(program, home)
-    t.type("fdec\none ::= int ;\ntwo ::= int ;\n;\nfdef\none ::= #1 ;\ntwo ::= one ;\n;\n")
-    t.wait("QUERY> ")
-    t.type("fdec one ::= real ;\n")
-    t.wait("3 Cancel\n? ")
-    t.type("7\n")
-    t.wait("Please answer with a number from 1 to 3")
-    t.type("yes\n")
-    t.wait("FDEC> ")
-    t.type(";\n:type one\n")
-    t.wait("one ::= real\n")
+    t.say(USED, "QUERY> ")
+    t.say("fdec one ::= real ;\n", "3 Cancel\n? ")
+    t.say("7\n", "Please answer with a number from 1 to 3")
+    t.say("yes\n", "FDEC> ")
+    t.say(";\n:type one\n", "one ::= real\n")
     t.leave_unsaved()
 
 
@@ -244,14 +214,11 @@ def check_colour(program, home, _):
 
 def check_time(program, home, _):
     t = start(program, home)
-    t.type(":time on\n")
-    t.wait("QUERY> ")
+    t.say(":time on\n", "QUERY> ")
     time.sleep(1.5)
-    t.type("+ #1\n")
-    t.wait("     > ")
+    t.say("+ #1\n", "     > ")
     time.sleep(1.5)
-    t.type("#2 ;\n")
-    t.wait(" seconds)")
+    t.say("#2 ;\n", " seconds)")
     seconds = float(re.search(r"(\S+) seconds", t.seen()).group(1))
     assert seconds < 1, f"{seconds} s: the time spent typing is counted"
     t.leave()
@@ -259,11 +226,8 @@ def check_time(program, home, _):
 
 def check_unmatched(program, home, _):
     t = start(program, home)
-    t.type("(+ #1 #2 ;\n")
-    t.wait("Unmatched round brackets\n")
-    t.wait("Please re-type QUERY:\nQUERY> ")
-    t.type("(+ #1 #2) ;\n")
-    t.wait("#3\nQUERY> ")
+    t.say("(+ #1 #2 ;\n", "Unmatched round brackets\n", "Please re-type QUERY:\nQUERY> ")
+    t.say("(+ #1 #2) ;\n", "#3\nQUERY> ")
     t.leave()
 
 

@@ -12,16 +12,13 @@
 #include <string_view>
 #include <vector>
 
-#include "core/events.h"
-#include "core/space.h"
 #include "core/symbols.h"
 #include "db/f_dbops.h"
 #include "db/vel_dbop.h"
-#include "eval/registry.h"
 #include "front/putils.h"
 #include "front/source.h"
+#include "kit/start.h"
 #include "network/links.h"
-#include "platform/response.h"
 #include "platform/safe_file.h"
 #include "shell/return_point.h"
 
@@ -29,37 +26,7 @@ namespace {
 
 using namespace velora;
 
-// Says yes to an interrupt after a while, so that endless queries end, and notes warnings.
-class QuietConsole : public NullConsole {
-public:
-  int polls = 0;
-  std::string warnings;
-  bool interrupted() override { return ++polls > 20; }
-  void warn(std::string_view text, int) override { warnings += text; }
-};
-
-QuietConsole console;
-
-int start() {
-  namespace fs = std::filesystem;
-  const fs::path folder = fs::temp_directory_path() / "velora-fuzz-ddb";
-  fs::create_directories(folder);
-  fs::current_path(folder);
-  gConsole = &console;
-  gLibDir = VELORA_SOURCE_DIR "/lib";
-  gProgressDots = 0;
-  gSyncFiles = 0;
-  gMaxNodes = 4 * kInitialNodes;
-  set_stack_limit(std::size_t{6} << 20);
-  int code = 1;
-  run_command([&] {
-    code = init_Velora();
-    return 1;
-  });
-  if (code != 0)
-    std::abort();
-  return 1;
-}
+kit::FuzzConsole console;
 
 // True when a name can run together with what stands behind it, as "#" and "'" do: such a name
 // need not read back.
@@ -104,16 +71,14 @@ void complain(const char *what) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-  static const int started = start();
+  static const bool started = (kit::start_fuzzing(console, "velora-fuzz-ddb"), true);
   (void)started;
   for (const auto &entry : std::filesystem::directory_iterator("."))
     std::filesystem::remove_all(entry.path());
   std::ofstream("x.ddb", std::ios::binary)
       .write(reinterpret_cast<const char *>(data), static_cast<std::streamsize>(size));
   const bool whole = read_and_write();
-  const char *what = nullptr;
-  if (check_pool(&what) == 0)
-    complain(what);
+  kit::require_sound_pool();
   if (whole) {
     const std::vector<std::string> lines = sorted_lines("x.ddb");
     if (!read_and_write())
