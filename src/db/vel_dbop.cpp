@@ -102,7 +102,7 @@ int CreateDataBase(const std::string &name) {
     return 0;
   }
   fdb_create_segs(gDDB_basename);
-  load_file(gLibDir.empty() ? "user.fdb" : gLibDir + "/user.fdb", 1);
+  load_file(library_file("user.fdb"), 1);
   if (OpenDB() != 0) {
     if (fdb_commit_db() == 0)
       orvek_error("unable to commit DB\n");

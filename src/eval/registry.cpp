@@ -4,6 +4,7 @@
 #include "eval/registry.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 
 #include "core/space.h"
@@ -91,7 +92,7 @@ int check_types() {
 }
 
 int load_library(const char *name) {
-  return load_file(gLibDir.empty() ? name : gLibDir + "/" + name, 0);
+  return load_file(library_file(name), 0);
 }
 
 // A scratch file is made and removed again, so that its place in the folder is known to be there.
@@ -108,6 +109,11 @@ void try_scratch_file() {
 }
 
 } // namespace
+
+std::string library_file(const std::string &name) {
+  constexpr char kSeparator = static_cast<char>(std::filesystem::path::preferred_separator);
+  return gLibDir.empty() ? name : gLibDir + kSeparator + name;
+}
 
 int check_bis_declared() {
   const int functions = check_functions();

@@ -32,6 +32,8 @@ extern std::vector<std::string> basic_types;
 
 // The folder that holds bis.fdb, sys.fdb and user.fdb.
 extern std::string gLibDir;
+// The path of a file in that folder; the name alone when no folder is known.
+std::string library_file(const std::string &name);
 
 // Loads and checks the libraries and makes the query space. 0 on success, 13 when a library did
 // not load or lacks a name (each one reported), 19 when there is no query space.

@@ -96,6 +96,8 @@ public:
   virtual void select_text(WindowId win, TextRange range) = 0;
   virtual void show_menu_bar(MenuBar bar) = 0;
   virtual void enable_item(int command, bool on) = 0;
+  // Greys all menus or gives them back, the state of their items unchanged.
+  virtual void enable_menus(bool on) = 0;
   // Replaces a user menu: the names shown get the command numbers from `first_command` on.
   virtual void set_user_menu(MenuBar bar, const std::string &header,
                              const std::vector<std::string> &names, int first_command) = 0;
@@ -149,6 +151,7 @@ public:
   void select_text(WindowId, TextRange) override {}
   void show_menu_bar(MenuBar) override {}
   void enable_item(int, bool) override {}
+  void enable_menus(bool) override {}
   void set_user_menu(MenuBar, const std::string &, const std::vector<std::string> &, int) override {
   }
   std::optional<std::string> choose_file(bool, const std::string &, const std::string &) override {

@@ -62,8 +62,7 @@ int AddAnnotation() {
   if (typed == shown_text)
     return 0;
   *text = shown_text = typed;
-  picture_of(shown_window)->clean = 0;
-  picture_of(shown_window)->saved = 0;
+  mark_changed(picture_of(shown_window));
   gSegsChanged = 1;
   return 1;
 }

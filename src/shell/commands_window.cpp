@@ -16,6 +16,8 @@ int edit_previous(EditCommand command) {
   if (TextTypeWindow(previous) == 0)
     return 0;
   gDesktop->edit(previous, command);
+  if (previous == gAnnWind)
+    AddAnnotation();
   return 1;
 }
 
@@ -120,7 +122,10 @@ int SmallerTextCommand() {
 }
 
 int RefreshCommand() {
-  return redraw_picture(shown_picture()), 1;
+  WinInfo *wi = shown_picture();
+  mark_changed(wi);
+  redraw_picture(wi);
+  return 1;
 }
 
 int GetByNameCommand() {

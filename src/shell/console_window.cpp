@@ -112,6 +112,7 @@ void DesktopConsole::show_if_due(Clock::time_point now) {
   if (!busy_shown_ && command_runs() && now - busy_since_ > kBusyAfter) {
     busy_shown_ = true;
     gDesktop->set_cursor(CursorShape::busy);
+    gDesktop->enable_menus(false);
   }
 }
 
@@ -131,8 +132,10 @@ void DesktopConsole::busy(bool on) {
     return;
   }
   text_.flush();
-  if (busy_shown_)
-    gDesktop->set_cursor(CursorShape::arrow);
+  if (!busy_shown_)
+    return;
+  gDesktop->set_cursor(CursorShape::arrow);
+  gDesktop->enable_menus(true);
   busy_shown_ = false;
 }
 

@@ -82,15 +82,8 @@ void load_into(const WinInfo *stored, WinInfo *wi) {
 
 void change_text_size(WinInfo *wi, int size) {
   wi->txtsze = size;
-  wi->saved = 0;
-  wi->clean = 0;
+  mark_changed(wi);
   redraw_picture(wi);
-}
-
-// A picture differs from what is stored when its drawing was changed, or when it was begun in a
-// window and never stored.
-bool is_unsaved(const WinInfo *wi) {
-  return wi->saved == 0 && (wi->clean == 0 || wi->cmpnt < 0);
 }
 
 // Stores what can change in a shown picture: the copy goes back over the stored record.
@@ -204,6 +197,11 @@ void SmallerText(WinInfo *wi) {
   change_text_size(wi, smaller_text_size(wi->txtsze));
 }
 
+void mark_changed(WinInfo *wi) {
+  wi->saved = 0;
+  wi->clean = 0;
+}
+
 void draw_picture_window(WindowId win, Canvas &canvas) {
   WinInfo *wi = picture_of(win);
   if (wi == nullptr)
@@ -221,7 +219,7 @@ void redraw_picture(WinInfo *wi) {
 int close_picture_window(WindowId win) {
   AddAnnotation();
   const WinInfo *wi = picture_of(win);
-  if (wi != nullptr && is_unsaved(wi)) {
+  if (wi != nullptr && wi->saved == 0) {
     const char *name = wi->name.empty() ? "unnamed" : wi->name.c_str();
     const int choice =
         PromptUser(format_text(shows_annotation_of(wi) ? "Save (Annotation?) Changes to: %s?"

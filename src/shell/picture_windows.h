@@ -34,6 +34,8 @@ void SmallerText(WinInfo *wi);
 int bigger_text_size(int size);
 int smaller_text_size(int size);
 
+// Notes that a picture is no longer what is stored.
+void mark_changed(WinInfo *wi);
 // Draws the picture of a window.
 void draw_picture_window(WindowId win, Canvas &canvas);
 // Redraws it, with its title and the extent that its window scrolls over.

@@ -240,6 +240,10 @@ void RecorderDesktop::show_menu_bar(MenuBar menu_bar) {
   bar = menu_bar;
 }
 
+void RecorderDesktop::enable_menus(bool on) {
+  note_call("menus %s", on ? "on" : "off");
+}
+
 void RecorderDesktop::enable_item(int command, bool on) {
   note_call("item %d %s", command, on ? "on" : "off");
   items[command] = on;

@@ -205,6 +205,10 @@ void Win32Desktop::enable_item(int command, bool on) {
   enable_menu_item(command, on);
 }
 
+void Win32Desktop::enable_menus(bool on) {
+  enable_all_menus(on);
+}
+
 void Win32Desktop::set_user_menu(MenuBar bar, const std::string &header,
                                  const std::vector<std::string> &names, int first_command) {
   fill_user_menu(bar, header, names, first_command);

@@ -44,6 +44,12 @@ std::wstring line_text(HWND edit, WPARAM line) {
   return text;
 }
 
+// A key that belongs to a menu when Alt is held: the control itself would look for a menu in its
+// own window only.
+bool opens_menu(WPARAM c) {
+  return c > L' ';
+}
+
 // Enter in older text, with nothing typed, takes that line to the prompt; true when it did.
 bool reuse_old_line(const Window &window, EditRange selected) {
   if (selected.start >= window.mark || !typed_text_of(window).empty())
@@ -192,6 +198,8 @@ LRESULT CALLBACK EditKeysProc(HWND edit, UINT message, WPARAM wparam, LPARAM lpa
     SendMessageW(edit, EM_SETSEL, 0, -1);
     return 0;
   }
+  if (message == WM_SYSCHAR && opens_menu(wparam))
+    return SendMessageW(window->hwnd, WM_SYSCOMMAND, SC_KEYMENU, static_cast<LPARAM>(wparam));
   if (window->kind == kControlWindow && !window->own_change &&
       console_message(*window, message, wparam))
     return 0;

@@ -72,6 +72,14 @@ void enable_menu_item(int command, bool on) {
       EnableMenuItem(bar, static_cast<UINT>(command), flags);
 }
 
+void enable_all_menus(bool on) {
+  const UINT flags = MF_BYPOSITION | (on ? MF_ENABLED : MF_GRAYED);
+  for (const HMENU bar : bars)
+    for (int i = 0; bar != nullptr && i < GetMenuItemCount(bar); ++i)
+      EnableMenuItem(bar, static_cast<UINT>(i), flags);
+  DrawMenuBar(hVel);
+}
+
 void fill_user_menu(MenuBar bar, const std::string &header, const std::vector<std::string> &names,
                     int first_command) {
   HMENU menu = nullptr;

@@ -14,9 +14,10 @@ namespace {
 constexpr WPARAM kSystemCommand = 0xFFF0;
 constexpr int kWheelUnits = 60;
 
-// Alt and a letter opens the frame's menu from any window, since the others have none.
+// Alt, F10, and Alt with a letter open the frame's menu from any window, since the others have
+// none. Alt with the space bar opens a window's own.
 bool opens_frame_menu(WPARAM wparam, LPARAM lparam) {
-  return (wparam & kSystemCommand) == SC_KEYMENU && lparam != L' ' && lparam != 0;
+  return (wparam & kSystemCommand) == SC_KEYMENU && lparam != L' ';
 }
 
 // A window came to the front, or the frame did and hands the focus on.

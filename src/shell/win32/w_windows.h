@@ -74,6 +74,7 @@ void destroy_menus();
 void show_bar(MenuBar bar);
 MenuBar shown_bar();
 void enable_menu_item(int command, bool on);
+void enable_all_menus(bool on);
 void fill_user_menu(MenuBar bar, const std::string &header, const std::vector<std::string> &names,
                     int first_command);
 std::string user_menu_label(MenuBar bar, int command);

@@ -46,6 +46,16 @@ TEST_F(AnnotationTest, IsStoredWhenTheFocusLeaves) {
   EXPECT_EQ(AddAnnotation(), 0) << "nothing has changed since";
 }
 
+TEST_F(AnnotationTest, IsStoredAfterAnEditCommand) {
+  WinInfo *wi = picture();
+  choose(kAnnotationCommand);
+  window_focused(gAnnWind);
+  desktop().edit_now.can_paste = true;
+  shown_annotation() = "pasted";
+  choose(205);
+  EXPECT_EQ(wi->annot, "pasted");
+}
+
 TEST_F(AnnotationTest, BelongsToTheFirstSelectedSegment) {
   WinInfo *wi = picture();
   wi->seg_ments[1]->status |= kSelected;

@@ -69,6 +69,19 @@ TEST_F(ConsoleWindow, InterruptEndsTheQueryAndWhatWasPastedBehindIt) {
   EXPECT_EQ(news(), "+ #1 #2\n#3\nQUERY> ");
 }
 
+TEST_F(ConsoleWindow, MenusAreGreyWhileALongQueryRuns) {
+  type("+ #1 #1\n");
+  EXPECT_FALSE(logged("menus off")) << "a quick query does not flicker";
+  desktop().on_pump = [this] {
+    if (logged("menus off"))
+      interrupt_asked();
+  };
+  type("sum (list_of_int #1 #2000000000 #1)\n");
+  desktop().on_pump = nullptr;
+  EXPECT_TRUE(logged("menus off"));
+  EXPECT_TRUE(logged("menus on"));
+}
+
 TEST_F(ConsoleWindow, LineTypedWhileAQueryRunsRunsAfterIt) {
   int turns = 0;
   desktop().on_pump = [&] {

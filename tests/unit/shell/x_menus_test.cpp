@@ -158,14 +158,22 @@ TEST_F(Menus, ClosingAChangedPictureAsks) {
   EXPECT_EQ(gSegsChanged, 1);
 }
 
-TEST_F(Menus, UnchangedPictureClosesUnasked) {
-  store("f", 0);
+TEST_F(Menus, FreshPictureClosesUnasked) {
   const WindowId win = open_function()->win;
-  desktop().answers = {"f"};
-  choose(902);
   close_asked(win);
   EXPECT_FALSE(logged("ask \"Save Changes"));
   EXPECT_EQ(window_kind(win), 0);
+}
+
+TEST_F(Menus, RefreshedPictureCountsAsChanged) {
+  store("f", 0);
+  WinInfo *wi = open_function();
+  desktop().answers = {"f"};
+  choose(902);
+  EXPECT_EQ(wi->saved, 0);
+  EXPECT_EQ(wi->clean, 1);
+  choose(309);
+  EXPECT_EQ(wi->clean, 0);
 }
 
 TEST_F(Menus, ChangedPictureIsNotOverwrittenUnasked) {
