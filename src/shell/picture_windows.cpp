@@ -158,7 +158,7 @@ int GetNextComponent(WinInfo *wi, const std::string &name, int cmpnt) {
   }
   const WinInfo *stored = next_stored(wanted, name.empty() ? wi->cmpnt : cmpnt);
   if (stored == nullptr) {
-    gDesktop->beep();
+    BeepMsgef(0, "Sorry! There is no picture of %s\n", wanted.c_str());
     return 0;
   }
   load_into(stored, wi);
@@ -261,7 +261,7 @@ int ShowGraphic(const char *name, int type, WinInfo *wi) {
     return 0; // a program without windows
   const WinInfo *stored = find_picture(name);
   if (stored == nullptr) {
-    gDesktop->beep();
+    BeepMsgef(0, "Sorry! There is no picture of %s\n", name);
     return 0;
   }
   if (wi == nullptr)

@@ -267,6 +267,26 @@ Answer do_key(const Arguments &a) {
   return {edit != nullptr && PostMessageW(edit, WM_KEYDOWN, code, 1) != FALSE, ""};
 }
 
+// chord LETTER: Alt and a letter, pressed and released as on the keyboard.
+Answer do_chord(const Arguments &a) {
+  const auto letter = static_cast<BYTE>(a[0].empty() ? 0 : a[0][0]);
+  keybd_event(VK_MENU, 0, 0, 0);
+  keybd_event(letter, 0, 0, 0);
+  keybd_event(letter, 0, KEYEVENTF_KEYUP, 0);
+  keybd_event(VK_MENU, 0, KEYEVENTF_KEYUP, 0);
+  Sleep(300);
+  return {true, ""};
+}
+
+// strike CODE: a key pressed and released as on the keyboard, for whoever has the focus.
+Answer do_strike(const Arguments &a) {
+  const auto code = static_cast<BYTE>(std::stoi(a[0]));
+  keybd_event(code, 0, 0, 0);
+  keybd_event(code, 0, KEYEVENTF_KEYUP, 0);
+  Sleep(100);
+  return {true, ""};
+}
+
 // caret AT: puts the caret of the console there; -1 is the end.
 Answer do_caret(const Arguments &a) {
   const HWND edit = console_edit();
@@ -377,7 +397,7 @@ const std::map<std::string, Row> kCommands = {
     {"type", {do_type, 1}},     {"key", {do_key, 1}},         {"caret", {do_caret, 1}},
     {"paste", {do_paste, 1}},   {"command", {do_command, 1}}, {"shows", {do_shows, 2}},
     {"dialog", {do_dialog, 1}}, {"press", {do_press, 1}},     {"fill", {do_fill, 1}},
-    {"sleep", {do_sleep, 1}},
+    {"sleep", {do_sleep, 1}},   {"chord", {do_chord, 1}},     {"strike", {do_strike, 1}},
 };
 
 Answer obey(const std::string &line) {

@@ -16,11 +16,12 @@ HPEN wipe_out_pen = nullptr;
 namespace {
 
 using PenKey = std::tuple<COLORREF, int, int>;
-using FontKey = std::tuple<int, bool, bool>;
+using FontKey = std::pair<int, bool>; // points, italic
 
 std::map<PenKey, GdiHandle> pens;
 std::map<COLORREF, GdiHandle> brushes;
 std::map<FontKey, GdiHandle> fonts;
+TEXTMETRICW system_font{};
 GdiHandle edit_font;
 std::vector<HCURSOR> cursors;
 
@@ -69,6 +70,15 @@ TEXTMETRICW system_font_metrics() {
   return metrics;
 }
 
+// A picture's font is measured against the system's fixed one, which is its 12-point font.
+HFONT kept_font(int points, bool italic) {
+  GdiHandle &font = fonts[{points, italic}];
+  if (font == nullptr)
+    font.reset(make_font(system_font.tmHeight * points / 12, italic,
+                         system_font.tmWeight != 0 ? FW_BOLD : FW_NORMAL, L"Courier New"));
+  return static_cast<HFONT>(font.get());
+}
+
 } // namespace
 
 void Create_GDI_Objects(HINSTANCE instance) {
@@ -98,15 +108,13 @@ void Destroy_GDI_Objects() {
 
 void FontsInitialize(unsigned dpi) {
   fonts.clear();
-  const TEXTMETRICW system = system_font_metrics();
-  const int h = system.tmHeight;
-  const int weight = system.tmWeight != 0 ? FW_BOLD : FW_NORMAL;
-  constexpr int kSizes[] = {8, 10, 16, 22};
-  for (const int size : kSizes)
-    for (const bool italic : {false, true})
-      fonts[{size, italic, false}].reset(make_font(h * size / 12, italic, weight, L"Courier New"));
-  fonts[{12, true, false}].reset(make_font(h, true, weight, L"Courier New"));
-  const int points = 10;
+  system_font = system_font_metrics();
+  for (const int points : {8, 10, 12, 16, 22}) {
+    kept_font(points, true);
+    if (points != 12)
+      kept_font(points, false);
+  }
+  constexpr int points = 10;
   const int height = -MulDiv(points, static_cast<int>(dpi), 72);
   edit_font.reset(make_font(height, false, FW_NORMAL, L"Consolas"));
 }
@@ -121,12 +129,9 @@ HBRUSH brush_for(const Brush &brush) {
 }
 
 HFONT font_for(const Font &font) {
-  const auto found = fonts.find({font.size, font.italic, false});
-  if (found != fonts.end())
-    return static_cast<HFONT>(found->second.get());
-  if (font.italic)
-    return font_for(Font{12, true, false});
-  return static_cast<HFONT>(GetStockObject(SYSTEM_FIXED_FONT));
+  if (font.size == 12 && !font.italic)
+    return static_cast<HFONT>(GetStockObject(SYSTEM_FIXED_FONT));
+  return kept_font(font.size, font.italic);
 }
 
 HFONT text_font() {

@@ -120,6 +120,16 @@ TEST_F(Menus, UserMenuLoadsThePictureOfItsItem) {
   EXPECT_EQ(wi->name, "g") << "no such item";
 }
 
+TEST_F(Menus, UnknownNameIsToldAndThePictureStays) {
+  store("g", 0);
+  WinInfo *wi = open_function();
+  desktop().answers = {"g", "nosuch"};
+  choose(902);
+  choose(902);
+  EXPECT_EQ(wi->name, "g");
+  EXPECT_NE(shown().find("There is no picture of nosuch\n"), std::string::npos);
+}
+
 TEST_F(Menus, NetworkWindowAsksNoName) {
   choose(505);
   window_activated(windows_of_kind(kNetworkWindow).front());
