@@ -147,17 +147,4 @@ node *own_function_part(node *application) {
   return copy;
 }
 
-// Kept: below the top position the first alternative of each list is taken whatever its mask.
-void LCopy_lhs_struct_rec(node *nuw, const choice_node *old, std::uint32_t mask) {
-  while (old != nullptr && (old->mask & mask) == 0)
-    old = old->next;
-  if (old == nullptr) {
-    nuw->type = kApply;
-    nuw->quote = 0;
-    nuw->val.a = {nullptr, nullptr};
-    return;
-  }
-  LCopy_struct_rec(nuw, &old->n);
-}
-
 } // namespace velora

@@ -167,8 +167,5 @@ node *LCopy(const node *old);
 // The function part of an application in the query space, made its own when it is shared code, so
 // that its arguments may be evaluated in place.
 node *own_function_part(node *application);
-// Copies the clause head chosen by `mask` out of a decision tree: the first alternative at the top
-// whose mask meets it; below the top the first alternative of each list is taken whatever its mask.
-void LCopy_lhs_struct_rec(node *nuw, const choice_node *old, std::uint32_t mask);
 
 } // namespace velora

@@ -175,11 +175,6 @@ bool fprint_args(std::string &f, const node *root, char sep) {
   return print_term(f, root, Pending::spine, PlainTree{}, sep);
 }
 
-bool fprint_lhs_expr(std::string &f, const choice_node *root, std::uint32_t mask, char sep) {
-  return print_term(f, reinterpret_cast<const node *>(root), Pending::argument, ClauseHead{mask},
-                    sep);
-}
-
 bool fprint_lhs_args(std::string &f, const choice_node *root, std::uint32_t mask, char sep) {
   return print_term(f, reinterpret_cast<const node *>(root), Pending::spine, ClauseHead{mask}, sep);
 }

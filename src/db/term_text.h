@@ -21,7 +21,6 @@ bool fprint_expr(std::string &f, const node *root, char sep);
 // A spine without parentheses, each item followed by `sep`.
 bool fprint_args(std::string &f, const node *root, char sep);
 // The same for the head of the clause of bit `mask` in a decision tree.
-bool fprint_lhs_expr(std::string &f, const choice_node *root, std::uint32_t mask, char sep);
 bool fprint_lhs_args(std::string &f, const choice_node *root, std::uint32_t mask, char sep);
 
 // Appends one clause, its printed head and body, folding each at the first `sep` after 45

@@ -309,8 +309,7 @@ private:
   std::vector<node *> many_;
 };
 
-int match_and_rewrite(Pass pass, node *&unsettled, node *forced_once, node **call_stack,
-                      int spine_len) {
+int lhs_match(Pass pass, node *&unsettled, node *forced_once, node **call_stack, int spine_len) {
   func_block *fc = call_stack[0]->val.fc;
   const MatchScope scope; // until the clause found is applied
   Bindings bindings(fc->max_var);
@@ -333,29 +332,21 @@ bool is_even(const choice_node *list) {
 
 } // namespace
 
-int lhs_match(int novars, node **call_stack, int spine_len, int stack_size) {
-  (void)stack_size;
-  node *unsettled = nullptr;
-  return match_and_rewrite(novars != 0 ? Pass::without_variables : Pass::with_variables, unsettled,
-                           nullptr, call_stack, spine_len) >= 0;
-}
-
 int reduce_function(node **call_stack, int spine_len) {
   const func_block *fc = call_stack[0]->val.fc;
   if (fc->defs == nullptr)
     return -1;
   node *unsettled = nullptr;
   if (fc->defs->next == nullptr && is_even(fc->defs->lhs_tree)) {
-    const int place = match_and_rewrite(Pass::single, unsettled, nullptr, call_stack, spine_len);
+    const int place = lhs_match(Pass::single, unsettled, nullptr, call_stack, spine_len);
     if (unsettled == nullptr)
       return place;
   }
   node *ignored = nullptr;
-  const int place =
-      match_and_rewrite(Pass::without_variables, ignored, unsettled, call_stack, spine_len);
+  const int place = lhs_match(Pass::without_variables, ignored, unsettled, call_stack, spine_len);
   if (place >= 0)
     return place;
-  return match_and_rewrite(Pass::with_variables, ignored, nullptr, call_stack, spine_len);
+  return lhs_match(Pass::with_variables, ignored, nullptr, call_stack, spine_len);
 }
 
 } // namespace velora

@@ -15,8 +15,4 @@ namespace velora {
 // applies.
 int reduce_function(node **call_stack, int spine_len);
 
-// One pass over the clauses; with `novars` a pattern variable never matches. 1 when a clause was
-// applied. `stack_size` is `spine_len` + 1.
-int lhs_match(int novars, node **call_stack, int spine_len, int stack_size);
-
 } // namespace velora

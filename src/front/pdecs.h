@@ -20,7 +20,4 @@ int p_f_or_c_dec(int dec_token);
 // (free_type_tree). Null after "Invalid tspec\n".
 top_node *p_tspecs(int *arity);
 
-// One type: an argument position of a specification. Null when it is none, silently.
-top_node *p_tspec();
-
 } // namespace velora

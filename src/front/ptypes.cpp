@@ -33,13 +33,12 @@ public:
   TypeParser &operator=(const TypeParser &) = delete;
 
   top_node *specification(int *arity);
-  top_node *single_type();
 
 private:
   bool read_type(bool *complete);
   bool read_name(bool *complete);
   bool finish_operators();
-  bool run(bool single);
+  bool run();
   void fold_specification(std::size_t first);
   // The place is made first, so that a type is owned from the moment it exists.
   template <class Make> void put_type(Make make) {
@@ -136,8 +135,8 @@ void TypeParser::report_invalid() const {
 }
 
 // Reads until the outermost construct is complete. The types of an open specification stay on the
-// stack; `single` stops after one type.
-bool TypeParser::run(bool single) {
+// stack.
+bool TypeParser::run() {
   const std::size_t outermost = open_.size();
   for (;;) {
     CheckForUserEvents(83);
@@ -145,8 +144,6 @@ bool TypeParser::run(bool single) {
     if (!read_type(&complete))
       return false;
     while (complete && finish_operators()) {
-      if (open_.size() == outermost && single)
-        return true;
       if (pp_token == kTokArrow) {
         pp_get_token();
         break;
@@ -165,7 +162,7 @@ bool TypeParser::run(bool single) {
 
 top_node *TypeParser::specification(int *arity) {
   open_.push_back({nullptr, 0, 0});
-  if (!run(false)) {
+  if (!run()) {
     report_invalid();
     return nullptr;
   }
@@ -178,22 +175,10 @@ top_node *TypeParser::specification(int *arity) {
   return take();
 }
 
-top_node *TypeParser::single_type() {
-  if (!run(true)) {
-    report_invalid();
-    return nullptr;
-  }
-  return take();
-}
-
 } // namespace
 
 top_node *p_tspecs(int *arity) {
   return TypeParser().specification(arity);
-}
-
-top_node *p_tspec() {
-  return TypeParser().single_type();
 }
 
 } // namespace velora

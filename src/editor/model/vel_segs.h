@@ -54,8 +54,6 @@ std::vector<Segm *> input_order(const Segm *node);
 void remove_segment(int segi, WinInfo *wi);
 void remove_node(int segi, WinInfo *wi);
 void remove_arc(int segi, WinInfo *wi);
-// Takes segment number `segid` out of a list of links.
-void remove_relptr_from_node(int segid, std::vector<Segm *> &list);
 // Removes every selected segment from slot 2 on.
 void deleteSelectedItems(WinInfo *wi);
 // Moves the segments down into empty slots, renumbers them and shrinks the array.

@@ -49,7 +49,8 @@ void redraw(const WinInfo *wi) {
     gDesktop->invalidate(wi->win);
 }
 
-void remove_pointer(const Segm *seg, std::vector<Segm *> &list) {
+// By address, not by number: after a collapse a number may be shared.
+void remove_relptr_from_node(const Segm *seg, std::vector<Segm *> &list) {
   std::erase(list, seg);
 }
 
@@ -103,19 +104,14 @@ std::vector<Segm *> input_order(const Segm *node) {
   return arcs;
 }
 
-void remove_relptr_from_node(int segid, std::vector<Segm *> &list) {
-  std::erase_if(list, [segid](const Segm *seg) { return seg->segnum == segid; });
-}
-
 void remove_arc(int segi, WinInfo *wi) {
   Segm *arc = wi->seg_ments[segi];
   if (arc == nullptr)
     return;
-  // By address, not by number: after a collapse a number may be shared.
   for (Segm *start : arc->segb_ptr)
-    remove_pointer(arc, start->segf_ptr);
+    remove_relptr_from_node(arc, start->segf_ptr);
   for (Segm *end : arc->segf_ptr)
-    remove_pointer(arc, end->segb_ptr);
+    remove_relptr_from_node(arc, end->segb_ptr);
   redraw(wi);
   wi->seg_ments.drop(segi);
 }
@@ -126,9 +122,9 @@ void remove_node(int segi, WinInfo *wi) {
     return;
   // Arcs that still hang on the node lose that end.
   for (Segm *arc : node->segf_ptr)
-    remove_pointer(node, arc->segb_ptr);
+    remove_relptr_from_node(node, arc->segb_ptr);
   for (Segm *arc : node->segb_ptr)
-    remove_pointer(node, arc->segf_ptr);
+    remove_relptr_from_node(node, arc->segf_ptr);
   redraw(wi);
   wi->seg_ments.drop(segi);
 }

@@ -275,4 +275,12 @@ TEST_F(DbCopies, StopsAtAFileThatCannotBeReadOrWritten) {
   EXPECT_TRUE(said().ends_with("Can't open x.2.ddb for write\n"));
 }
 
+TEST_F(PairTest, TheOlderBackupSavesThePicturesBesideTheText) {
+  gDDB_basename = "old";
+  add_picture("f");
+  EXPECT_EQ(oldBackupDataBase(), 1);
+  EXPECT_EQ(get("old.seg"), kPicture);
+  EXPECT_EQ(said(), "Picture segments saved in file old.seg\n");
+}
+
 } // namespace
