@@ -1,6 +1,5 @@
 // Making leaves of the query space and copying terms into it. Every copy is attached to its parent
 // before its own parts are made, so a collection in between always sees a well-formed tree.
-#include <cstring>
 #include <utility>
 #include <vector>
 

@@ -1,6 +1,5 @@
 // The diagnostic dump of symbols: kinds, types, decision trees and bodies; and the text of type
 // specifications, which the database writer uses too.
-#include <cstdio>
 
 #include "core/events.h"
 #include "core/print.h"

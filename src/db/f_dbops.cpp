@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <memory>
 
-#include "core/symbols.h"
 #include "db/commit.h"
 #include "db/needs.h"
 #include "db/removal.h"

@@ -6,7 +6,6 @@
 // lines, the numbers of arguments, arrow heads, nodes, labels, marks of the selection.
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "editor/model/records.h"

@@ -7,7 +7,6 @@
 #include "core/symbols.h"
 #include "editor/model/needs.h"
 #include "editor/model/wininfo.h"
-#include "platform/response.h"
 
 namespace velora {
 

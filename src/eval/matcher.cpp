@@ -9,6 +9,7 @@
 
 #include <array>
 #include <bit>
+#include <span>
 #include <vector>
 
 #include "core/events.h"

@@ -2,9 +2,6 @@
 // arguments only as far as the patterns need, and rewriting it with the chosen clause's body.
 #pragma once
 
-#include <cstdint>
-#include <span>
-
 #include "core/records.h"
 
 namespace velora {

@@ -5,7 +5,6 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <memory>
 
 #include "core/space.h"
 #include "core/symbols.h"

@@ -3,8 +3,6 @@
 // i-th argument. Nested evaluations go on below; the entries of a step stay where they are.
 #pragma once
 
-#include <cstddef>
-
 #include "core/records.h"
 
 namespace velora {

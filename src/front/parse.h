@@ -3,9 +3,7 @@
 // globals below until the next call of pp_get_token.
 #pragma once
 
-#include <cstddef>
 #include <cstdio>
-#include <string>
 #include <vector>
 
 namespace velora {

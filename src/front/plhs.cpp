@@ -4,7 +4,6 @@
 
 #include <bit>
 #include <functional>
-#include <memory>
 #include <string_view>
 #include <vector>
 

@@ -8,7 +8,6 @@
 #include "core/trees.h"
 #include "front/parse.h"
 #include "front/pdecs.h"
-#include "front/putils.h"
 #include "platform/response.h"
 
 namespace velora {

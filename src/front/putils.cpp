@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <vector>
 
 #include "core/events.h"
 #include "core/symbols.h"

@@ -4,7 +4,6 @@
 #include "front/source.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 #include "core/events.h"

@@ -7,7 +7,6 @@
 #include <unordered_set>
 
 #include "core/events.h"
-#include "core/needs.h"
 #include "db/f_dbops.h"
 #include "db/needs.h"
 #include "editor/model/wininfo.h"

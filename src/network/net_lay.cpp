@@ -4,7 +4,6 @@
 #include "network/net_lay.h"
 
 #include <memory>
-#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>

@@ -4,8 +4,6 @@
 
 #include <vector>
 
-#include "core/events.h"
-#include "core/text.h"
 #include "eval/builtins/bi_maths.h"
 #include "eval/builtins/families.h"
 

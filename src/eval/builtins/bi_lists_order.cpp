@@ -1,6 +1,5 @@
 // List built-ins that compare the elements of a list: sort, mkset and member.
 #include <algorithm>
-#include <cstring>
 #include <functional>
 #include <unordered_map>
 #include <vector>

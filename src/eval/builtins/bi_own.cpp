@@ -4,7 +4,6 @@
 #include <functional>
 
 #include "core/events.h"
-#include "core/print.h"
 #include "eval/bi_support.h"
 #include "eval/builtins/bi_maths.h"
 #include "eval/builtins/families.h"

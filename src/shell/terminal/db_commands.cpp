@@ -8,7 +8,6 @@
 #include "db/vel_dbop.h"
 #include "db/vel_util.h"
 #include "editor/draw.h"
-#include "editor/model/seg_file.h"
 #include "editor/model/wininfo.h"
 #include "front/parser.h"
 #include "platform/response.h"

@@ -18,7 +18,6 @@
 #include "eval/help.h"
 #include "eval/registry.h"
 #include "front/cint.h"
-#include "front/parser.h"
 #include "platform/response.h"
 #include "shell/graphics_files.h"
 #include "shell/terminal/colon.h"

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <chrono>
-#include <memory>
 #include <string>
 
 #include "shell/return_point.h"

@@ -2,7 +2,6 @@
 #include "unit/db/db_kit.h"
 
 #include <random>
-#include <set>
 #include <sstream>
 
 using namespace velora;

@@ -7,7 +7,6 @@
 
 #include <fstream>
 #include <set>
-#include <sstream>
 
 #include "core/symbols.h"
 #include "eval/bi_support.h"

@@ -1,7 +1,6 @@
 // The stored network picture of a database: made, found again, and updated.
 #include "network/net_store.h"
 
-#include "network/links.h"
 #include "unit/db/db_kit.h"
 
 using namespace velora;
