@@ -71,6 +71,7 @@ public:
   virtual WindowId create_window(WindowKind kind, const std::string &title, const Rect &place) = 0;
   virtual void close_window(WindowId win) = 0;
   virtual void set_title(WindowId win, const std::string &title) = 0;
+  // Moves a window and puts it on top of the others; the focus stays where it is.
   virtual void place_window(WindowId win, const Rect &place) = 0;
   virtual void show_window(WindowId win) = 0;
   virtual void focus_window(WindowId win) = 0;

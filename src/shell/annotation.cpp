@@ -28,7 +28,7 @@ std::string *shown_annotation() {
     return nullptr;
   if (shown_segment == 0)
     return &wi->annot;
-  Segm *seg = wi->seg_ments[shown_segment];
+  Segm *seg = shown_segment < wi->seg_ments.slots() ? wi->seg_ments[shown_segment] : nullptr;
   return seg == nullptr ? nullptr : &seg->annot;
 }
 
@@ -63,7 +63,6 @@ int AddAnnotation() {
     return 0;
   *text = shown_text = typed;
   mark_changed(picture_of(shown_window));
-  gSegsChanged = 1;
   return 1;
 }
 
@@ -79,7 +78,11 @@ void annotation_focus(WindowId win) {
   if (gAnnWind == 0 || win == gAnnWind)
     return;
   AddAnnotation();
-  if (const WinInfo *wi = picture_of(win); wi != nullptr)
+  ShowAnnotation(win);
+}
+
+void ShowAnnotation(WindowId win) {
+  if (const WinInfo *wi = picture_of(win); gAnnWind != 0 && wi != nullptr)
     show(wi, win);
 }
 

@@ -18,6 +18,8 @@ int CloseAnnotation();
 // The focus goes to `win`: leaving the window stores its text, and a picture that gets the focus
 // has its own annotation shown.
 void annotation_focus(WindowId win);
+// Shows the annotation of that window's picture, where the annotation window is open.
+void ShowAnnotation(WindowId win);
 // True for the picture whose annotation is shown.
 bool shows_annotation_of(const WinInfo *wi);
 

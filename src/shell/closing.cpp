@@ -33,8 +33,8 @@ int CloseWindowProc(WindowId win) {
 }
 
 int CloseFrameProc() {
-  AddAnnotation();
-  if (offer_to_store_texts() == 0 || SaveDBChanges("Untitled1") == 0)
+  if (offer_to_save_pictures() == 0 || offer_to_store_texts() == 0 ||
+      SaveDBChanges("Untitled1") == 0)
     return 0;
   CompleteDataBasePair();
   return 1;

@@ -3,7 +3,9 @@
 #include <filesystem>
 
 #include "core/space.h"
+#include "core/symbols.h"
 #include "db/vel_dbop.h"
+#include "editor/model/wininfo.h"
 #include "platform/response.h"
 #include "shell/commands.h"
 #include "shell/console_window.h"
@@ -37,10 +39,12 @@ int OpenCommand() {
 }
 
 int CloseDataBaseCommand() {
-  if (SaveDBChanges(kNewName) == 0)
+  if (offer_to_save_pictures() == 0 || SaveDBChanges(kNewName) == 0)
     return 0;
   close_all_pictures();
   ResetVelora();
+  gSymbolTableChanged = 0; // nothing is left that could be saved
+  gSegsChanged = 0;
   CreateUserMenus();
   return 1;
 }

@@ -14,8 +14,8 @@ namespace velora {
 // The window keeps at least kKeptCharacters; once it holds kMostCharacters the older ones go.
 inline constexpr std::size_t kKeptCharacters = 250'000;
 inline constexpr std::size_t kMostCharacters = 500'000;
-// Longer lines are broken for showing, at a blank where there is one: text controls are slow on long
-// lines. The limit is lower where much text comes at once. The log keeps lines as they are.
+// Longer lines are broken for showing, at a blank where there is one: text controls are slow on
+// long lines. The limit is lower where much text comes at once. The log keeps lines as they are.
 inline constexpr std::size_t kLongestShownLine = 1'000;
 inline constexpr std::size_t kLongestBulkLine = 100;
 inline constexpr std::size_t kBulk = 8'000;

@@ -112,7 +112,7 @@ void menu_chosen(int number, MenuBar bar) {
 
 void menu_opened() {
   if (!running)
-    AdjustMenus();
+    run_step(AdjustMenus);
 }
 
 void close_asked(WindowId win) {
@@ -124,6 +124,8 @@ void close_asked(WindowId win) {
     to_close.push_back(win);
   if (win == 0)
     interrupt_asked();
+  else
+    gDesktop->beep(); // it closes when the query has ended
 }
 
 void interrupt_asked() {
@@ -133,19 +135,26 @@ void interrupt_asked() {
 
 void text_changed(WindowId win) {
   if (win == hControl && !ended)
-    console_changed();
+    run_step(console_changed);
 }
 
 bool recall_key(int step) {
-  return console_recall(step) != 0;
+  int found = 0;
+  run_step([step, &found] { found = console_recall(step); });
+  return found != 0;
 }
 
 bool reuse_line(const std::string &line) {
-  const std::string query = strip_prompt(line);
-  if (running || query.empty())
+  if (running)
     return false;
-  gDesktop->set_typed_text(hControl, query);
-  return true;
+  bool reused = false;
+  run_step([&line, &reused] {
+    const std::string query = strip_prompt(line);
+    reused = !query.empty();
+    if (reused)
+      gDesktop->set_typed_text(hControl, query);
+  });
+  return reused;
 }
 
 void clear_typed() {
@@ -156,16 +165,17 @@ void clear_typed() {
 void window_activated(WindowId win) {
   if (ended)
     return;
-  window_focused(win);
-  if (!running)
-    AdjustMenus();
+  run_step([win] { window_focused(win); });
+  menu_opened();
 }
 
 void paint_window(WindowId win, Canvas &canvas) {
-  if (GraphicTypeWindow(win) != 0)
-    draw_graphics_window(win, canvas);
-  else
-    draw_picture_window(win, canvas);
+  run_step([win, &canvas] {
+    if (GraphicTypeWindow(win) != 0)
+      draw_graphics_window(win, canvas);
+    else
+      draw_picture_window(win, canvas);
+  });
 }
 
 } // namespace velora

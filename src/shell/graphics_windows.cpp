@@ -57,9 +57,7 @@ int open_narrative_window() {
 }
 
 int close_narrative_window() {
-  const WindowId win = gNarWind;
-  leave_window(win);
-  gNarWind = win;
+  leave_window(gNarWind);
   return close_narrative();
 }
 

@@ -19,6 +19,7 @@ namespace velora {
 
 namespace {
 
+constexpr int kCancelled = 5; // the answer of PromptUser
 constexpr int kLeastText = 8;
 constexpr int kMostText = 22;
 // What is left free around a picture that a window scrolls over.
@@ -57,6 +58,14 @@ std::string picture_title(const WinInfo *wi) {
     return wi->name;
   return format_text("%s [%d of %d]", wi->name.c_str(), count_components(wi->name, wi->cmpnt),
                      count_components(wi->name, INT_MAX));
+}
+
+std::vector<WindowId> picture_windows() {
+  std::vector<WindowId> found;
+  for (const ShellWindow &w : gWindows)
+    if (PictureTypeWindow(w.id) != 0)
+      found.push_back(w.id);
+  return found;
 }
 
 void show_extent(const WinInfo *wi) {
@@ -101,6 +110,15 @@ int store_shown(const WinInfo *wi) {
   return 0;
 }
 
+// Asks what to do with a picture; 1 to go on, 0 to stay.
+int offer_to_save(const WinInfo *wi) {
+  const char *format =
+      shows_annotation_of(wi) ? "Save (Annotation?) Changes to: %s?" : "Save Changes to: %s?";
+  const char *name = wi->name.empty() ? "unnamed" : wi->name.c_str();
+  const int choice = PromptUser(format_text(format, name), {"Save", "Discard", "Cancel"});
+  return choice == kCancelled || (choice == 1 && store_shown(wi) == 0) ? 0 : 1;
+}
+
 // The first stored picture of that name, or the first data type that holds a box so labelled.
 WinInfo *find_picture(const std::string &name) {
   if (WinInfo *named = next_stored(name, -1))
@@ -132,6 +150,11 @@ bool picture_has_selection(WindowId win) {
   return false;
 }
 
+bool shows_network(WindowId win) {
+  const WinInfo *wi = picture_of(win);
+  return wi != nullptr && wi->wtype == kNetworkPicture && wi->seg_ments.slots() > 1;
+}
+
 void register_picture_windows() {
   for (const WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
     if (wi->win != 0)
@@ -147,22 +170,24 @@ WinInfo *SetupNewWindow(int wtype) {
 }
 
 int GetNextComponent(WinInfo *wi, const std::string &name, int cmpnt) {
+  AddAnnotation();
   const std::string wanted = name.empty() ? wi->name : name;
   if (wanted.empty())
     return 0;
-  if (wi->clean == 0) {
-    const int choice =
-        PromptUser("Unsaved changes in window", {"Commit first", "Overwrite contents"});
-    if (choice == 5 || (choice == 1 && store_shown(wi) == 0))
-      return 0;
-  }
   const WinInfo *stored = next_stored(wanted, name.empty() ? wi->cmpnt : cmpnt);
   if (stored == nullptr) {
     BeepMsgef(0, "Sorry! There is no picture of %s\n", wanted.c_str());
     return 0;
   }
+  if (wi->clean == 0) {
+    const int choice =
+        PromptUser("Unsaved changes in window", {"Commit first", "Overwrite contents"});
+    if (choice == kCancelled || (choice == 1 && store_shown(wi) == 0))
+      return 0;
+  }
   load_into(stored, wi);
   redraw_picture(wi);
+  ShowAnnotation(wi->win);
   return 1;
 }
 
@@ -219,27 +244,32 @@ void redraw_picture(WinInfo *wi) {
 int close_picture_window(WindowId win) {
   AddAnnotation();
   const WinInfo *wi = picture_of(win);
-  if (wi != nullptr && wi->saved == 0) {
-    const char *name = wi->name.empty() ? "unnamed" : wi->name.c_str();
-    const int choice =
-        PromptUser(format_text(shows_annotation_of(wi) ? "Save (Annotation?) Changes to: %s?"
-                                                       : "Save Changes to: %s?",
-                               name),
-                   {"Save", "Discard", "Cancel"});
-    if (choice == 5 || (choice == 1 && store_shown(wi) == 0))
-      return 0;
-  }
+  if (wi != nullptr && wi->saved == 0 && offer_to_save(wi) == 0)
+    return 0;
   RemoveWinInfo(win);
   DoCloseWindow(win);
   return 1;
 }
 
+int offer_to_save_pictures() {
+  AddAnnotation();
+  for (const WindowId win : picture_windows()) {
+    WinInfo *wi = picture_of(win);
+    if (wi == nullptr || wi->clean != 0)
+      continue;
+    gDesktop->focus_window(win);
+    if (offer_to_save(wi) == 0)
+      return 0;
+    wi->clean = 1; // stored or given up
+  }
+  return 1;
+}
+
 void close_all_pictures() {
-  for (const WindowKind kind : {kFunctionWindow, kDataWindow, kNetworkWindow})
-    for (const WindowId win : windows_of_kind(kind)) {
-      RemoveWinInfo(win);
-      DoCloseWindow(win);
-    }
+  for (const WindowId win : picture_windows()) {
+    RemoveWinInfo(win);
+    DoCloseWindow(win);
+  }
 }
 
 void CreateUserMenus() {

@@ -15,6 +15,9 @@ WinInfo *picture_of(WindowId win);
 // True when something is selected in it.
 bool picture_has_selection(WindowId win);
 
+// True when it is a network with nodes.
+bool shows_network(WindowId win);
+
 // Opens a fresh picture window of a kind; null on failure.
 WinInfo *SetupNewWindow(int wtype);
 // Enters windows that the editor opened by itself into the list of windows.
@@ -42,6 +45,8 @@ void draw_picture_window(WindowId win, Canvas &canvas);
 void redraw_picture(WinInfo *wi);
 // Closes the window, asking first when its picture is not saved; 1 when it closed.
 int close_picture_window(WindowId win);
+// Asks for every picture with unsaved changes; 0 when the user went back.
+int offer_to_save_pictures();
 // Closes every picture window without asking.
 void close_all_pictures();
 

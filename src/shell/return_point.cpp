@@ -120,6 +120,15 @@ void error_exit(const char *msg) {
   throw Abandoned();
 }
 
+int run_step(const std::function<void()> &step) {
+  int done = 0;
+  const Command whole = [&step] {
+    step();
+    return 1;
+  };
+  return attempt(whole, done) ? done : 0;
+}
+
 CommandEnd run_command(const Command &command, const Command &again) {
   const int errors = gParseErrors;
   int answer = 0;

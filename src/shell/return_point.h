@@ -25,4 +25,8 @@ using Command = std::function<int()>;
 //  - anything else: the message is shown, menus are enabled, the query space is emptied.
 CommandEnd run_command(const Command &command, const Command &again = nullptr);
 
+// Runs a step of the window system that is no command, such as painting, also while a command runs.
+// A step that is abandoned, because memory is short, is left undone. 1 when it came to its end.
+int run_step(const std::function<void()> &step);
+
 } // namespace velora

@@ -9,6 +9,7 @@
 
 #include "db/needs.h"
 #include "front/cint.h"
+#include "front/putils.h"
 #include "platform/response.h"
 #include "shell/vel_wins.h"
 
@@ -117,8 +118,13 @@ int StoreOrvekToDB(WindowId win) {
     DisplayResponse("Can't open tmp.ddb for write\n");
     return 0;
   }
+  const int errors = gParseErrors;
   if (fdb_load(scratch.name.c_str()) == 0) {
     DisplayResponse("Unable to load orvek code\n");
+    return 0;
+  }
+  if (gParseErrors != errors) {
+    BeepMsge("Sorry! Not all of the text could be stored; its window keeps it\n", 0);
     return 0;
   }
   stored_texts[win] = text;

@@ -49,10 +49,13 @@ void set_handle(WindowKind kind, WindowId win) {
     hControl = win;
   else if (kind == kOrvekWindow)
     gOrvWind = win;
-  else if (kind == kNarrativeWindow)
-    gNarWind = win;
   else if (kind == kAnnotationWindow)
     gAnnWind = win;
+}
+
+// The frame is one of them, so changes are never given up unasked.
+void count_documents() {
+  gNumDocuments = static_cast<int>(gWindows.size()) + 1;
 }
 
 } // namespace
@@ -125,7 +128,7 @@ void enter_window(WindowId win, WindowKind kind) {
   if (window_kind(win) == 0)
     gWindows.push_back({win, kind});
   set_handle(kind, win);
-  gNumDocuments = static_cast<int>(gWindows.size());
+  count_documents();
 }
 
 void leave_window(WindowId win) {
@@ -133,7 +136,7 @@ void leave_window(WindowId win) {
   if (kind == 0)
     return;
   std::erase_if(gWindows, [win](const ShellWindow &w) { return w.id == win; });
-  gNumDocuments = static_cast<int>(gWindows.size());
+  count_documents();
   const auto left = windows_of_kind(static_cast<WindowKind>(kind));
   set_handle(static_cast<WindowKind>(kind), left.empty() ? 0 : left.back());
   if (previous == win)
@@ -162,19 +165,29 @@ void window_focused(WindowId win) {
     gDesktop->show_menu_bar(look.bar);
 }
 
+// One slanting row of windows, or straight columns when there are many. The window with the focus
+// comes last, in front.
 void StackWindows() {
   const Rect area = gDesktop->work_area();
-  const int steps = static_cast<int>(gWindows.size());
-  const int width = std::max(300, area.width() * 2 / 3);
-  const int height = std::max(200, area.height() * 2 / 3);
-  const int room = std::min(area.width() - width, area.height() - height);
-  const int step = steps > 1 ? std::clamp(room / (steps - 1), 0, kStep) : 0;
+  const int width = std::max(300, area.width() / 2);
+  const int height = std::max(200, area.height() / 2);
+  const int rows = std::max(1, (area.height() - height) / kStep + 1);
+  const int count = static_cast<int>(gWindows.size());
+  const int columns = (count + rows - 1) / rows;
+  const int slant = columns > 1 ? 0 : kStep;
+  const int across = columns > 1 ? (area.width() - width) / (columns - 1) : 0;
   int at = 0;
-  for (const ShellWindow &w : gWindows) {
-    gDesktop->place_window(w.id, placed(area.left + at, area.top + at, width, height));
-    gDesktop->focus_window(w.id);
-    at += step;
-  }
+  const auto place = [&](WindowId win) {
+    const int row = at % rows;
+    const int left = area.left + at / rows * across + row * slant;
+    gDesktop->place_window(win, placed(left, area.top + row * kStep, width, height));
+    ++at;
+  };
+  for (const ShellWindow &w : gWindows)
+    if (w.id != previous)
+      place(w.id);
+  if (window_kind(previous) != 0)
+    place(previous);
 }
 
 } // namespace velora

@@ -26,7 +26,7 @@ struct ShellWindow {
   WindowId id;
   WindowKind kind;
 };
-// Every open window in the order of its making; gNumDocuments is their number.
+// Every open window in the order of its making; gNumDocuments is their number and the frame.
 extern std::vector<ShellWindow> gWindows;
 // Enters a window into the list, or takes it out. The engine opens some windows by itself, so the
 // desktop tells of each; telling twice does no harm.

@@ -24,7 +24,7 @@ unsigned met_needs(const MenuSnapshot &s) {
          (s.database ? kDatabase : 0U) | (s.text_window ? kTextWindow : 0U) |
          (s.edit.can_undo ? kUndoable : 0U) | (s.edit.can_paste ? kPasteable : 0U) |
          (s.edit.selected ? kTextSelected : 0U) | (s.searched ? kSearched : 0U) |
-         (s.committable ? kCommittable : 0U);
+         (s.committable ? kCommittable : 0U) | (s.network_shown ? kNetworkShown : 0U);
 }
 
 } // namespace
@@ -36,7 +36,8 @@ MenuSnapshot take_menu_snapshot() {
   s.database = !gDDB_basename.empty();
   s.text_window = TextTypeWindow(previous) != 0;
   s.searched = has_searched();
-  s.committable = window_kind(previous) == kOrvekWindow;
+  s.committable = !s.picture;
+  s.network_shown = shows_network(previous);
   if (s.text_window)
     s.edit = gDesktop->edit_state(previous);
   return s;

@@ -20,6 +20,7 @@ struct MenuSnapshot {
   bool text_window = false;
   bool searched = false;
   bool committable = false;
+  bool network_shown = false;
   EditState edit;
 };
 // Looks at the windows as they are.

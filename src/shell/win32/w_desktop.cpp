@@ -92,8 +92,8 @@ void Win32Desktop::place_window(WindowId win, const Rect &place) {
   const RECT dots = in_dots(place);
   if (IsIconic(window->hwnd) != FALSE || IsZoomed(window->hwnd) != FALSE)
     ShowWindow(window->hwnd, SW_RESTORE);
-  MoveWindow(window->hwnd, dots.left, dots.top, dots.right - dots.left, dots.bottom - dots.top,
-             TRUE);
+  SetWindowPos(window->hwnd, HWND_TOP, dots.left, dots.top, dots.right - dots.left,
+               dots.bottom - dots.top, SWP_NOACTIVATE);
 }
 
 void Win32Desktop::show_window(WindowId win) {

@@ -42,7 +42,6 @@ TEST_F(AnnotationTest, IsStoredWhenTheFocusLeaves) {
   window_focused(hControl);
   EXPECT_EQ(wi->annot, "new text");
   EXPECT_EQ(wi->clean, 0);
-  EXPECT_EQ(gSegsChanged, 1);
   EXPECT_EQ(AddAnnotation(), 0) << "nothing has changed since";
 }
 
@@ -81,6 +80,26 @@ TEST_F(AnnotationTest, FollowsThePictureThatGetsTheFocus) {
   EXPECT_EQ(shown_annotation(), "first, changed");
   window_focused(second->win);
   EXPECT_EQ(shown_annotation(), "second");
+}
+
+TEST_F(AnnotationTest, FollowsThePictureThatIsLoaded) {
+  for (const char *name : {"f", "g"}) {
+    WinInfo *stored = nullptr;
+    NewWinInfo(0, kFunctionPicture, &stored);
+    stored->name = name;
+    stored->cmpnt = 0;
+    stored->annot = std::string("about ") + name;
+  }
+  WinInfo *wi = picture();
+  ASSERT_EQ(GetNextComponent(wi, "f", -1), 1);
+  choose(kAnnotationCommand);
+  EXPECT_EQ(shown_annotation(), "about f");
+  ASSERT_EQ(GetNextComponent(wi, "g", -1), 1);
+  EXPECT_EQ(shown_annotation(), "about g");
+  EXPECT_EQ(wi->annot, "about g");
+  shown_annotation() = "typed for g";
+  EXPECT_EQ(GetNextComponent(wi, "f", -1), 0) << "what was typed is a change that is asked about";
+  EXPECT_EQ(wi->annot, "typed for g");
 }
 
 TEST_F(AnnotationTest, ClosingThePictureAsksAndLeavesNothingStale) {

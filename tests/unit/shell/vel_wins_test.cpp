@@ -21,6 +21,14 @@ protected:
     desktop().windows[gOrvWind].text = text;
     return gOrvWind;
   }
+  // The windows in the order in which they were last placed.
+  std::vector<WindowId> placed_order() {
+    std::vector<WindowId> order;
+    for (const std::string &line : desktop().log)
+      if (line.rfind("place ", 0) == 0)
+        order.push_back(std::stoi(line.substr(6)));
+    return order;
+  }
   std::string title(WindowId win) { return desktop().windows[win].title; }
 };
 
@@ -38,7 +46,7 @@ TEST_F(Windows, FirstPlacements) {
   EXPECT_EQ(first.width(), 450);
   EXPECT_EQ(first.height(), 360);
   EXPECT_NE(first, second);
-  EXPECT_EQ(gNumDocuments, 4);
+  EXPECT_EQ(gNumDocuments, 5) << "the frame counts";
 }
 
 TEST_F(Windows, TextAndGraphicsWindowsAreNumbered) {
@@ -72,21 +80,30 @@ TEST_F(Windows, MenuBarFollowsTheActiveWindow) {
   EXPECT_EQ(desktop().bar, MenuBar::main);
 }
 
-TEST_F(Windows, StackLeavesEveryTitleInSight) {
-  for (int i = 0; i < 3; ++i)
-    open_orvek("");
-  choose(512);
-  const Rect area = desktop().work_area();
-  std::vector<Rect> places;
-  for (const ShellWindow &w : gWindows)
-    places.push_back(desktop().windows[w.id].place);
-  for (std::size_t i = 0; i < places.size(); ++i) {
-    EXPECT_TRUE(area.contains({places[i].left, places[i].top}));
-    EXPECT_LE(places[i].right, area.right);
-    EXPECT_LE(places[i].bottom, area.bottom);
-    if (i > 0) {
-      EXPECT_GE(places[i].top - places[i - 1].top, 20);
+TEST_F(Windows, StackLeavesTheStartOfEveryTitleInSight) {
+  constexpr int kTitleHeight = 20;
+  constexpr int kTitleStart = 20;
+  for (const int more : {3, 36}) {
+    for (int i = 0; i < more; ++i)
+      open_orvek("");
+    window_activated(hControl);
+    desktop().log.clear();
+    choose(512);
+    EXPECT_EQ(previous, hControl);
+    EXPECT_EQ(desktop().focus, hControl);
+    const Rect area = desktop().work_area();
+    std::vector<Rect> below; // in the order of placing, so later ones lie above
+    for (const WindowId win : placed_order()) {
+      const Rect &place = desktop().windows[win].place;
+      EXPECT_TRUE(area.contains({place.left, place.top}));
+      EXPECT_LE(place.right, area.right);
+      EXPECT_LE(place.bottom, area.bottom);
+      for (const Rect &lower : below)
+        EXPECT_TRUE(place.top >= lower.top + kTitleHeight ||
+                    place.left >= lower.left + kTitleStart);
+      below.push_back(place);
     }
+    EXPECT_EQ(below.size(), gWindows.size());
   }
 }
 
@@ -102,6 +119,25 @@ TEST_F(Windows, CommittedTextIsInTheDatabaseAndItsFileGone) {
   close_asked(gOrvWind);
   EXPECT_TRUE(windows_of_kind(kOrvekWindow).empty()) << "stored text closes unasked";
   gAppDirectory.clear();
+}
+
+TEST_F(Windows, FaultyTextStaysUnstored) {
+  gAppDirectory = ::testing::TempDir();
+  const WindowId win =
+      open_orvek("fdec\n thrice ::= int -> int ;\n;\nfdef\n thrice ?0 ::= nosuch ;\n;\n");
+  window_activated(win);
+  choose(501);
+  EXPECT_EQ(shown().find("Orvek Code Stored\n"), std::string::npos);
+  EXPECT_NE(find_symbol("thrice", 6), nullptr) << "what is right is stored";
+  FreeOrvekWindows(); // as after saving
+  EXPECT_EQ(window_kind(win), kOrvekWindow) << "the user's text is not lost";
+  gAppDirectory.clear();
+}
+
+TEST_F(Windows, CommitWithoutTextOrPictureSaysSo) {
+  window_activated(hControl);
+  choose(501);
+  EXPECT_NE(shown().find("There is nothing to commit\n"), std::string::npos);
 }
 
 TEST_F(Windows, ClosingTextThatIsNotStoredAsks) {
@@ -146,6 +182,13 @@ TEST_F(Windows, QuittingOffersToSaveAndStopsWhenRefused) {
   EXPECT_FALSE(desktop().has_quit);
   gSymbolTableChanged = 1;
   desktop().choices = {2};
+  choose(113);
+  EXPECT_TRUE(logged("ask \"Save Changes to Database:"));
+  EXPECT_FALSE(desktop().has_quit);
+}
+
+TEST_F(Windows, QuittingAsksEvenWhenOnlyTheConsoleIsOpen) {
+  gSymbolTableChanged = 1;
   choose(113);
   EXPECT_TRUE(logged("ask \"Save Changes to Database:"));
   EXPECT_FALSE(desktop().has_quit);

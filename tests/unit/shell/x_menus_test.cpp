@@ -175,6 +175,25 @@ TEST_F(Menus, FreshPictureClosesUnasked) {
   EXPECT_EQ(window_kind(win), 0);
 }
 
+TEST_F(Menus, QuittingAsksForAChangedPictureOnly) {
+  store("f", 0);
+  WinInfo *wi = open_function();
+  desktop().answers = {"f"};
+  choose(902);
+  gSymbolTableChanged = 0;
+  choose(302);
+  close_asked(0); // cancelled
+  EXPECT_TRUE(logged("ask \"Save Changes to: f?\" [Save] [Discard] -> 5"));
+  EXPECT_FALSE(desktop().has_quit);
+  desktop().choices = {1};
+  choose(103);
+  WinInfo *stored = nullptr;
+  EXPECT_FALSE(logged("ask \"Save Changes to: f?\" [Save] [Discard] -> 2"));
+  EXPECT_EQ(picture_of(wi->win), wi) << "the database's question was cancelled";
+  ASSERT_EQ(PictureExists("f", 0, &stored), 1);
+  EXPECT_EQ(stored->txtsze, 16);
+}
+
 TEST_F(Menus, RefreshedPictureCountsAsChanged) {
   store("f", 0);
   WinInfo *wi = open_function();
