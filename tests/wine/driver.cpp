@@ -380,6 +380,12 @@ Answer do_fill(const Arguments &a) {
   return {false, "no edit control"};
 }
 
+// enabled CLASS TITLE: "yes" when the window takes keys and clicks, else "no".
+Answer do_enabled(const Arguments &a) {
+  const HWND window = one_window(a[0], a[1]);
+  return {window != nullptr, IsWindowEnabled(window) != FALSE ? "yes" : "no"};
+}
+
 Answer do_sleep(const Arguments &a) {
   Sleep(static_cast<DWORD>(std::stoi(a[0])));
   return {true, ""};
@@ -391,13 +397,14 @@ struct Row {
 };
 
 const std::map<std::string, Row> kCommands = {
-    {"window", {do_window, 3}}, {"gone", {do_gone, 3}},       {"count", {do_count, 1}},
-    {"titles", {do_titles, 1}}, {"close", {do_close, 2}},     {"activate", {do_activate, 2}},
-    {"place", {do_place, 2}},   {"text", {do_text, 2}},       {"settext", {do_settext, 3}},
-    {"type", {do_type, 1}},     {"key", {do_key, 1}},         {"caret", {do_caret, 1}},
-    {"paste", {do_paste, 1}},   {"command", {do_command, 1}}, {"shows", {do_shows, 2}},
-    {"dialog", {do_dialog, 1}}, {"press", {do_press, 1}},     {"fill", {do_fill, 1}},
-    {"sleep", {do_sleep, 1}},   {"chord", {do_chord, 1}},     {"strike", {do_strike, 1}},
+    {"window", {do_window, 3}},   {"gone", {do_gone, 3}},       {"count", {do_count, 1}},
+    {"titles", {do_titles, 1}},   {"close", {do_close, 2}},     {"activate", {do_activate, 2}},
+    {"place", {do_place, 2}},     {"text", {do_text, 2}},       {"settext", {do_settext, 3}},
+    {"type", {do_type, 1}},       {"key", {do_key, 1}},         {"caret", {do_caret, 1}},
+    {"paste", {do_paste, 1}},     {"command", {do_command, 1}}, {"shows", {do_shows, 2}},
+    {"dialog", {do_dialog, 1}},   {"press", {do_press, 1}},     {"fill", {do_fill, 1}},
+    {"enabled", {do_enabled, 2}}, {"sleep", {do_sleep, 1}},     {"chord", {do_chord, 1}},
+    {"strike", {do_strike, 1}},
 };
 
 Answer obey(const std::string &line) {

@@ -12,5 +12,6 @@
 #define IDC_CHOICE3 313
 #define IDC_CHOICE4 314
 #define IDC_ANSWER 320
+#define IDC_LONG_MESSAGE 321
 
 #endif

@@ -24,12 +24,6 @@ bool holds_text(WindowKind kind) {
          kind == kAnnotationWindow;
 }
 
-// A dialog belongs to the window that is in front, so that the focus goes back there.
-HWND dialog_owner() {
-  const HWND active = GetActiveWindow();
-  return active != nullptr ? active : hVel;
-}
-
 RECT in_dots(const Rect &place) {
   return {to_dots(hVel, place.left), to_dots(hVel, place.top), to_dots(hVel, place.right),
           to_dots(hVel, place.bottom)};
@@ -220,7 +214,7 @@ std::string Win32Desktop::menu_label(MenuBar bar, int command) {
 
 std::optional<std::string> Win32Desktop::choose_file(bool for_saving, const std::string &title,
                                                      const std::string &pattern) {
-  return choose_file_name(dialog_owner(), for_saving, title, pattern);
+  return choose_file_name(for_saving, title, pattern);
 }
 
 // The shape stays until another is set: windows ask for it at each move of the mouse.
@@ -248,15 +242,15 @@ void Win32Desktop::set_extent(WindowId win, int width, int height) {
 }
 
 int Win32Desktop::ask(const std::string &message, const std::vector<std::string> &buttons) {
-  return ask_question(dialog_owner(), message, buttons);
+  return ask_question(message, buttons);
 }
 
 bool Win32Desktop::ask_text(const std::string &prompt, std::string &answer) {
-  return ask_line(dialog_owner(), prompt, answer);
+  return ask_line(prompt, answer);
 }
 
 void Win32Desktop::message_box(const std::string &title, const std::string &text) {
-  MessageBoxW(dialog_owner(), widen(text).c_str(), widen(title).c_str(), MB_OK | MB_ICONERROR);
+  show_message(title, text, MB_ICONERROR);
 }
 
 void Win32Desktop::pump(int milliseconds) {

@@ -1,11 +1,12 @@
-// The dialogs. The boxes come from the resources; a question's box is fitted to its text and
-// buttons.
+// The dialogs. The boxes come from the resources and are fitted to their texts and buttons, on the
+// screen that their owner is on.
 #include "shell/win32/w_dialogs.h"
 
 #include <algorithm>
 #include <string_view>
 
 #include "shell/win32/resource.h"
+#include "shell/win32/w_modal.h"
 #include "shell/win32/w_text.h"
 #include "shell/win32/w_windows.h"
 
@@ -31,7 +32,7 @@ struct Size {
   int height;
 };
 
-// The size of a text in a control's font, wrapped at `width` dots.
+// The size of a text in a control's font, wrapped at `width` dots; wider when one word alone is.
 Size text_size(HWND control, const std::wstring &text, int width) {
   const WindowDC dc(control);
   const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0));
@@ -49,6 +50,16 @@ Size dialog_units(HWND dialog) {
   return {box.right, box.bottom};
 }
 
+// The screen that the dialog's owner is on, without the system's own bars.
+RECT screen_of(HWND dialog) {
+  const HWND owner = GetWindow(dialog, GW_OWNER);
+  MONITORINFO info{};
+  info.cbSize = sizeof info;
+  GetMonitorInfoW(MonitorFromWindow(owner != nullptr ? owner : dialog, MONITOR_DEFAULTTONEAREST),
+                  &info);
+  return info.rcWork;
+}
+
 void resize_inside(HWND dialog, int width, int height) {
   RECT outside{};
   RECT inside{};
@@ -56,25 +67,53 @@ void resize_inside(HWND dialog, int width, int height) {
   GetClientRect(dialog, &inside);
   const int w = width + (outside.right - outside.left) - inside.right;
   const int h = height + (outside.bottom - outside.top) - inside.bottom;
-  RECT screen{};
-  SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
+  const RECT screen = screen_of(dialog);
   SetWindowPos(dialog, nullptr, (screen.left + screen.right - w) / 2,
                (screen.top + screen.bottom - h) / 2, w, h, SWP_NOZORDER);
+}
+
+// A dialog laid out by its text: the text on top, the rest below it from `next` on, all between the
+// margins and at least as wide as the text.
+struct Layout {
+  Size unit;
+  int margin;
+  int width;
+  int next;
+};
+
+// Puts the text on top; one that would fill the screen, or that has a word wider than the dialog,
+// stands in a control that scrolls over it.
+Layout lay_out_message(HWND dialog, const std::wstring &text, int least_width) {
+  const Size unit = dialog_units(dialog);
+  const int margin = unit.height;
+  const RECT screen = screen_of(dialog);
+  const int most_width = std::min<int>(unit.width * 70, (screen.right - screen.left) * 3 / 4);
+  const int most_height = static_cast<int>(screen.bottom - screen.top) * 2 / 5;
+  Size size = text_size(GetDlgItem(dialog, IDC_MESSAGE), text, most_width);
+  const bool fits = size.width <= most_width && size.height <= most_height;
+  if (!fits) {
+    const int lines = size.width / most_width + 2;
+    size = {most_width, std::min(std::max(size.height, lines * margin), most_height)};
+  }
+  size.width = std::max(size.width + unit.width, least_width); // letters may hang over
+  const HWND shown = GetDlgItem(dialog, fits ? IDC_MESSAGE : IDC_LONG_MESSAGE);
+  SendMessageW(shown, EM_SETLIMITTEXT, 0, 0); // heeded by the scrolling one only
+  SetWindowTextW(shown, text.c_str());
+  MoveWindow(shown, margin, margin, size.width, size.height, FALSE);
+  ShowWindow(shown, SW_SHOW);
+  ShowWindow(GetDlgItem(dialog, fits ? IDC_LONG_MESSAGE : IDC_MESSAGE), SW_HIDE);
+  return {unit, margin, size.width, margin + size.height + margin};
 }
 
 // The message on top, the buttons below one another, all as wide as the widest.
 void lay_out_question(HWND dialog, const Question &question) {
   const Size unit = dialog_units(dialog);
-  const int margin = unit.height;
   const HWND message = GetDlgItem(dialog, IDC_MESSAGE);
-  const int most = unit.width * 70;
-  const Size text = text_size(message, question.message, most);
-  int width = std::max(text.width, unit.width * 40);
+  int least = unit.width * 40;
   for (const std::wstring &label : question.buttons)
-    width = std::max(width, text_size(message, label, most).width + 2 * margin);
-  SetDlgItemTextW(dialog, IDC_MESSAGE, question.message.c_str());
-  MoveWindow(message, margin, margin, width, text.height, FALSE);
-  int y = margin + text.height + margin;
+    least = std::max(least, text_size(message, label, unit.width * 60).width + 2 * unit.height);
+  least = std::min(least, unit.width * 70);
+  Layout at = lay_out_message(dialog, question.message, least);
   const int height = unit.height * 14 / 8;
   const auto place = [&](int id, bool used, const wchar_t *label) {
     const HWND button = GetDlgItem(dialog, id);
@@ -83,8 +122,8 @@ void lay_out_question(HWND dialog, const Question &question) {
     if (!used)
       return;
     SetWindowTextW(button, label);
-    MoveWindow(button, margin, y, width, height, FALSE);
-    y += height + unit.height / 2;
+    MoveWindow(button, at.margin, at.next, at.width, height, FALSE);
+    at.next += height + unit.height / 2;
   };
   for (int i = 0; i < kMostButtons; ++i) {
     const auto n = static_cast<std::size_t>(i);
@@ -92,13 +131,33 @@ void lay_out_question(HWND dialog, const Question &question) {
     place(IDC_CHOICE1 + i, used, used ? question.buttons[n].c_str() : L"");
   }
   place(IDCANCEL, true, L"Cancel");
-  resize_inside(dialog, width + 2 * margin, y + unit.height / 2);
+  resize_inside(dialog, at.width + 2 * at.margin, at.next + unit.height / 2);
+}
+
+// The prompt on top, the line below it, the buttons at the right end.
+void lay_out_line(HWND dialog, const Line &line) {
+  const Size unit = dialog_units(dialog);
+  const Layout at = lay_out_message(dialog, line.prompt, unit.width * 50);
+  const int height = unit.height * 14 / 8;
+  const int gap = unit.height / 2;
+  const int button = unit.width * 50 / 4;
+  const int buttons = at.next + height + unit.height;
+  const int right = at.margin + at.width;
+  MoveWindow(GetDlgItem(dialog, IDC_ANSWER), at.margin, at.next, at.width, height, FALSE);
+  MoveWindow(GetDlgItem(dialog, IDOK), right - 2 * button - gap, buttons, button, height, FALSE);
+  MoveWindow(GetDlgItem(dialog, IDCANCEL), right - button, buttons, button, height, FALSE);
+  resize_inside(dialog, at.width + 2 * at.margin, buttons + height + at.margin);
 }
 
 INT_PTR CALLBACK question_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == WM_INITDIALOG) {
-    lay_out_question(dialog, *reinterpret_cast<const Question *>(lparam));
-    return TRUE;
+    const auto &question = *reinterpret_cast<const Question *>(lparam);
+    lay_out_question(dialog, question);
+    if (!question.buttons.empty())
+      return TRUE;
+    SendMessageW(dialog, DM_SETDEFID, IDCANCEL, 0);
+    SetFocus(GetDlgItem(dialog, IDCANCEL));
+    return FALSE;
   }
   if (message != WM_COMMAND || HIWORD(wparam) != BN_CLICKED)
     return FALSE;
@@ -121,7 +180,7 @@ INT_PTR CALLBACK line_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM lpar
   if (message == WM_INITDIALOG) {
     const auto *line = reinterpret_cast<const Line *>(lparam);
     SetWindowLongPtrW(dialog, DWLP_USER, lparam);
-    SetDlgItemTextW(dialog, IDC_MESSAGE, line->prompt.c_str());
+    lay_out_line(dialog, *line);
     SetDlgItemTextW(dialog, IDC_ANSWER, line->answer.c_str());
     SendDlgItemMessageW(dialog, IDC_ANSWER, EM_SETSEL, 0, -1);
     SetFocus(GetDlgItem(dialog, IDC_ANSWER));
@@ -145,61 +204,37 @@ INT_PTR CALLBACK about_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
   return message == WM_INITDIALOG || message == WM_COMMAND ? TRUE : FALSE;
 }
 
-// "Title\0*.ddb\0All files\0*.*\0\0"
-std::wstring file_filter(const std::string &pattern) {
-  std::wstring filter = widen(pattern);
-  filter += L'\0';
-  filter += widen(pattern);
-  filter += L'\0';
-  filter += L"All files";
-  filter += L'\0';
-  filter += L"*.*";
-  filter += L'\0';
-  return filter;
-}
-
 } // namespace
 
-int ask_question(HWND owner, const std::string &message, const std::vector<std::string> &buttons) {
+int ask_question(const std::string &message, const std::vector<std::string> &buttons) {
   Question question{to_edit(message), {}};
   for (const std::string &label : buttons)
     if (question.buttons.size() < kMostButtons)
       question.buttons.push_back(widen(label));
-  const INT_PTR answer = DialogBoxParamW(hInst, MAKEINTRESOURCEW(IDD_QUESTION), owner,
+  const ModalScope modal;
+  const INT_PTR answer = DialogBoxParamW(hInst, MAKEINTRESOURCEW(IDD_QUESTION), modal.owner(),
                                          question_proc, reinterpret_cast<LPARAM>(&question));
   return answer >= 1 && answer <= kMostButtons ? static_cast<int>(answer) : kCancelled;
 }
 
-bool ask_line(HWND owner, const std::string &prompt, std::string &answer) {
-  Line line{widen(prompt), widen(answer)};
-  if (DialogBoxParamW(hInst, MAKEINTRESOURCEW(IDD_TEXT), owner, line_proc,
+bool ask_line(const std::string &prompt, std::string &answer) {
+  Line line{to_edit(prompt), widen(answer)};
+  const ModalScope modal;
+  if (DialogBoxParamW(hInst, MAKEINTRESOURCEW(IDD_TEXT), modal.owner(), line_proc,
                       reinterpret_cast<LPARAM>(&line)) != 1)
     return false;
   answer = narrow(line.answer);
   return true;
 }
 
-std::optional<std::string> choose_file_name(HWND owner, bool for_saving, const std::string &title,
-                                            const std::string &pattern) {
-  wchar_t name[4096] = L"";
-  const std::wstring caption = widen(title);
-  const std::wstring filter = file_filter(pattern);
-  OPENFILENAMEW ask{};
-  ask.lStructSize = sizeof ask;
-  ask.hwndOwner = owner;
-  ask.hInstance = hInst;
-  ask.lpstrFilter = filter.c_str();
-  ask.lpstrFile = name;
-  ask.nMaxFile = static_cast<DWORD>(sizeof name / sizeof *name);
-  ask.lpstrTitle = caption.c_str();
-  ask.Flags = OFN_NOCHANGEDIR | OFN_HIDEREADONLY | OFN_EXPLORER |
-              (for_saving ? OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST : OFN_FILEMUSTEXIST);
-  const BOOL chosen = for_saving ? GetSaveFileNameW(&ask) : GetOpenFileNameW(&ask);
-  return chosen != FALSE ? std::optional(narrow(name)) : std::nullopt;
+void show_message(const std::string &title, const std::string &text, UINT icon) {
+  const ModalScope modal;
+  MessageBoxW(modal.owner(), widen(text).c_str(), widen(title).c_str(), MB_OK | icon);
 }
 
-void show_about(HWND owner) {
-  DialogBoxParamW(hInst, L"VeloraDlg", owner, about_proc, 0);
+void show_about() {
+  const ModalScope modal;
+  DialogBoxParamW(hInst, L"VeloraDlg", modal.owner(), about_proc, 0);
 }
 
 } // namespace velora::win32

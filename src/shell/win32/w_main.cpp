@@ -87,7 +87,7 @@ bool Initialize(int show) {
   if (!make_frame(show))
     return false;
   FontsInitialize(dpi_of(hVel));
-  show_about(hVel);
+  show_about();
   return true;
 }
 

@@ -3,7 +3,9 @@
 #include "shell/desk_events.h"
 #include "shell/vel_wins.h"
 #include "shell/win32/w_desktop.h"
+#include "shell/win32/w_dialogs.h"
 #include "shell/win32/w_edit.h"
+#include "shell/win32/w_modal.h"
 #include "shell/win32/w_objects.h"
 #include "shell/win32/w_windows.h"
 
@@ -45,7 +47,8 @@ bool common_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam, 
   result = 0;
   switch (message) {
   case WM_CLOSE:
-    close_asked(window.id);
+    if (!dialog_comes_first())
+      close_asked(window.id);
     return true;
   case WM_SETCURSOR:
     result = TRUE;
@@ -115,7 +118,7 @@ LRESULT drawn_window(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
 
 void edit_notified(Window &window, WORD code) {
   if (code == EN_ERRSPACE || code == EN_MAXTEXT) {
-    MessageBoxW(window.hwnd, L"Edit control out of space.", L"Velora", MB_OK | MB_ICONWARNING);
+    show_message("Velora", "Edit control out of space.", MB_ICONWARNING);
     return;
   }
   if (code != EN_CHANGE || window.own_change || window.change_told)
@@ -195,7 +198,8 @@ LRESULT CALLBACK TextWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lpar
 LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
   case WM_COMMAND:
-    menu_chosen(LOWORD(wparam), shown_bar());
+    if (!dialog_comes_first())
+      menu_chosen(LOWORD(wparam), shown_bar());
     return 0;
   case WM_SETCURSOR:
     return cursor_set(lparam) ? TRUE : DefWindowProcW(hwnd, message, wparam, lparam);
@@ -220,7 +224,8 @@ LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) 
     frame_resolution_changed(wparam, lparam);
     return 0;
   case WM_CLOSE:
-    close_asked(0);
+    if (!dialog_comes_first())
+      close_asked(0);
     return 0;
   case WM_DESTROY:
     destroy_menus();
