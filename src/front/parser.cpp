@@ -125,7 +125,14 @@ int run_query(Tree term) {
 
 int p_query() {
   Tree term = p_query_term();
-  return term ? run_query(std::move(term)) : 0;
+  if (!term)
+    return 0;
+  if (pp_file == nullptr)
+    return run_query(std::move(term));
+  end_answer_line();
+  const int result = run_query(std::move(term));
+  end_answer_line();
+  return result;
 }
 
 } // namespace velora

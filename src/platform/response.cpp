@@ -13,6 +13,7 @@ namespace {
 
 NullConsole null_console;
 NullDesktop null_desktop;
+bool line_is_open = false; // what was written last to the console does not end a line
 
 std::string vformat(const char *format, std::va_list args) {
   std::va_list again;
@@ -37,6 +38,7 @@ Console *gConsole = &null_console;
 Desktop *gDesktop = &null_desktop;
 int gNarPrint = 0;
 int gProgressDots = 1;
+int gAnswerLines = 0;
 int gNotes = 1;
 
 #define VELORA_FORMAT(text, format)                                                                \
@@ -52,6 +54,13 @@ std::string format_text(const char *format, ...) {
 
 void DisplayResponse(std::string_view text) {
   gConsole->write(text);
+  if (!text.empty())
+    line_is_open = text.back() != '\n';
+}
+
+void end_answer_line() {
+  if (gAnswerLines != 0 && line_is_open)
+    DisplayResponse("\n");
 }
 
 void DisplayResponsef(const char *format, ...) {
@@ -63,7 +72,7 @@ void orvek_print(std::string_view text) {
   if (gNarPrint != 0)
     gConsole->narrative(text);
   else
-    gConsole->write(text);
+    DisplayResponse(text);
 }
 
 void orvek_printf(const char *format, ...) {

@@ -21,12 +21,17 @@ namespace velora {
 extern int gNarPrint;
 // Non-zero prints " ." for each command of a file that loads (off in batch runs).
 extern int gProgressDots;
+// Non-zero gives the answers of a file that loads lines of their own, for scripts (on in batch runs,
+// where no dots stand between them).
+extern int gAnswerLines;
 // Non-zero allows the extra lines of help beside messages.
 extern int gNotes;
 
 // Appends `text` to the console, whatever the narrative flag says.
 void DisplayResponse(std::string_view text);
 void DisplayResponsef(const char *format, ...) VELORA_PRINTF(1, 2);
+// Ends the line that the console stands in, if gAnswerLines is set and something stands there.
+void end_answer_line();
 // Appends `text` to the console, or to the narrative window when gNarPrint is set.
 void orvek_print(std::string_view text);
 void orvek_printf(const char *format, ...) VELORA_PRINTF(1, 2);

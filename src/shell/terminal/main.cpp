@@ -80,6 +80,7 @@ std::vector<std::string> closed_queries(const Options &options) {
 void apply(const Options &options, const Manner &manner) {
   gNotes = options.notes ? 1 : 0;
   gProgressDots = manner.quiet ? 0 : 1;
+  gAnswerLines = manner.quiet ? 1 : 0;
   gConsolePrompt = 0;
   gLibDir = options.lib_dir.empty() ? find_lib_dir() : options.lib_dir;
   if (options.space != 0)
