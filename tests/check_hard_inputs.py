@@ -50,6 +50,7 @@ def inputs(n):
         "a directory": (b'lload "folder"\n:load .\n', b"Can't read from file folder"),
         "a file that loads itself": (b'lload "self.ddb"\n', b"too deeply"),
         "a file without an end": (b'lload "open.ddb"\n', b"Loaded."),
+        "a file without line ends": (b'lload "/dev/zero"\n', b"A line of /dev/zero is too long"),
         "numbers past all bounds": (b"#99999999999999999999 ;\n#r1e999 ;\n?99999999999 ;\n", b""),
     }
 
@@ -74,6 +75,21 @@ def check_script_interrupt(program, folder):
             out, _ = process.communicate(timeout=20)
         assert process.returncode == 130, f"status {process.returncode}"
         assert out == b"Query interrupted\n", f"output {out!r}"
+
+
+def check_endless_input(program, folder):
+    """Input without line ends can be interrupted, and is given up when nobody does."""
+    with open("/dev/zero", "rb") as zero:
+        with subprocess.Popen([program, "--batch"], stdin=zero, cwd=folder,
+                              stdout=subprocess.PIPE, stderr=subprocess.PIPE) as process:
+            time.sleep(0.1)
+            process.send_signal(signal.SIGINT)
+            process.communicate(timeout=20)
+        assert process.returncode == 130, f"status {process.returncode}"
+        done = subprocess.run([program, "--batch"], stdin=zero, capture_output=True, cwd=folder,
+                              timeout=60, check=False)
+    assert done.returncode == 1, f"status {done.returncode}"
+    assert b"A line of the input is too long" in done.stderr, done.stderr[-300:]
 
 
 def check_load_interrupt(program, folder):
@@ -116,6 +132,7 @@ def main():
     checks = [(name, lambda p, f, t=text, w=wanted: check_input(p, f, t, w))
               for name, (text, wanted) in inputs(1000000 // options.scale).items()]
     checks += [("interrupt of a script", check_script_interrupt),
+               ("input without line ends", check_endless_input),
                ("interrupt of a load", check_load_interrupt),
                ("interrupt of collections", check_collection_interrupt)]
     checks = [c for c in checks if options.only in c[0]]

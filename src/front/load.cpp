@@ -62,13 +62,13 @@ int p_load_file() {
   if (pp_token != kTokString && pp_token != kTokName)
     return report_error("", "string or symbol file name");
   const std::string fname(pp_str_val, static_cast<std::size_t>(pp_str_len));
-  // A file that cannot be read is reported, but the command has been read to its end.
+  // The command has been read to its end, also when the file cannot be read or the load is
+  // abandoned.
+  pp_statement_open = 0;
   load_file(fname, 0);
-  if (reading_console()) {
-    if (pp_semicolon_follows() != 0)
-      pp_get_token();
-    pp_statement_open = 0;
-  }
+  if (reading_console() && pp_semicolon_follows() != 0)
+    pp_get_token();
+  pp_statement_open = 0;
   return 1;
 }
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core/events.h"
+#include "core/needs.h"
 #include "front/parse.h"
 #include "platform/response.h"
 
@@ -70,8 +71,19 @@ void trim_line_end(std::string &line) {
     line.pop_back();
 }
 
-// Reading a line may be interrupted only when it is endless: a declaration may be half made.
-constexpr std::size_t kLongLine = std::size_t{1} << 24;
+// Reading a line may be interrupted only when it is very long: a declaration may be half made.
+constexpr std::size_t kLongLine = std::size_t{1} << 20;
+
+void grow_line(std::string &line, int c) {
+  line.push_back(static_cast<char>(c));
+  if (line.size() % kLongLine != 0)
+    return;
+  poll_user_events();
+  if (line.size() >= kLongestLine) {
+    line = std::string();
+    error_exit(("Sorry! A line of " + source_name + " is too long\n").c_str());
+  }
+}
 
 int get_file_line() {
   static std::string line;
@@ -79,11 +91,8 @@ int get_file_line() {
   int c = std::getc(pp_file);
   if (c == EOF)
     return 0;
-  for (; c != EOF && c != '\n'; c = std::getc(pp_file)) {
-    line.push_back(static_cast<char>(c));
-    if (line.size() % kLongLine == 0)
-      poll_user_events();
-  }
+  for (; c != EOF && c != '\n'; c = std::getc(pp_file))
+    grow_line(line, c);
   if (c == '\n')
     trim_line_end(line);
   blank_nuls(line);

@@ -10,6 +10,9 @@
 
 namespace velora {
 
+// Lines from outside are refused beyond this many characters: so long a line is an endless source.
+inline constexpr std::size_t kLongestLine = std::size_t{1} << 28;
+
 // The interactive source: fetches one line into `line` (with or without its line end) after
 // showing `prompt`, or the continuation prompt when that is null. Answers 0 at the end of input.
 // Null when there is no console to read from.

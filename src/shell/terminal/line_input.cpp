@@ -5,7 +5,10 @@
 #include <unistd.h>
 #include <utility>
 
+#include "front/putils.h"
+#include "front/source.h"
 #include "platform/interrupt.h"
+#include "platform/response.h"
 
 namespace velora {
 
@@ -41,6 +44,14 @@ Got StreamInput::read(std::string &line, const std::string &) {
       return Got::line;
     if (got != Got::line)
       return got;
+    if (std::exchange(gInterrupted, 0) != 0)
+      return Got::interrupted;
+    if (line.size() >= kLongestLine) {
+      fd_ = -1;
+      ++gParseErrors;
+      orvek_error("Sorry! A line of the input is too long\n");
+      return Got::end;
+    }
   }
 }
 

@@ -37,7 +37,7 @@ public:
 private:
   Got fill(); // reads more; `line` when there is some
 
-  int fd_;
+  int fd_; // -1 after a line that has no end
   std::string buffer_;
   std::size_t start_ = 0; // of what has not been handed out yet
 };
