@@ -147,8 +147,8 @@ void clear_graphics(BgrWinInfo &info) {
   info.plot = false;
 }
 
-Rect graphics_extent(const BgrWinInfo &info) {
-  Rect all{0, 0, info.width, info.height};
+Rect drawn_extent(const BgrWinInfo &info) {
+  Rect all{0, 0, 0, 0};
   for (const PrimInfo &prim : info.winPrims) {
     if (prim.code == kPrimDelay)
       continue;
@@ -157,6 +157,10 @@ Rect graphics_extent(const BgrWinInfo &info) {
                  {box.right + info.OrigX, box.bottom + info.OrigY});
   }
   return all;
+}
+
+Rect graphics_extent(const BgrWinInfo &info) {
+  return around(drawn_extent(info), {info.width, info.height});
 }
 
 void draw_graphics(const BgrWinInfo &info, Canvas &canvas) {

@@ -96,6 +96,8 @@ void clear_graphics(BgrWinInfo &info);
 
 // The part of the plane that holds the window's inside and everything drawn.
 Rect graphics_extent(const BgrWinInfo &info);
+// The same without the size that the window was opened with.
+Rect drawn_extent(const BgrWinInfo &info);
 // Draws paper and primitives, in order.
 void draw_graphics(const BgrWinInfo &info, Canvas &canvas);
 

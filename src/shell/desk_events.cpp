@@ -169,6 +169,11 @@ void window_activated(WindowId win) {
   menu_opened();
 }
 
+void next_window_asked(int step) {
+  if (!ended)
+    focus_next_window(step);
+}
+
 void paint_window(WindowId win, Canvas &canvas) {
   run_step([win, &canvas] {
     if (GraphicTypeWindow(win) != 0)

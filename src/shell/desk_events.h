@@ -39,6 +39,8 @@ bool reuse_line(const std::string &line);
 void clear_typed();
 // A window became active.
 void window_activated(WindowId win);
+// The keys that go from window to window: the next one (1) or the one before (-1).
+void next_window_asked(int step);
 // Draws the inside of a picture or graphics window.
 void paint_window(WindowId win, Canvas &canvas);
 

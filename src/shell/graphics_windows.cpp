@@ -9,8 +9,9 @@ namespace velora {
 
 namespace {
 
+// A window scrolls over what is drawn, not over its first size, which has room for its frame.
 void show_extent(const BgrWinInfo &info) {
-  const Rect all = graphics_extent(info);
+  const Rect all = drawn_extent(info);
   gDesktop->set_extent(info.win, all.right, all.bottom);
 }
 

@@ -190,4 +190,14 @@ void StackWindows() {
     place(previous);
 }
 
+void focus_next_window(int step) {
+  const auto count = static_cast<int>(gWindows.size());
+  const auto found = std::find_if(gWindows.begin(), gWindows.end(),
+                                  [](const ShellWindow &w) { return w.id == previous; });
+  const int before = step > 0 ? -1 : count; // of the first or last one
+  const int at = found == gWindows.end() ? before : static_cast<int>(found - gWindows.begin());
+  if (count > 0)
+    gDesktop->focus_window(gWindows[static_cast<std::size_t>((at + step + count) % count)].id);
+}
+
 } // namespace velora

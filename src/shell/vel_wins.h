@@ -70,5 +70,8 @@ int CloseFrameProc();
 void window_focused(WindowId win);
 // Arranges all windows so that none hides another one's title.
 void StackWindows();
+// Gives the focus to the next window (1) or the one before (-1), in the order of their making and
+// round again.
+void focus_next_window(int step);
 
 } // namespace velora

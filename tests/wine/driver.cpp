@@ -287,6 +287,22 @@ Answer do_strike(const Arguments &a) {
   return {true, ""};
 }
 
+// ctrl CODE: Ctrl and a key, pressed and released as on the keyboard.
+Answer do_ctrl(const Arguments &a) {
+  keybd_event(VK_CONTROL, 0, 0, 0);
+  const Answer answer = do_strike(a);
+  keybd_event(VK_CONTROL, 0, KEYEVENTF_KEYUP, 0);
+  Sleep(200);
+  return answer;
+}
+
+// system CLASS TITLE CODE: a command of the window's own menu, as its buttons give.
+Answer do_system(const Arguments &a) {
+  const HWND window = one_window(a[0], a[1]);
+  const auto code = static_cast<WPARAM>(std::stoi(a[2]));
+  return {window != nullptr && PostMessageW(window, WM_SYSCOMMAND, code, 0) != FALSE, ""};
+}
+
 // caret AT: puts the caret of the console there; -1 is the end.
 Answer do_caret(const Arguments &a) {
   const HWND edit = console_edit();
@@ -403,8 +419,8 @@ const std::map<std::string, Row> kCommands = {
     {"type", {do_type, 1}},       {"key", {do_key, 1}},         {"caret", {do_caret, 1}},
     {"paste", {do_paste, 1}},     {"command", {do_command, 1}}, {"shows", {do_shows, 2}},
     {"dialog", {do_dialog, 1}},   {"press", {do_press, 1}},     {"fill", {do_fill, 1}},
-    {"enabled", {do_enabled, 2}}, {"sleep", {do_sleep, 1}},     {"chord", {do_chord, 1}},
-    {"strike", {do_strike, 1}},
+    {"enabled", {do_enabled, 2}}, {"ctrl", {do_ctrl, 1}},       {"system", {do_system, 3}},
+    {"sleep", {do_sleep, 1}},     {"chord", {do_chord, 1}},     {"strike", {do_strike, 1}},
 };
 
 Answer obey(const std::string &line) {

@@ -8,7 +8,19 @@
 
 namespace velora::win32 {
 
-GdiCanvas::GdiCanvas(HDC dc) : dc_(dc), state_(SaveDC(dc)) {
+namespace {
+
+bool is_scaled(HDC dc) {
+  SIZE units{};
+  SIZE dots{};
+  GetWindowExtEx(dc, &units);
+  GetViewportExtEx(dc, &dots);
+  return units.cx != dots.cx;
+}
+
+} // namespace
+
+GdiCanvas::GdiCanvas(HDC dc) : dc_(dc), state_(SaveDC(dc)), scaled_(is_scaled(dc)) {
   SetBkMode(dc_, TRANSPARENT);
 }
 
@@ -46,14 +58,14 @@ void GdiCanvas::ellipse(const Rect &box, const Pen &pen, const Brush &brush) {
 }
 
 void GdiCanvas::text(Point at, std::string_view text, const Font &font, Colour colour) {
-  const Selected use(dc_, font_for(font));
+  const Selected use(dc_, font_for(font, scaled_));
   const std::wstring wide = widen(text);
   SetTextColor(dc_, RGB(colour.red, colour.green, colour.blue));
   TextOutW(dc_, at.x, at.y, wide.data(), static_cast<int>(wide.size()));
 }
 
 int GdiCanvas::text_width(std::string_view text, const Font &font) {
-  const Selected use(dc_, font_for(font));
+  const Selected use(dc_, font_for(font, scaled_));
   const std::wstring wide = widen(text);
   SIZE size{};
   GetTextExtentPoint32W(dc_, wide.data(), static_cast<int>(wide.size()), &size);
@@ -61,7 +73,7 @@ int GdiCanvas::text_width(std::string_view text, const Font &font) {
 }
 
 int GdiCanvas::text_height(const Font &font) {
-  const Selected use(dc_, font_for(font));
+  const Selected use(dc_, font_for(font, scaled_));
   TEXTMETRICW metrics{};
   GetTextMetricsW(dc_, &metrics);
   return metrics.tmHeight;

@@ -28,6 +28,7 @@ public:
 private:
   HDC dc_;
   int state_; // what the surface was before, put back at the end
+  bool scaled_;
 };
 
 } // namespace velora::win32

@@ -15,8 +15,6 @@
 
 namespace velora::win32 {
 
-CursorShape shown_cursor = CursorShape::arrow;
-
 namespace {
 
 bool holds_text(WindowKind kind) {
@@ -34,17 +32,35 @@ Rect in_units(const RECT &place) {
           to_units(hVel, place.bottom)};
 }
 
+bool usual_size(WindowKind kind, const Rect &place) {
+  const Rect &usual = look_of(kind).place;
+  return place.width() == usual.width() && place.height() == usual.height();
+}
+
+// A drawing that asks for a size means the inside of its window.
+void place_inside(RECT &dots) {
+  const POINT corner{dots.left, dots.top};
+  AdjustWindowRectExForDpi(&dots, WS_OVERLAPPEDWINDOW, FALSE, 0, dpi_of(hVel));
+  OffsetRect(&dots, corner.x - dots.left, corner.y - dots.top);
+}
+
+// Ctrl+Tab and Ctrl+F6, back with Shift, whatever has the focus.
+bool goes_to_next_window(const MSG &message) {
+  if (message.message != WM_KEYDOWN || (message.wParam != VK_TAB && message.wParam != VK_F6) ||
+      GetKeyState(VK_CONTROL) >= 0)
+    return false;
+  next_window_asked(GetKeyState(VK_SHIFT) < 0 ? -1 : 1);
+  return true;
+}
+
 } // namespace
 
 WindowId Win32Desktop::create_window(WindowKind kind, const std::string &title, const Rect &place) {
   Window *window = add_window(kind);
   const WindowId id = window->id;
   RECT dots = in_dots(place);
-  // Programs draw on the inside of a graphics window, so its place is that of the inside.
-  if (kind == kGraphicsWindow) {
-    AdjustWindowRectEx(&dots, WS_OVERLAPPEDWINDOW, FALSE, 0);
-    OffsetRect(&dots, to_dots(hVel, place.left) - dots.left, to_dots(hVel, place.top) - dots.top);
-  }
+  if (kind == kGraphicsWindow && !usual_size(kind, place))
+    place_inside(dots);
   const DWORD style =
       WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | (holds_text(kind) ? 0 : WS_HSCROLL | WS_VSCROLL);
   const HWND hwnd = CreateWindowExW(0, class_of(kind), widen(title).c_str(), style, dots.left,
@@ -79,6 +95,7 @@ void Win32Desktop::set_title(WindowId win, const std::string &title) {
     SetWindowTextW(window->hwnd, widen(title).c_str());
 }
 
+// Placed windows come to the front one after the other, so that the last one lies on top.
 void Win32Desktop::place_window(WindowId win, const Rect &place) {
   const Window *window = find_window(win);
   if (window == nullptr)
@@ -217,10 +234,8 @@ std::optional<std::string> Win32Desktop::choose_file(bool for_saving, const std:
   return choose_file_name(for_saving, title, pattern);
 }
 
-// The shape stays until another is set: windows ask for it at each move of the mouse.
 void Win32Desktop::set_cursor(CursorShape shape) {
-  shown_cursor = shape;
-  SetCursor(cursor_for(shape));
+  show_cursor(shape);
 }
 
 int Win32Desktop::text_width(WindowId, std::string_view text, const Font &font) {
@@ -259,6 +274,13 @@ void Win32Desktop::pump(int milliseconds) {
   service_messages();
 }
 
+void take_message(MSG &message) {
+  if (goes_to_next_window(message) || TranslateAcceleratorW(hVel, hAccel, &message) != 0)
+    return;
+  TranslateMessage(&message);
+  DispatchMessageW(&message);
+}
+
 // The interrupt keys are taken before any window sees them; other keys go to the console, where
 // they wait as typed text, and commands are refused by the program while one runs.
 void service_messages() {
@@ -274,10 +296,7 @@ void service_messages() {
       interrupt_asked();
       continue;
     }
-    if (TranslateAcceleratorW(hVel, hAccel, &message) != 0)
-      continue;
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
+    take_message(message);
   }
 }
 
@@ -295,10 +314,7 @@ Rect Win32Desktop::screen() {
 }
 
 Rect Win32Desktop::work_area() {
-  RECT inside{};
-  GetClientRect(hVel, &inside);
-  MapWindowPoints(hVel, nullptr, reinterpret_cast<POINT *>(&inside), 2);
-  return in_units(inside);
+  return in_units(frame_inside());
 }
 
 void Win32Desktop::quit() {

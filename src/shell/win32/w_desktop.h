@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/desktop.h"
+#include "shell/win32/w_common.h"
 
 namespace velora::win32 {
 
@@ -49,9 +50,8 @@ public:
   void quit() override;
 };
 
-// The shape of the cursor over the inside of windows; the arrow leaves it to the window.
-extern CursorShape shown_cursor;
-
+// Deals with one message: keys that hold in every window, accelerators, or the window it is for.
+void take_message(MSG &message);
 // Services the messages that wait; used by the pump and while nothing else may start.
 void service_messages();
 

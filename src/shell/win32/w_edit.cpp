@@ -64,7 +64,8 @@ bool make_edit(Window &window) {
   if (window.edit == nullptr)
     return false;
   SendMessageW(window.edit, EM_SETLIMITTEXT, 0, 0);
-  SendMessageW(window.edit, WM_SETFONT, reinterpret_cast<WPARAM>(text_font()), FALSE);
+  SendMessageW(window.edit, WM_SETFONT, reinterpret_cast<WPARAM>(text_font(dpi_of(window.hwnd))),
+               FALSE);
   SendMessageW(window.edit, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(4, 4));
   SetWindowSubclass(window.edit, EditKeysProc, 1, static_cast<DWORD_PTR>(window.id));
   return true;

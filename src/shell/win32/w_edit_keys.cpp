@@ -170,7 +170,7 @@ void redraw_messages(const Window &window) {
   HideCaret(window.edit);
   {
     const WindowDC dc(window.edit);
-    const Selected font(dc, text_font());
+    const Selected font(dc, text_font(dpi_of(window.hwnd)));
     SetTextColor(dc, kMessageColour);
     SetBkColor(dc, GetSysColor(COLOR_WINDOW));
     RECT box{};

@@ -26,7 +26,7 @@ struct ClassRow {
   WNDPROC proc;
   const wchar_t *icon;
   UINT style;
-  bool own_cursor; // the pictures set the cursor themselves
+  bool own_cursor; // the windows set the cursor themselves
 };
 
 constexpr UINT kRedraw = CS_HREDRAW | CS_VREDRAW;
@@ -49,7 +49,7 @@ bool register_class(const ClassRow &row, HBRUSH background) {
   made.lpfnWndProc = row.proc;
   made.hInstance = hInst;
   made.hIcon = LoadIconW(hInst, row.icon);
-  made.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  made.hCursor = row.own_cursor ? nullptr : LoadCursorW(nullptr, IDC_ARROW);
   made.hbrBackground = background;
   made.lpszClassName = row.name;
   made.hIconSm =
@@ -86,19 +86,15 @@ bool Initialize(int show) {
   Create_GDI_Objects(hInst);
   if (!make_frame(show))
     return false;
-  FontsInitialize(dpi_of(hVel));
+  FontsInitialize();
   show_about();
   return true;
 }
 
 int message_loop() {
   MSG message{};
-  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-    if (TranslateAcceleratorW(hVel, hAccel, &message) != 0)
-      continue;
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
-  }
+  while (GetMessageW(&message, nullptr, 0, 0) > 0)
+    take_message(message);
   return static_cast<int>(message.wParam);
 }
 

@@ -102,14 +102,19 @@ void fill_user_menu(MenuBar bar, const std::string &header, const std::vector<st
   }
 }
 
+// A mnemonic mark in a name was doubled, so more is read than is answered.
 std::string user_menu_label(MenuBar bar, int command) {
-  wchar_t text[160] = L"";
-  GetMenuStringW(bars[static_cast<int>(bar)], static_cast<UINT>(command), text, 160, MF_BYCOMMAND);
-  std::string label;
-  for (const char c : narrow(text))
-    if (c != '&' || label.empty() || label.back() != '&')
-      label += c;
-  return label;
+  constexpr std::size_t kMost = 79;
+  wchar_t text[2 * kMost + 1] = L"";
+  GetMenuStringW(bars[static_cast<int>(bar)], static_cast<UINT>(command), text,
+                 static_cast<int>(std::size(text)), MF_BYCOMMAND);
+  std::wstring label;
+  for (const wchar_t *c = text; *c != L'\0' && label.size() < kMost; ++c) {
+    label += *c;
+    if (c[0] == L'&' && c[1] == L'&')
+      ++c;
+  }
+  return narrow(label);
 }
 
 } // namespace velora::win32

@@ -17,15 +17,22 @@ namespace {
 
 using PenKey = std::tuple<COLORREF, int, int>;
 using FontKey = std::pair<int, bool>; // points, italic
+struct SystemFont {
+  int height; // of a line, at the resolution of pictures
+  int weight;
+  bool fits; // the system's own screen has the resolution of pictures
+};
 
 std::map<PenKey, GdiHandle> pens;
 std::map<COLORREF, GdiHandle> brushes;
 std::map<FontKey, GdiHandle> fonts;
-TEXTMETRICW system_font{};
-GdiHandle edit_font;
+std::map<unsigned, GdiHandle> text_fonts; // by resolution
+SystemFont system_font{};
 std::vector<HCURSOR> cursors;
 
-constexpr unsigned kPictureDpi = 96;
+constexpr int kPictureDpi = 96;
+constexpr int kSystemFontHeight = 15; // of the system's fixed font at that resolution
+constexpr int kTextPoints = 10;
 constexpr COLORREF kBackgrounds[] = {RGB(255, 223, 223), RGB(223, 255, 223), RGB(223, 223, 255)};
 // The names of the cursors in the resources, in the order of CursorShape from `box` on.
 constexpr const wchar_t *kCursorNames[] = {
@@ -62,20 +69,26 @@ HFONT make_font(int height, bool italic, int weight, const wchar_t *face) {
                      FIXED_PITCH | FF_MODERN, face);
 }
 
-TEXTMETRICW system_font_metrics() {
+// The system's fixed font grows with the resolution of its screen, pictures do not: there it is
+// asked only where both agree.
+SystemFont measured_system_font() {
   const WindowDC screen(nullptr);
   const Selected font(screen, GetStockObject(SYSTEM_FIXED_FONT));
   TEXTMETRICW metrics{};
   GetTextMetricsW(screen, &metrics);
-  return metrics;
+  const bool fits = GetDeviceCaps(screen, LOGPIXELSY) == kPictureDpi;
+  return {fits ? static_cast<int>(metrics.tmHeight) : kSystemFontHeight,
+          static_cast<int>(metrics.tmWeight), fits};
 }
 
-// A picture's font is measured against the system's fixed one, which is its 12-point font.
+// A picture's font is measured against the system's fixed one, which is its 12-point font. That one
+// itself is made only where the system's cannot be scaled, in its own weight.
 HFONT kept_font(int points, bool italic) {
   GdiHandle &font = fonts[{points, italic}];
+  const bool like_system = points == 12 && !italic;
+  const int weight = like_system ? system_font.weight : system_font.weight != 0 ? FW_BOLD : 0;
   if (font == nullptr)
-    font.reset(make_font(system_font.tmHeight * points / 12, italic,
-                         system_font.tmWeight != 0 ? FW_BOLD : FW_NORMAL, L"Courier New"));
+    font.reset(make_font(system_font.height * points / 12, italic, weight, L"Courier New"));
   return static_cast<HFONT>(font.get());
 }
 
@@ -103,20 +116,16 @@ void Destroy_GDI_Objects() {
   pens.clear();
   brushes.clear();
   fonts.clear();
-  edit_font.reset();
+  text_fonts.clear();
 }
 
-void FontsInitialize(unsigned dpi) {
-  fonts.clear();
-  system_font = system_font_metrics();
+void FontsInitialize() {
+  system_font = measured_system_font();
   for (const int points : {8, 10, 12, 16, 22}) {
     kept_font(points, true);
     if (points != 12)
       kept_font(points, false);
   }
-  constexpr int points = 10;
-  const int height = -MulDiv(points, static_cast<int>(dpi), 72);
-  edit_font.reset(make_font(height, false, FW_NORMAL, L"Consolas"));
 }
 
 HPEN pen_for(const Pen &pen) {
@@ -128,14 +137,18 @@ HBRUSH brush_for(const Brush &brush) {
                       : static_cast<HBRUSH>(GetStockObject(NULL_BRUSH));
 }
 
-HFONT font_for(const Font &font) {
-  if (font.size == 12 && !font.italic)
+HFONT font_for(const Font &font, bool scaled) {
+  if (font.size == 12 && !font.italic && system_font.fits && !scaled)
     return static_cast<HFONT>(GetStockObject(SYSTEM_FIXED_FONT));
   return kept_font(font.size, font.italic);
 }
 
-HFONT text_font() {
-  return static_cast<HFONT>(edit_font.get());
+HFONT text_font(unsigned dpi) {
+  GdiHandle &font = text_fonts[dpi];
+  if (font == nullptr)
+    font.reset(
+        make_font(-MulDiv(kTextPoints, static_cast<int>(dpi), 72), false, FW_NORMAL, L"Consolas"));
+  return static_cast<HFONT>(font.get());
 }
 
 HCURSOR cursor_for(CursorShape shape) {

@@ -1,5 +1,5 @@
-// The window procedures. Each message becomes one call of the program's entries or one of this
-// folder's helpers; nothing is decided here.
+// The window procedures of all windows but the frame. Each message becomes one call of the
+// program's entries or one of this folder's helpers; nothing is decided here.
 #include "shell/desk_events.h"
 #include "shell/vel_wins.h"
 #include "shell/win32/w_desktop.h"
@@ -13,33 +13,17 @@ namespace velora::win32 {
 
 namespace {
 
-constexpr WPARAM kSystemCommand = 0xFFF0;
 constexpr int kWheelUnits = 60;
 
 // Alt, F10, and Alt with a letter open the frame's menu from any window, since the others have
 // none. Alt with the space bar opens a window's own.
 bool opens_frame_menu(WPARAM wparam, LPARAM lparam) {
-  return (wparam & kSystemCommand) == SC_KEYMENU && lparam != L' ';
+  return (wparam & kSystemCommandBits) == SC_KEYMENU && lparam != L' ';
 }
 
-// A window came to the front, or the frame did and hands the focus on.
 void activated(const Window &window, WPARAM wparam) {
   if (LOWORD(wparam) != WA_INACTIVE)
     window_activated(window.id);
-}
-
-void take_suggested_place(HWND hwnd, LPARAM lparam) {
-  const auto *place = reinterpret_cast<const RECT *>(lparam);
-  SetWindowPos(hwnd, nullptr, place->left, place->top, place->right - place->left,
-               place->bottom - place->top, SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-// Over the inside of a window the cursor is what the program set; true when it was set.
-bool cursor_set(LPARAM lparam) {
-  if (LOWORD(lparam) != HTCLIENT || shown_cursor == CursorShape::arrow)
-    return false;
-  SetCursor(cursor_for(shown_cursor));
-  return true;
 }
 
 // What all windows but the frame do alike; true when `result` answers the message.
@@ -52,7 +36,10 @@ bool common_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam, 
     return true;
   case WM_SETCURSOR:
     result = TRUE;
-    return cursor_set(lparam);
+    return cursor_set(&window, lparam);
+  case WM_GETMINMAXINFO:
+    limit_maximised(window.hwnd, *reinterpret_cast<MINMAXINFO *>(lparam));
+    return true;
   case WM_SYSCOMMAND:
     if (!opens_frame_menu(wparam, lparam))
       return false;
@@ -61,7 +48,8 @@ bool common_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam, 
   case WM_DPICHANGED:
     take_suggested_place(window.hwnd, lparam);
     if (window.edit != nullptr)
-      SendMessageW(window.edit, WM_SETFONT, reinterpret_cast<WPARAM>(text_font()), TRUE);
+      SendMessageW(window.edit, WM_SETFONT, reinterpret_cast<WPARAM>(text_font(LOWORD(wparam))),
+                   TRUE);
     return true;
   default:
     return false;
@@ -71,6 +59,34 @@ bool common_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam, 
 void wheel_turned(Window &window, WPARAM wparam, bool across) {
   const int by = -GET_WHEEL_DELTA_WPARAM(wparam) * kWheelUnits / WHEEL_DELTA;
   scroll_by(window, across ? -by : 0, across ? 0 : by);
+}
+
+// The keys that scroll, as the scroll bar's event that they stand for, alone and with Ctrl.
+struct ScrollKey {
+  WPARAM key;
+  int bar;
+  WPARAM event;
+  WPARAM with_ctrl;
+};
+constexpr ScrollKey kScrollKeys[] = {
+    {VK_UP, SB_VERT, SB_LINEUP, SB_PAGEUP},   {VK_DOWN, SB_VERT, SB_LINEDOWN, SB_PAGEDOWN},
+    {VK_LEFT, SB_HORZ, SB_LINEUP, SB_PAGEUP}, {VK_RIGHT, SB_HORZ, SB_LINEDOWN, SB_PAGEDOWN},
+    {VK_PRIOR, SB_VERT, SB_PAGEUP, SB_TOP},   {VK_NEXT, SB_VERT, SB_PAGEDOWN, SB_BOTTOM},
+    {VK_HOME, SB_HORZ, SB_TOP, SB_TOP},       {VK_END, SB_HORZ, SB_BOTTOM, SB_BOTTOM},
+};
+
+// Ctrl with Home or End goes to the corner, so it moves both ways.
+bool scroll_key(Window &window, WPARAM key) {
+  const bool ctrl = GetKeyState(VK_CONTROL) < 0;
+  for (const ScrollKey &row : kScrollKeys) {
+    if (row.key != key)
+      continue;
+    scroll_window(window, row.bar, ctrl ? row.with_ctrl : row.event);
+    if (ctrl && row.bar == SB_HORZ && (key == VK_HOME || key == VK_END))
+      scroll_window(window, SB_VERT, row.event);
+    return true;
+  }
+  return false;
 }
 
 // Windows that are drawn. True when `result` answers the message.
@@ -87,6 +103,8 @@ bool drawn_message(Window &window, UINT message, WPARAM wparam) {
   case WM_SIZE:
     update_scroll_bars(window);
     return true;
+  case WM_KEYDOWN:
+    return scroll_key(window, wparam);
   case WM_HSCROLL:
     scroll_window(window, SB_HORZ, wparam);
     return true;
@@ -151,28 +169,6 @@ bool text_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam) {
   }
 }
 
-// The focus goes back to the window that commands act on.
-void refocus() {
-  const Window *window = find_window(previous != 0 ? previous : hControl);
-  if (window != nullptr && IsWindowVisible(window->hwnd) != FALSE &&
-      IsWindowEnabled(window->hwnd) != FALSE)
-    SetActiveWindow(window->hwnd);
-}
-
-LRESULT frame_system_command(WPARAM wparam, LPARAM lparam) {
-  const WPARAM command = wparam & kSystemCommand;
-  if ((command == SC_KEYMENU || command == SC_MOUSEMENU) && command_runs() && lparam != L' ') {
-    MessageBeep(MB_OK);
-    return 0;
-  }
-  return DefWindowProcW(hVel, WM_SYSCOMMAND, wparam, lparam);
-}
-
-void frame_resolution_changed(WPARAM wparam, LPARAM lparam) {
-  FontsInitialize(LOWORD(wparam));
-  take_suggested_place(hVel, lparam);
-}
-
 } // namespace
 
 LRESULT CALLBACK VeloraWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -193,48 +189,6 @@ LRESULT CALLBACK TextWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lpar
   if (text_message(*window, message, wparam, lparam))
     return 0;
   return DefWindowProcW(hwnd, message, wparam, lparam);
-}
-
-LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
-  switch (message) {
-  case WM_COMMAND:
-    if (!dialog_comes_first())
-      menu_chosen(LOWORD(wparam), shown_bar());
-    return 0;
-  case WM_SETCURSOR:
-    return cursor_set(lparam) ? TRUE : DefWindowProcW(hwnd, message, wparam, lparam);
-  case WM_INITMENU:
-    menu_opened();
-    return 0;
-  case WM_SYSCOMMAND:
-    return frame_system_command(wparam, lparam);
-  case WM_ACTIVATE:
-    if (LOWORD(wparam) != WA_INACTIVE && HIWORD(wparam) == 0)
-      PostMessageW(hwnd, kRefocusMessage, 0, 0);
-    return DefWindowProcW(hwnd, message, wparam, lparam);
-  case WM_EXITMENULOOP:
-    PostMessageW(hwnd, kRefocusMessage, 0, 0);
-    return 0;
-  case kRefocusMessage:
-    refocus();
-    return 0;
-  case WM_MOUSEACTIVATE: // the menus are used without taking the focus away
-    return LOWORD(lparam) == HTMENU || LOWORD(lparam) == HTCLIENT ? MA_NOACTIVATE : MA_ACTIVATE;
-  case WM_DPICHANGED:
-    frame_resolution_changed(wparam, lparam);
-    return 0;
-  case WM_CLOSE:
-    if (!dialog_comes_first())
-      close_asked(0);
-    return 0;
-  case WM_DESTROY:
-    destroy_menus();
-    Destroy_GDI_Objects();
-    PostQuitMessage(0);
-    return 0;
-  default:
-    return DefWindowProcW(hwnd, message, wparam, lparam);
-  }
 }
 
 } // namespace velora::win32

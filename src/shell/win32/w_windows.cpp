@@ -43,6 +43,10 @@ void remove_window(WindowId id) {
   std::erase_if(windows, [id](const auto &w) { return w->id == id; });
 }
 
+bool shows_picture(WindowKind kind) {
+  return kind >= kFunctionWindow && kind <= kNetworkWindow;
+}
+
 unsigned dpi_of(HWND hwnd) {
   const UINT dpi = GetDpiForWindow(hwnd != nullptr ? hwnd : hVel);
   return dpi != 0 ? dpi : 96;

@@ -19,6 +19,9 @@ extern HACCEL hAccel;
 inline constexpr UINT kTextChangedMessage = WM_APP + 1;
 inline constexpr UINT kRefocusMessage = WM_APP + 2;
 
+// The bits of a system command's number that tell which it is.
+inline constexpr WPARAM kSystemCommandBits = 0xFFF0;
+
 // A stretch of an edit control's text, in its own units.
 struct EditRange {
   DWORD start;
@@ -45,6 +48,7 @@ Window *find_window(WindowId id);
 Window *find_window(HWND hwnd);
 Window *add_window(WindowKind kind);
 void remove_window(WindowId id);
+bool shows_picture(WindowKind kind);
 
 // w_main: registers all classes; false when one is refused.
 bool register_classes();
@@ -55,6 +59,15 @@ LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
 LRESULT CALLBACK VeloraWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
 LRESULT CALLBACK GraphicWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
 LRESULT CALLBACK TextWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
+
+// w_frame: the inside of the frame on the screen, in dots, and holding a window to it that is
+// maximised. Cursors of the insides: busy shows everywhere, the others in pictures; the rest is
+// left to the classes (`window` is null for the frame).
+RECT frame_inside();
+void limit_maximised(HWND window, MINMAXINFO &limits);
+void take_suggested_place(HWND hwnd, LPARAM lparam);
+void show_cursor(CursorShape shape);
+bool cursor_set(const Window *window, LPARAM lparam);
 
 // Dots an inch of a window, and conversion between picture units (96 an inch) and dots.
 unsigned dpi_of(HWND hwnd);

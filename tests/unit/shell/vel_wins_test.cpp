@@ -49,6 +49,22 @@ TEST_F(Windows, FirstPlacements) {
   EXPECT_EQ(gNumDocuments, 5) << "the frame counts";
 }
 
+TEST_F(Windows, TheFocusGoesRoundInBothDirections) {
+  const WindowId one = open_orvek("");
+  const WindowId two = open_orvek("");
+  const auto step = [this](WindowId from, int by) {
+    window_activated(from);
+    next_window_asked(by);
+    return desktop().focus;
+  };
+  EXPECT_EQ(step(one, 1), two);
+  EXPECT_EQ(step(two, 1), hControl);
+  EXPECT_EQ(step(hControl, -1), two);
+  previous = 0;
+  next_window_asked(1);
+  EXPECT_EQ(desktop().focus, hControl) << "from no window to the first one";
+}
+
 TEST_F(Windows, TextAndGraphicsWindowsAreNumbered) {
   const WindowId one = open_orvek("");
   const WindowId two = open_orvek("");
