@@ -272,11 +272,11 @@ CURSORS = {
     "ejn": (hard(join(False)), (11, 24)),
     "ibeam": (hard([(union(box(u(14.4), u(4), u(17.6), u(28)), box(u(11), u(3), u(21), u(6)),
                            box(u(11), u(26), u(21), u(29))), WHITE),
-                    (union(box(u(15), u(5), u(17), u(27)), box(u(12), u(4), u(20), u(5.2)),
-                           box(u(12), u(27), u(20), u(28.2))), BLACK)]), (16, 16)),
+                    (union(box(u(15), u(5), u(17), u(27)), box(u(12), u(4), u(20), u(5)),
+                           box(u(12), u(27), u(20), u(28))), BLACK)]), (16, 16)),
     "cross": (hard([(union(box(u(14.4), u(2), u(17.6), u(30)), box(u(2), u(14.4), u(30), u(17.6))),
                      WHITE),
-                    (union(box(u(15.2), u(3), u(16.8), u(29)), box(u(3), u(15.2), u(29), u(16.8))),
+                    (union(box(u(15), u(3), u(17), u(29)), box(u(3), u(15), u(29), u(17))),
                      BLACK)]), (16, 16)),
 }
 
