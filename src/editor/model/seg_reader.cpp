@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "editor/model/seg_file.h"
+#include "front/putils.h"
 #include "platform/response.h"
 
 namespace velora {
@@ -97,6 +98,8 @@ void DamageList::add(std::size_t line, std::string what) {
 }
 
 void DamageList::report() {
+  if (!found_.empty())
+    ++gParseErrors; // the command that read the file has failed in part
   std::stable_sort(found_.begin(), found_.end(),
                    [](const Damage &a, const Damage &b) { return a.line < b.line; });
   for (std::size_t i = 0; i < found_.size() && i < kMostReports; ++i)
