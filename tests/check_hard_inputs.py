@@ -92,6 +92,35 @@ def check_endless_input(program, folder):
     assert b"A line of the input is too long" in done.stderr, done.stderr[-300:]
 
 
+def check_lost_output(program, folder):
+    """Output that does not arrive is a failure: on a full disk, and where there is no output."""
+    for words, close in (["--batch"], False), (["--help"], False), (["--batch"], True):
+        with open("/dev/full", "wb") as full:
+            done = subprocess.run([program, *words], input=b"#1 ;\n", stdout=full, cwd=folder,
+                                  stderr=subprocess.PIPE, timeout=20, check=False,
+                                  preexec_fn=(lambda: os.close(1)) if close else None)
+        assert done.returncode == 1, f"status {done.returncode} of {words}"
+        assert b"could not be written" in done.stderr, done.stderr
+
+
+def check_strange_files(program, folder):
+    """Pipes and folders in the place of a database are refused, and leave nothing behind."""
+    os.mkfifo(pathlib.Path(folder, "pipe.ddb"))
+    pathlib.Path(folder, "x.ddb").write_text("fdec\nf ::= int ;\n;\n")
+    pathlib.Path(folder, "x.seg").mkdir()
+    pathlib.Path(folder, "good.ddb").write_text("fdec\n;\n")
+    before = sorted(os.listdir(folder))
+    done = subprocess.run([program, "--batch", "x"], cwd=folder, capture_output=True, check=False,
+                          input=b":open pipe\n:open x\n:open folder\n:status\n", timeout=20)
+    assert done.stderr.splitlines() == [b"Failed to open x.seg", b"Failed to open pipe.ddb",
+                                        b"Failed to open x.seg",
+                                        b"Failed to open folder.ddb"], done.stderr
+    assert sorted(os.listdir(folder)) == before, os.listdir(folder)
+    done = subprocess.run([program, "--batch"], cwd=folder, capture_output=True, check=False,
+                          input=b":open x\n:open good\n:status\n", timeout=20)
+    assert b"Database good.ddb" in done.stdout, done.stdout
+
+
 def check_load_interrupt(program, folder):
     """The key during a long load brings the prompt back, and what was loaded is whole."""
     path = pathlib.Path(folder, "long.ddb")
@@ -133,6 +162,8 @@ def main():
               for name, (text, wanted) in inputs(1000000 // options.scale).items()]
     checks += [("interrupt of a script", check_script_interrupt),
                ("input without line ends", check_endless_input),
+               ("lost output", check_lost_output),
+               ("strange files", check_strange_files),
                ("interrupt of a load", check_load_interrupt),
                ("interrupt of collections", check_collection_interrupt)]
     checks = [c for c in checks if options.only in c[0]]

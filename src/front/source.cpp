@@ -4,6 +4,7 @@
 #include "front/source.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "core/events.h"
@@ -71,6 +72,9 @@ void trim_line_end(std::string &line) {
     line.pop_back();
 }
 
+// Some editors put this before the first letter of a file in UTF-8.
+constexpr const char *kByteOrderMark = "\xEF\xBB\xBF";
+
 // Reading a line may be interrupted only when it is very long: a declaration may be half made.
 constexpr std::size_t kLongLine = std::size_t{1} << 20;
 
@@ -95,6 +99,8 @@ int get_file_line() {
     grow_line(line, c);
   if (c == '\n')
     trim_line_end(line);
+  if (line_number == 0 && line.starts_with(kByteOrderMark))
+    line.erase(0, std::strlen(kByteOrderMark));
   blank_nuls(line);
   install_line(line.data(), line.size());
   return 1;

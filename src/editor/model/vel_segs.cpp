@@ -114,7 +114,7 @@ void initialise_segment(const WinInfo *wi, Segm *sptr, int id, int nodetype, int
   set_box(sptr, NodeHeight(wi), x, y);
   sptr->segnum = id;
   sptr->status = 0;
-  sptr->label = sptr->type == kJunction ? " " : "";
+  sptr->label.assign(sptr->type == kJunction ? 1 : 0, ' ');
   sptr->annot.clear();
   sptr->segb_ptr.clear();
   sptr->segf_ptr.clear();

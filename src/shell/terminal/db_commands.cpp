@@ -2,6 +2,8 @@
 #include "shell/terminal/db_commands.h"
 
 #include <charconv>
+#include <cstdio>
+#include <filesystem>
 
 #include "core/symbols.h"
 #include "db/f_dbops.h"
@@ -30,6 +32,29 @@ void changes_are_none() {
 
 bool database_is_current() {
   return Db_file != 0 || !gDDB_basename.empty();
+}
+
+// True for a plain file that can be read; a pipe would wait for its other end.
+bool is_readable(const std::string &name) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(name, error))
+    return false;
+  std::FILE *file = std::fopen(name.c_str(), "rb");
+  if (file != nullptr)
+    std::fclose(file);
+  return file != nullptr;
+}
+
+// Looks at the files of a database before anything is touched: what fails half way leaves a name
+// behind that stands in the way of the next database. Says which file cannot be opened.
+bool can_be_opened(const std::string &base) {
+  const std::string text = base + File_ext;
+  const std::string pictures = base + ".seg";
+  const bool text_fails = !is_readable(text);
+  if (!text_fails && (!file_exists(pictures) || is_readable(pictures)))
+    return true;
+  orvek_errorf("Failed to open %s\n", (text_fails ? text : pictures).c_str());
+  return false;
 }
 
 bool refuse_second_database() {
@@ -133,10 +158,8 @@ int open_named_database(const std::string &name) {
   }
   const bool paired = has_picture_file(base);
   only_read = !paired;
-  if (!file_exists(base + File_ext)) {
-    orvek_errorf("Failed to open %s%s\n", base.c_str(), File_ext);
+  if (!can_be_opened(base))
     return 0;
-  }
   Setup_Global_DDB_name(base);
   const int opened = paired ? OpenDataBaseFile() : OpenDB();
   changes_are_none();
@@ -169,10 +192,8 @@ int colon_open(const std::string &argument) {
   std::string base;
   Make_Base_Name(argument, base);
   complete_save(base + File_ext);
-  if (!file_exists(base + File_ext)) {
-    orvek_errorf("Failed to open %s%s\n", base.c_str(), File_ext);
+  if (!can_be_opened(base))
     return 0;
-  }
   only_read = false;
   Setup_Global_DDB_name(argument);
   return OpenDataBaseFile();
@@ -182,10 +203,8 @@ int colon_open(const std::string &argument) {
 int colon_include(const std::string &argument) {
   std::string base;
   Make_Base_Name(argument, base);
-  if (!file_exists(base + File_ext)) {
-    orvek_errorf("Failed to open %s%s\n", base.c_str(), File_ext);
+  if (!can_be_opened(base))
     return 0;
-  }
   return IncludeDataBaseFile(argument);
 }
 

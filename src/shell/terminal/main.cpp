@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <memory>
 #include <pthread.h>
@@ -111,6 +112,16 @@ int start_language(Session &session) {
   return code;
 }
 
+// Opens the database of the command line. What is said on the way is shown when that fails.
+void open_at_start(TerminalConsole &console, Session &session, const std::string &name,
+                   bool quiet) {
+  if (quiet)
+    console.hold_back();
+  int opened = 0;
+  session.run_one([&] { return opened = open_named_database(name); });
+  console.let_go(opened == 0);
+}
+
 // Runs the session until it may end. A script that has come to its end cannot answer, so it is not
 // asked whether to save; who leaves by a command or at a terminal is.
 void run_session(Session &session, const Manner &manner) {
@@ -151,9 +162,9 @@ int run_program(const Options &options) {
     console.hold_back();
   int status = start_language(session);
   if (status == 0) {
-    if (!options.database.empty())
-      session.run_one([&] { return open_named_database(options.database); });
     console.let_go(false);
+    if (!options.database.empty())
+      open_at_start(console, session, options.database, manner.quiet);
     do_work(session, options, manner);
     if (!options.graphics_dir.empty())
       session.run_one([&] { return save_all_graphics(options.graphics_dir.c_str()); });
@@ -214,11 +225,28 @@ int run_with_stack(Run &run) {
   return run.status;
 }
 
+// A file must never be opened in the place of a standard stream that is closed: what is printed
+// would go into it. What stands there instead can be used by neither side.
+void fill_closed_streams() {
+  for (int fd = 0; fd <= 2; ++fd)
+    if (fcntl(fd, F_GETFD) == -1)
+      open("/dev/null", fd == 0 ? O_WRONLY : O_RDONLY);
+}
+
+// The exit status when the output has to have arrived.
+int written(int status) {
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+    return status;
+  std::fputs("velora: the output could not be written\n", stderr);
+  return status == 0 ? 1 : status;
+}
+
 } // namespace
 
 } // namespace velora
 
 int main(int argc, char **argv) {
+  velora::fill_closed_streams();
   velora::Run run;
   std::string complaint;
   const std::vector<std::string> words(argv + 1, argv + argc);
@@ -229,11 +257,11 @@ int main(int argc, char **argv) {
   if (run.options.help || run.options.version) {
     std::fputs(run.options.help ? velora::usage_text().c_str() : "velora " VELORA_VERSION "\n",
                stdout);
-    return 0;
+    return velora::written(0);
   }
   if (run.options.builtins_page) {
     std::fputs(velora::builtins_page().c_str(), stdout);
-    return 0;
+    return velora::written(0);
   }
-  return velora::run_with_stack(run);
+  return velora::written(velora::run_with_stack(run));
 }
