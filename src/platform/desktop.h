@@ -107,6 +107,7 @@ public:
   // Lets the user choose a file; none when cancelled. `pattern` is like "*.ddb".
   virtual std::optional<std::string> choose_file(bool for_saving, const std::string &title,
                                                  const std::string &pattern) = 0;
+  // Stays until another is set: `busy` shows over all windows, the others over pictures only.
   virtual void set_cursor(CursorShape shape) = 0;
   virtual int text_width(WindowId win, std::string_view text, const Font &font) = 0;
   virtual int text_height(WindowId win, const Font &font) = 0;
