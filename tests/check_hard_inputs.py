@@ -10,6 +10,7 @@ query must be right. Also the interrupt key where it is hardest: in scripts, lon
 import argparse
 import os
 import pathlib
+import resource
 import signal
 import subprocess
 import sys
@@ -121,6 +122,19 @@ def check_strange_files(program, folder):
     assert b"Database good.ddb" in done.stdout, done.stdout
 
 
+def check_bounded_file(program, folder):
+    """A save into a file that may not grow fails and leaves the old one; the session goes on."""
+    path = pathlib.Path(folder, "old.ddb")
+    path.write_text("fdec\nf ::= int ;\n;\n")
+    old = path.read_text()
+    new = b"fdec\n" + b"".join(b"f%d ::= int ;\n" % i for i in range(2000)) + b";\n"
+    done = subprocess.run([program, "--batch", "old"], input=new + b":save\n#7 ;\n", cwd=folder,
+                          capture_output=True, timeout=20, check=False,
+                          preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (8192, 8192)))
+    assert done.returncode == 1 and done.stdout.endswith(b"#7\n"), (done.returncode, done.stdout)
+    assert path.read_text() == old, "the old file has changed"
+
+
 def check_load_interrupt(program, folder):
     """The key during a long load brings the prompt back, and what was loaded is whole."""
     path = pathlib.Path(folder, "long.ddb")
@@ -164,6 +178,7 @@ def main():
                ("input without line ends", check_endless_input),
                ("lost output", check_lost_output),
                ("strange files", check_strange_files),
+               ("a file that may not grow", check_bounded_file),
                ("interrupt of a load", check_load_interrupt),
                ("interrupt of collections", check_collection_interrupt)]
     checks = [c for c in checks if options.only in c[0]]

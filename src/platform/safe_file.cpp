@@ -94,6 +94,22 @@ bool is_folder(const std::string &name) {
   return std::filesystem::is_directory(name, error);
 }
 
+// A device or a pipe: what is written goes through it, and nothing may take its place.
+bool is_channel(const std::string &name) {
+  std::error_code error;
+  return std::filesystem::is_other(std::filesystem::status(name, error));
+}
+
+// The file that a chain of links leads to, which is the one to replace; links stay as they are.
+std::string link_target(const std::string &name) {
+  constexpr int kMostLinks = 40;
+  std::filesystem::path path(name);
+  std::error_code error;
+  for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(path, error); ++i)
+    path = path.parent_path() / std::filesystem::read_symlink(path, error);
+  return path == name ? name : path.string();
+}
+
 } // namespace
 
 bool file_exists(const std::string &name) {
@@ -102,9 +118,10 @@ bool file_exists(const std::string &name) {
 }
 
 bool complete_replacement(const std::string &name) {
-  const std::string made = name + ".new";
-  return !file_exists(name) && file_exists(name + ".bak") && file_exists(made) &&
-         std::rename(made.c_str(), name.c_str()) == 0;
+  const std::string target = link_target(name);
+  const std::string made = target + ".new";
+  return !file_exists(target) && file_exists(target + ".bak") && file_exists(made) &&
+         std::rename(made.c_str(), target.c_str()) == 0;
 }
 
 FileStamp stamp_of(const std::string &name) {
@@ -136,7 +153,9 @@ bool read_whole_file(const std::string &name, std::string &text) {
   return std::ferror(file.get()) == 0;
 }
 
-SafeFile::SafeFile(std::string name) : name_(std::move(name)), new_name_(name_ + ".new") {}
+SafeFile::SafeFile(std::string name)
+    : name_(link_target(name)), channel_(is_channel(name_)),
+      new_name_(channel_ ? name_ : name_ + ".new") {}
 
 SafeFile::~SafeFile() {
   file_.reset();
@@ -169,7 +188,7 @@ bool SafeFile::open() {
   }
   // The chunk is the buffer: each write below reaches the file when it is made.
   std::setvbuf(file_.get(), nullptr, _IONBF, 0);
-  made_ = true;
+  made_ = !channel_;
   failed_ = false;
   return true;
 }
@@ -241,6 +260,8 @@ SaveOutcome SafeFile::replace() {
     return outcome_;
   if (!finish_content())
     return SaveOutcome::cannot_write;
+  if (channel_)
+    return SaveOutcome::saved;
   const bool replaces = file_exists(name_);
   if (replaces) {
     copy_rights(name_, new_name_);

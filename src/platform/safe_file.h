@@ -11,6 +11,9 @@
 //   }
 //   switch (out.replace()) { ... one message for each outcome ... }
 //
+// A symbolic link stays, and the file that it leads to is replaced. A device or a pipe is written
+// to as it is.
+//
 // An object that is dropped without replace(), also by an abandoned command, removes NAME.new and
 // leaves everything as it was. Failed writes are remembered and reported by replace().
 #pragma once
@@ -77,6 +80,7 @@ private:
   bool take_name();
 
   std::string name_;
+  bool channel_; // a device or a pipe, written to as it is
   std::string new_name_;
   std::string chunk_;
   std::unique_ptr<std::FILE, Closer> file_;

@@ -1,6 +1,7 @@
 // The terminal program: reads the command line, starts the language, opens the database, runs the
 // session and answers with its exit status. Everything after the command line runs on a thread with
 // a very large stack, so that deep structures and deep nesting hold.
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -71,10 +72,11 @@ std::unique_ptr<LineInput> make_input(bool colour) {
 }
 
 // The texts of --eval, each closed by a semicolon.
+// The queries with their ends, which a quote left open must not take in.
 std::vector<std::string> closed_queries(const Options &options) {
   std::vector<std::string> texts;
   for (const std::string &query : options.queries)
-    texts.push_back(query + " ;");
+    texts.push_back(query + (std::count(query.begin(), query.end(), '"') % 2 == 0 ? " ;" : "\n;"));
   return texts;
 }
 
@@ -205,6 +207,7 @@ void catch_interrupts() {
   action.sa_handler = note_interrupt;
   sigemptyset(&action.sa_mask);
   sigaction(SIGINT, &action, nullptr);
+  std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow is a failed write, as on a full disk
   sigset_t interrupt;
   sigemptyset(&interrupt);
   sigaddset(&interrupt, SIGINT);

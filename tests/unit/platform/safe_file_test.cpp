@@ -2,7 +2,9 @@
 // failed at every step in turn, as by a full disk.
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -88,6 +90,39 @@ TEST_F(SafeFileTest, AMissingFileIsMadeAndTheBackupStays) {
   EXPECT_EQ(save(), SaveOutcome::saved);
   EXPECT_EQ(get(name), kNew);
   EXPECT_EQ(get(name + ".bak"), kOlder);
+}
+
+TEST_F(SafeFileTest, ALinkStaysAndItsFileIsReplaced) {
+  const std::string first = (folder / "first.ddb").string();
+  const std::string second = (folder / "second.ddb").string();
+  fs::create_symlink("x.ddb", second);
+  fs::create_symlink(second, first);
+  SafeFile out(first);
+  out.open();
+  out.write(kNew);
+  EXPECT_EQ(out.replace(), SaveOutcome::saved);
+  EXPECT_TRUE(fs::is_symlink(first) && fs::is_symlink(second));
+  EXPECT_EQ(get(name), kNew);
+  EXPECT_EQ(get(name + ".bak"), kOld);
+  fs::rename(name, name + ".new"); // cut off between the renames
+  EXPECT_TRUE(complete_replacement(first));
+  EXPECT_EQ(get(first), kNew);
+}
+
+TEST_F(SafeFileTest, APipeIsWrittenToAsItIs) {
+  const std::string pipe = (folder / "pipe").string();
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+  SafeFile out(pipe);
+  out.open();
+  out.write("text");
+  EXPECT_EQ(out.replace(), SaveOutcome::saved);
+  char got[8] = {};
+  EXPECT_EQ(read(reader, got, sizeof got), 4);
+  close(reader);
+  EXPECT_STREQ(got, "text");
+  EXPECT_TRUE(fs::is_fifo(pipe));
+  EXPECT_FALSE(file_exists(pipe + ".new") || file_exists(pipe + ".bak"));
 }
 
 TEST_F(SafeFileTest, StoppedAtEveryStepAWholeVersionStands) {
