@@ -7,6 +7,7 @@
 
 #include "core/events.h"
 #include "core/symbols.h"
+#include "front/cint.h"
 #include "front/parse.h"
 #include "front/source.h"
 #include "platform/response.h"
@@ -161,6 +162,12 @@ int refuse(const std::string &message) {
 
 void report_undefined(bool infix) {
   ++gParseErrors;
+  // Of a typed query the brackets are looked at first.
+  if (const char *fault = query_fault(pp_recorded_statement()); fault != nullptr) {
+    gRetypeQuery = 1;
+    orvek_error(fault);
+    return;
+  }
   const std::string name = pp_start;
   BeepMsge("please define unrecognised symbol: " + name + "\n", 1);
   if (gNotes == 0)

@@ -182,6 +182,23 @@ std::string pp_take_record() {
   return text;
 }
 
+std::string pp_recorded_statement() {
+  if (!recording.on || recording.paused)
+    return {};
+  const std::string line = pp_line_text();
+  const std::string text = recording.text + line.substr(std::min(recording.from, line.size()));
+  bool quoted = false;
+  for (std::size_t i = recording.text.size(); i < text.size(); ++i) {
+    if (text[i] == '"')
+      quoted = !quoted;
+    else if (!quoted && text[i] == '\'' && i + 2 < text.size() && text[i + 2] == '\'')
+      i += 2; // a character literal
+    else if (!quoted && text[i] == ';')
+      return text.substr(0, i);
+  }
+  return {};
+}
+
 void pp_record_pause(const char *upto) {
   if (!recording.on)
     return;

@@ -45,6 +45,9 @@ void pp_drop_prompt();
 // current when it is taken. Comments are left out.
 void pp_begin_record();
 std::string pp_take_record();
+// The statement being recorded as far as the `;` that ends it on the current line; empty when
+// nothing is recorded or the line does not end it.
+std::string pp_recorded_statement();
 // Called by skip_comment around a comment.
 void pp_record_pause(const char *upto);
 void pp_record_resume(const char *from);
