@@ -64,6 +64,9 @@ struct TextRange {
   friend bool operator==(const TextRange &, const TextRange &) = default;
 };
 
+// In a text that is appended: a line end for showing only, which copying leaves out.
+inline constexpr char kSoftBreak = '\r';
+
 class Desktop {
 public:
   virtual ~Desktop() = default;
@@ -80,11 +83,12 @@ public:
   // The text of a text window (console, ORVEK, narrative, annotation).
   virtual std::string text_of(WindowId win) = 0;
   virtual void set_text(WindowId win, std::string_view text) = 0;
-  virtual void append_text(WindowId win, std::string_view text) = 0;
-  // Appends a message that beeped, so that it stands out from ordinary text.
-  virtual void append_message(WindowId win, std::string_view text, int level) = 0;
+  // Appends a text that may hold soft breaks; the stretches `standing_out` of it, in order, are
+  // messages that beeped and are shown so.
+  virtual void append_text(WindowId win, std::string_view text,
+                           const std::vector<TextRange> &standing_out) = 0;
   // The console's text has two parts: what was appended, and behind it what the user typed since.
-  // These read and replace the typed part; append_text leaves it standing behind the new text.
+  // These read and replace the typed part; set_text and append_text leave it standing behind.
   virtual std::string typed_text(WindowId win) = 0;
   virtual void set_typed_text(WindowId win, std::string_view text) = 0;
   // Takes whole lines away from the front, so that at most `keep` characters of appended text are
@@ -142,8 +146,7 @@ public:
   Rect client_rect(WindowId) override { return {0, 0, 450, 360}; }
   std::string text_of(WindowId) override { return {}; }
   void set_text(WindowId, std::string_view) override {}
-  void append_text(WindowId, std::string_view) override {}
-  void append_message(WindowId, std::string_view, int) override {}
+  void append_text(WindowId, std::string_view, const std::vector<TextRange> &) override {}
   std::string typed_text(WindowId) override { return {}; }
   void set_typed_text(WindowId, std::string_view) override {}
   std::size_t drop_front(WindowId, std::size_t) override { return 0; }

@@ -104,7 +104,7 @@ int NewOrvekCommand() {
 }
 
 int ClearControlCommand() {
-  gDesktopConsole.text().clear();
+  gDesktopConsole.clear();
   return 1;
 }
 

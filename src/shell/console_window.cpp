@@ -2,6 +2,7 @@
 // and the list of earlier queries.
 #include "shell/console_window.h"
 
+#include <deque>
 #include <span>
 #include <vector>
 
@@ -28,7 +29,13 @@ constexpr milliseconds kBusyAfter{300};
 // So much text is shown without waiting for the clock.
 constexpr std::size_t kShowBytes = 1 << 20;
 
+// What an interrupt says; it begins a line wherever the answer was cut off.
+constexpr std::string_view kInterrupted = "Query interrupted";
+
 QueryHistory history;
+// Complete lines that were typed or pasted and have not run yet, and whether they are being run.
+std::deque<std::string> lines;
+bool running_lines = false;
 
 bool ends_with_prompt(std::string_view text) {
   return text.size() >= kQueryPrompt.size() &&
@@ -40,25 +47,55 @@ bool ends_with_prompt(std::string_view text) {
 void DesktopConsole::write(std::string_view text) {
   if (text.empty())
     return;
-  if (at_prompt_ && command_runs() && text.front() != '\n')
-    text_.append("\n"); // a command other than the query asked for
+  const bool prompted = at_prompt_ && command_runs(); // a command other than the query asked for
+  if ((prompted && text.front() != '\n') ||
+      (text.starts_with(kInterrupted) && text_.in_plain_line()))
+    text_.append("\n");
   text_.append(text);
   at_prompt_ = ends_with_prompt(text);
-  if (!command_runs() || text_.waiting() > kShowBytes)
-    text_.flush();
+  show_soon();
 }
 
 void DesktopConsole::narrative(std::string_view text) {
-  if (gNarWind == 0 && open_narrative() == 0)
+  if (gNarWind == 0 && open_narrative() == 0) {
     write(text);
-  else
-    gDesktop->append_text(gNarWind, text);
+    return;
+  }
+  if (story_window_ != gNarWind)
+    story_.forget();
+  story_window_ = gNarWind;
+  story_.append(text);
+  show_soon();
 }
 
-void DesktopConsole::warn(std::string_view text, int level) {
-  text_.append_message(text, level);
+void DesktopConsole::warn(std::string_view text, int) {
+  if (!text.starts_with('\n') && text_.in_plain_line())
+    text_.append("\n");
+  text_.append(text, true);
   at_prompt_ = false;
   beep();
+}
+
+void DesktopConsole::show() {
+  text_.flush();
+  if (gNarWind == 0 || gNarWind != story_window_)
+    story_.forget(); // it belongs to a window that was closed
+  else
+    story_.flush(gNarWind);
+  if (beep_due_)
+    gDesktop->beep();
+  beep_due_ = false;
+}
+
+void DesktopConsole::show_soon() {
+  const std::size_t waiting = text_.waiting() + story_.waiting().size();
+  if ((!command_runs() && !held_) || waiting > kShowBytes)
+    show();
+}
+
+void DesktopConsole::clear() {
+  text_.clear();
+  at_prompt_ = false;
 }
 
 void DesktopConsole::note(std::string_view text) {
@@ -68,17 +105,17 @@ void DesktopConsole::note(std::string_view text) {
 }
 
 int DesktopConsole::ask(const std::string &message, std::span<const std::string> buttons) {
-  text_.flush();
+  show();
   return gDesktop->ask(message, {buttons.begin(), buttons.end()});
 }
 
 bool DesktopConsole::ask_text(const std::string &prompt, std::string &answer) {
-  text_.flush();
+  show();
   return gDesktop->ask_text(prompt, answer);
 }
 
 int DesktopConsole::read_char() {
-  text_.flush();
+  show();
   reading_ = true;
   take_characters();
   while (characters_.empty() && gInterrupted == 0)
@@ -99,7 +136,7 @@ bool DesktopConsole::take_characters() {
     characters_ += typed;
     gDesktop->set_typed_text(hControl, "");
     text_.append(typed);
-    text_.flush();
+    show();
   }
   return true;
 }
@@ -108,12 +145,15 @@ void DesktopConsole::show_if_due(Clock::time_point now) {
   if (now - last_shown_ < kShowEvery)
     return;
   last_shown_ = now;
-  text_.flush();
-  if (!busy_shown_ && command_runs() && now - busy_since_ > kBusyAfter) {
-    busy_shown_ = true;
-    gDesktop->set_cursor(CursorShape::busy);
-    gDesktop->enable_menus(false);
-  }
+  show();
+  if (!busy_shown_ && command_runs() && now - busy_since_ > kBusyAfter)
+    show_busy(true);
+}
+
+void DesktopConsole::show_busy(bool on) {
+  busy_shown_ = on;
+  gDesktop->set_cursor(on ? CursorShape::busy : CursorShape::arrow);
+  gDesktop->enable_menus(!on);
 }
 
 bool DesktopConsole::interrupted() {
@@ -128,19 +168,20 @@ bool DesktopConsole::interrupted() {
 
 void DesktopConsole::busy(bool on) {
   if (on) {
-    busy_since_ = last_shown_ = Clock::now();
+    busy_since_ = Clock::now();
+    if (!held_)
+      last_shown_ = busy_since_;
     return;
   }
-  text_.flush();
-  if (!busy_shown_)
-    return;
-  gDesktop->set_cursor(CursorShape::arrow);
-  gDesktop->enable_menus(true);
-  busy_shown_ = false;
+  if (!held_)
+    show();
+  if (busy_shown_)
+    show_busy(false);
 }
 
 void DesktopConsole::beep() {
-  gDesktop->beep();
+  beep_due_ = true;
+  show_soon();
 }
 
 // --- the query loop ----------------------------------------------------------------------------
@@ -156,7 +197,7 @@ void wait_for_query() {
   if (!gDesktopConsole.at_prompt())
     DisplayResponse(kQueryPrompt);
   greqQuery = 1;
-  gDesktopConsole.text().flush();
+  gDesktopConsole.show_soon();
 }
 
 int GetQuery(const std::string &line) {
@@ -174,21 +215,52 @@ int GetQuery(const std::string &line) {
   return 0;
 }
 
-void console_changed() {
-  if (gDesktopConsole.take_characters() || command_runs())
-    return;
+namespace {
+
+// Takes the lines that are complete out of what is typed.
+void take_lines() {
   std::string rest;
   const std::vector<std::string> queries = split_queries(gDesktop->typed_text(hControl), rest);
   if (queries.empty())
     return;
   gDesktop->set_typed_text(hControl, rest);
-  for (const std::string &query : queries) {
-    if (query.empty() && queries.size() > 1)
-      continue;
-    DisplayResponse(query + "\n");
-    if (run_entry([&query] { return GetQuery(query); }) == CommandEnd::interrupted)
-      break; // what was pasted behind it is not wanted either
-  }
+  for (const std::string &query : queries)
+    if (!query.empty() || queries.size() == 1)
+      lines.push_back(query);
+}
+
+// Runs the oldest line. Between lines that follow at once the keys are looked at, so that a long
+// paste can be stopped; what was pasted behind a query that is stopped is not wanted either.
+void run_line() {
+  const std::string query = lines.front();
+  lines.pop_front();
+  const std::size_t behind = lines.size();
+  gDesktopConsole.hold(behind > 0);
+  DisplayResponse(query + "\n");
+  const CommandEnd end = run_entry([&query, behind] {
+    if (behind > 0)
+      poll_user_events();
+    return GetQuery(query);
+  });
+  if (end == CommandEnd::interrupted)
+    lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(behind));
+}
+
+} // namespace
+
+// Running a line comes back here with what was typed meanwhile, which waits for its turn.
+void console_changed() {
+  if (gDesktopConsole.take_characters() || command_runs())
+    return;
+  take_lines();
+  if (running_lines)
+    return;
+  running_lines = true;
+  while (!lines.empty())
+    run_line();
+  running_lines = false;
+  gDesktopConsole.hold(false);
+  gDesktopConsole.show();
 }
 
 int console_recall(int step) {

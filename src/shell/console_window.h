@@ -10,8 +10,13 @@
 
 namespace velora {
 
+// The narrative window keeps at least kKeptStory characters and at most kMostStory.
+inline constexpr std::size_t kKeptStory = 500'000;
+inline constexpr std::size_t kMostStory = 1'000'000;
+
 // The console of programs with windows. Its text is shown at the latest when the command that
-// printed it ends, and ten times a second while it runs.
+// printed it ends, and ten times a second while it runs or while pasted queries follow each other;
+// that of the narrative window goes with it.
 class DesktopConsole : public Console {
 public:
   void write(std::string_view text) override;
@@ -26,6 +31,14 @@ public:
   void beep() override;
 
   ConsoleText &text() { return text_; }
+  // Shows everything written so far.
+  void show();
+  // The same, unless more text is sure to follow soon.
+  void show_soon();
+  // Until hold(false) the end of a command is no reason to show its text: the next one waits.
+  void hold(bool on) { held_ = on; }
+  // Empties the window, its prompt with it; what the user has typed stays.
+  void clear();
   // True when nothing has been shown since the prompt.
   [[nodiscard]] bool at_prompt() const { return at_prompt_; }
   // Takes what the user typed while a character is read; false when none is.
@@ -34,12 +47,17 @@ public:
 private:
   using Clock = std::chrono::steady_clock;
   void show_if_due(Clock::time_point now);
+  void show_busy(bool on);
 
   ConsoleText text_;
-  std::string characters_; // typed for read_char and not yet read
+  ShownText story_{kKeptStory, kMostStory, "[earlier text]\n"};
+  WindowId story_window_ = 0; // the narrative window that story_ belongs to
+  std::string characters_;    // typed for read_char and not yet read
   bool reading_ = false;
   bool at_prompt_ = false;
   bool busy_shown_ = false;
+  bool held_ = false;
+  bool beep_due_ = false; // sounded with the text, so that many messages do not delay each other
   Clock::time_point last_shown_;
   Clock::time_point last_look_;
   Clock::time_point busy_since_;

@@ -1,6 +1,7 @@
 // The recorders: every call a line, every answer from the script.
 #include "kit/recorder.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 
@@ -192,14 +193,16 @@ void RecorderDesktop::set_text(WindowId win, std::string_view text) {
   windows[win].text = text;
 }
 
-void RecorderDesktop::append_text(WindowId win, std::string_view text) {
-  note_call("append %d %s", win, quoted(text).c_str());
-  windows[win].text += text;
-}
-
-void RecorderDesktop::append_message(WindowId win, std::string_view text, int level) {
-  note_call("message %d level %d %s", win, level, quoted(text).c_str());
-  windows[win].text += text;
+// A soft break is seen as a line end.
+void RecorderDesktop::append_text(WindowId win, std::string_view text,
+                                  const std::vector<TextRange> &standing_out) {
+  std::string seen(text);
+  std::replace(seen.begin(), seen.end(), kSoftBreak, '\n');
+  note_call("append %d %s", win, quoted(seen).c_str());
+  for (const TextRange &range : standing_out)
+    note_call("stands out %d %s", win,
+              quoted(seen.substr(range.start, range.end - range.start)).c_str());
+  windows[win].text += seen;
 }
 
 std::string RecorderDesktop::typed_text(WindowId win) {

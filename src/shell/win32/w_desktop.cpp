@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "shell/console_window.h"
 #include "shell/desk_events.h"
 #include "shell/vel_wins.h"
 #include "shell/win32/w_canvas.h"
@@ -141,7 +142,7 @@ Rect Win32Desktop::client_rect(WindowId win) {
 
 std::string Win32Desktop::text_of(WindowId win) {
   const Window *window = find_window(win);
-  return window != nullptr && window->edit != nullptr ? from_edit(edit_text(*window))
+  return window != nullptr && window->edit != nullptr ? from_edit(EditText(*window).view())
                                                       : std::string();
 }
 
@@ -150,14 +151,10 @@ void Win32Desktop::set_text(WindowId win, std::string_view text) {
     set_edit_text(*window, text);
 }
 
-void Win32Desktop::append_text(WindowId win, std::string_view text) {
+void Win32Desktop::append_text(WindowId win, std::string_view text,
+                               const std::vector<TextRange> &standing_out) {
   if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
-    append_edit_text(*window, text, -1);
-}
-
-void Win32Desktop::append_message(WindowId win, std::string_view text, int level) {
-  if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
-    append_edit_text(*window, text, level);
+    append_edit_text(*window, text, standing_out);
 }
 
 std::string Win32Desktop::typed_text(WindowId win) {
@@ -189,20 +186,23 @@ TextRange Win32Desktop::selection(WindowId win) {
   const Window *window = find_window(win);
   if (window == nullptr || window->edit == nullptr)
     return {};
-  EditRange range{};
-  SendMessageW(window->edit, EM_GETSEL, reinterpret_cast<WPARAM>(&range.start),
-               reinterpret_cast<LPARAM>(&range.end));
-  const std::wstring text = edit_text(*window);
-  return {byte_place(text, range.start), byte_place(text, range.end)};
+  const EditRange range = selection_of(*window);
+  const EditText text(*window);
+  return {byte_place(text.view(), range.start), byte_place(text.view(), range.end)};
 }
 
 void Win32Desktop::select_text(WindowId win, TextRange range) {
   const Window *window = find_window(win);
   if (window == nullptr || window->edit == nullptr)
     return;
-  const std::wstring text = edit_text(*window);
-  SendMessageW(window->edit, EM_SETSEL, edit_place(text, range.start),
-               static_cast<LPARAM>(edit_place(text, range.end)));
+  std::size_t start = 0;
+  std::size_t end = 0;
+  {
+    const EditText text(*window);
+    start = edit_place(text.view(), range.start);
+    end = edit_place(text.view(), range.end);
+  }
+  SendMessageW(window->edit, EM_SETSEL, start, static_cast<LPARAM>(end));
   SendMessageW(window->edit, EM_SCROLLCARET, 0, 0);
 }
 
@@ -231,6 +231,7 @@ std::string Win32Desktop::menu_label(MenuBar bar, int command) {
 
 std::optional<std::string> Win32Desktop::choose_file(bool for_saving, const std::string &title,
                                                      const std::string &pattern) {
+  gDesktopConsole.show();
   return choose_file_name(for_saving, title, pattern);
 }
 
@@ -265,6 +266,7 @@ bool Win32Desktop::ask_text(const std::string &prompt, std::string &answer) {
 }
 
 void Win32Desktop::message_box(const std::string &title, const std::string &text) {
+  gDesktopConsole.show();
   show_message(title, text, MB_ICONERROR);
 }
 

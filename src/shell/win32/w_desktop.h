@@ -18,8 +18,8 @@ public:
   Rect client_rect(WindowId win) override;
   std::string text_of(WindowId win) override;
   void set_text(WindowId win, std::string_view text) override;
-  void append_text(WindowId win, std::string_view text) override;
-  void append_message(WindowId win, std::string_view text, int level) override;
+  void append_text(WindowId win, std::string_view text,
+                   const std::vector<TextRange> &standing_out) override;
   std::string typed_text(WindowId win) override;
   void set_typed_text(WindowId win, std::string_view text) override;
   std::size_t drop_front(WindowId win, std::size_t keep) override;

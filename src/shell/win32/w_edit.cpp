@@ -3,6 +3,7 @@
 #include "shell/win32/w_edit.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "shell/win32/w_edit_keys.h"
 #include "shell/win32/w_objects.h"
@@ -27,6 +28,116 @@ private:
   bool before_;
 };
 
+// Nothing is drawn while in scope; everything once at its end.
+class DrawnOnce {
+public:
+  explicit DrawnOnce(HWND edit) : edit_(edit) { SendMessageW(edit_, WM_SETREDRAW, FALSE, 0); }
+  ~DrawnOnce() {
+    SendMessageW(edit_, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(edit_, nullptr, TRUE);
+  }
+  DrawnOnce(const DrawnOnce &) = delete;
+  DrawnOnce &operator=(const DrawnOnce &) = delete;
+
+private:
+  HWND edit_;
+};
+
+// The user cannot undo what the program did, nor what he did before it: the text has moved.
+void replace(const Window &window, EditRange range, const std::wstring &text) {
+  SendMessageW(window.edit, EM_SETSEL, range.start, range.end);
+  SendMessageW(window.edit, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
+  SendMessageW(window.edit, EM_EMPTYUNDOBUFFER, 0, 0);
+}
+
+// Where the program's text ends.
+DWORD end_of_text(const Window &window) {
+  const DWORD length = text_length(window);
+  return window.kind == kControlWindow ? std::min(window.mark, length) : length;
+}
+
+// A text to append, with places in the control that it will stand in.
+struct Incoming {
+  std::wstring text;
+  std::vector<EditRange> messages;
+  std::vector<DWORD> soft_breaks;
+};
+
+void add_part(Incoming &incoming, DWORD at, std::string_view part) {
+  for (std::size_t end; (end = part.find(kSoftBreak)) != std::string_view::npos;) {
+    incoming.text += to_edit(part.substr(0, end));
+    incoming.soft_breaks.push_back(at + static_cast<DWORD>(incoming.text.size()));
+    incoming.text += L"\r\n";
+    part.remove_prefix(end + 1);
+  }
+  incoming.text += to_edit(part);
+}
+
+Incoming incoming_at(DWORD at, std::string_view text, const std::vector<TextRange> &standing_out) {
+  Incoming incoming;
+  const auto place = [&] { return at + static_cast<DWORD>(incoming.text.size()); };
+  std::size_t done = 0;
+  for (const TextRange &range : standing_out) {
+    add_part(incoming, at, text.substr(done, range.start - done));
+    const DWORD start = place();
+    add_part(incoming, at, text.substr(range.start, range.end - range.start));
+    incoming.messages.push_back({start, place()});
+    done = range.end;
+  }
+  add_part(incoming, at, text.substr(done));
+  return incoming;
+}
+
+// Long code lines run on to the right; answers and stories are wrapped.
+DWORD edit_style(WindowKind kind) {
+  const DWORD style = WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_AUTOVSCROLL |
+                      ES_NOHIDESEL | ES_WANTRETURN;
+  return kind == kOrvekWindow ? style | WS_HSCROLL | ES_AUTOHSCROLL : style;
+}
+
+// Places in the text move when `dropped` units go from its front.
+void shift_places(Window &window, DWORD dropped) {
+  std::erase_if(window.messages, [dropped](const EditRange &r) { return r.end <= dropped; });
+  for (EditRange &r : window.messages)
+    r = {r.start > dropped ? r.start - dropped : 0, r.end - dropped};
+  std::erase_if(window.soft_breaks, [dropped](DWORD at) { return at < dropped; });
+  for (DWORD &at : window.soft_breaks)
+    at -= dropped;
+}
+
+// A stretch of the text without the breaks made for showing.
+std::wstring unbroken(const Window &window, std::wstring_view text, EditRange range) {
+  const auto &breaks = window.soft_breaks;
+  std::wstring out;
+  DWORD at = range.start;
+  for (auto b = std::lower_bound(breaks.begin(), breaks.end(), at);
+       b != breaks.end() && *b < range.end; ++b) {
+    out += text.substr(at, *b - at);
+    at = std::min(*b + 2, range.end); // "\r\n"
+  }
+  return out += text.substr(at, range.end - at);
+}
+
+bool to_clipboard(HWND owner, const std::wstring &text) {
+  const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+  if (OpenClipboard(owner) == FALSE)
+    return false;
+  EmptyClipboard();
+  const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes);
+  if (block != nullptr) {
+    std::memcpy(GlobalLock(block), text.c_str(), bytes);
+    GlobalUnlock(block);
+    if (SetClipboardData(CF_UNICODETEXT, block) == nullptr)
+      GlobalFree(block);
+  }
+  CloseClipboard();
+  return true;
+}
+
+} // namespace
+
+// --- reading -----------------------------------------------------------------------------------
+
 DWORD text_length(const Window &window) {
   return static_cast<DWORD>(GetWindowTextLengthW(window.edit));
 }
@@ -38,25 +149,77 @@ EditRange selection_of(const Window &window) {
   return range;
 }
 
-void replace(const Window &window, EditRange range, const std::wstring &text) {
-  SendMessageW(window.edit, EM_SETSEL, range.start, range.end);
-  SendMessageW(window.edit, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
+EditText::EditText(const Window &window) {
+  const std::size_t length = text_length(window);
+  const auto block = reinterpret_cast<HLOCAL>(SendMessageW(window.edit, EM_GETHANDLE, 0, 0));
+  const void *place = block == nullptr ? nullptr : LocalLock(block);
+  if (place != nullptr) {
+    block_ = block;
+    const auto *units = static_cast<const wchar_t *>(place);
+    if (LocalSize(block) > length * sizeof(wchar_t) && units[length] == L'\0') {
+      text_ = {units, length};
+      return;
+    }
+  }
+  copy_.resize(length);
+  const int got = GetWindowTextW(window.edit, copy_.data(), static_cast<int>(length) + 1);
+  copy_.resize(static_cast<std::size_t>(got));
+  text_ = copy_;
 }
 
-// Long code lines run on to the right; answers and stories are wrapped.
-DWORD edit_style(WindowKind kind) {
-  const DWORD style = WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_AUTOVSCROLL |
-                      ES_NOHIDESEL | ES_WANTRETURN;
-  return kind == kOrvekWindow ? style | WS_HSCROLL | ES_AUTOHSCROLL : style;
+EditText::~EditText() {
+  if (block_ != nullptr)
+    LocalUnlock(block_);
 }
 
-void shift_messages(Window &window, DWORD dropped) {
-  std::erase_if(window.messages, [dropped](const EditRange &r) { return r.end <= dropped; });
-  for (EditRange &r : window.messages)
-    r = {r.start > dropped ? r.start - dropped : 0, r.end - dropped};
+std::string typed_text_of(const Window &window) {
+  if (text_length(window) <= window.mark)
+    return {};
+  const EditText text(window);
+  return from_edit(text.view().substr(std::min<std::size_t>(window.mark, text.view().size())));
 }
 
-} // namespace
+std::string whole_line(const Window &window, DWORD at) {
+  const EditText text(window);
+  const std::wstring_view all = text.view();
+  const auto soft = [&](std::size_t line_end) {
+    return std::binary_search(window.soft_breaks.begin(), window.soft_breaks.end(),
+                              static_cast<DWORD>(line_end) - 1);
+  };
+  std::size_t start = std::min<std::size_t>(at, all.size());
+  while (start > 0 && (all[start - 1] != L'\n' || soft(start - 1)))
+    --start;
+  std::size_t end = start;
+  while (end < all.size() && (all[end] != L'\n' || soft(end)))
+    ++end;
+  return from_edit(unbroken(window, all, {static_cast<DWORD>(start), static_cast<DWORD>(end)}));
+}
+
+bool copy_unbroken(const Window &window) {
+  const EditRange range = selection_of(window);
+  const auto &breaks = window.soft_breaks;
+  const auto first = std::lower_bound(breaks.begin(), breaks.end(), range.start);
+  if (first == breaks.end() || *first >= range.end)
+    return false;
+  std::wstring copied;
+  {
+    const EditText text(window);
+    copied = unbroken(window, text.view(), range);
+  }
+  return to_clipboard(window.edit, copied);
+}
+
+EditState edit_state_of(const Window &window) {
+  EditState state;
+  const EditRange range = selection_of(window);
+  state.can_undo = SendMessageW(window.edit, EM_CANUNDO, 0, 0) != 0;
+  state.can_paste = IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE ||
+                    IsClipboardFormatAvailable(CF_TEXT) != FALSE;
+  state.selected = range.start != range.end;
+  return state;
+}
+
+// --- changing ----------------------------------------------------------------------------------
 
 bool make_edit(Window &window) {
   window.edit = CreateWindowExW(0, L"edit", nullptr, edit_style(window.kind), 0, 0, 0, 0,
@@ -71,36 +234,37 @@ bool make_edit(Window &window) {
   return true;
 }
 
-std::wstring edit_text(const Window &window) {
-  std::wstring text(text_length(window), L'\0');
-  const int got = GetWindowTextW(window.edit, text.data(), static_cast<int>(text.size()) + 1);
-  text.resize(static_cast<std::size_t>(got));
-  return text;
-}
-
 void set_edit_text(Window &window, std::string_view text) {
   const OwnChange own(window);
-  SetWindowTextW(window.edit, to_edit(text).c_str());
+  const std::wstring wide = to_edit(text);
+  const std::wstring typed =
+      window.kind == kControlWindow ? to_edit(typed_text_of(window)) : std::wstring();
+  SetWindowTextW(window.edit, (wide + typed).c_str());
   window.messages.clear();
-  window.mark = text_length(window);
-  SendMessageW(window.edit, EM_SETSEL, window.mark, static_cast<LPARAM>(window.mark));
+  window.soft_breaks.clear();
+  window.mark = std::min(static_cast<DWORD>(wide.size()), text_length(window));
+  const DWORD end = text_length(window);
+  SendMessageW(window.edit, EM_SETSEL, end, static_cast<LPARAM>(end));
   SendMessageW(window.edit, EM_SCROLLCARET, 0, 0);
 }
 
 // The user's selection in older text stays; otherwise the caret follows the text.
-void append_edit_text(Window &window, std::string_view text, int level) {
-  const std::wstring wide = to_edit(text);
-  if (wide.empty())
+void append_edit_text(Window &window, std::string_view text,
+                      const std::vector<TextRange> &standing_out) {
+  const DWORD at = end_of_text(window);
+  const Incoming incoming = incoming_at(at, text, standing_out);
+  if (incoming.text.empty())
     return;
   const OwnChange own(window);
+  const DrawnOnce once(window.edit);
   const EditRange before = selection_of(window);
   const DWORD length = text_length(window);
-  const DWORD at = window.kind == kControlWindow ? std::min(window.mark, length) : length;
-  replace(window, {at, at}, wide);
+  replace(window, {at, at}, incoming.text);
   const DWORD added = text_length(window) - length;
   window.mark = at + added;
-  if (level >= 0)
-    window.messages.push_back({at, at + added});
+  window.messages.insert(window.messages.end(), incoming.messages.begin(), incoming.messages.end());
+  window.soft_breaks.insert(window.soft_breaks.end(), incoming.soft_breaks.begin(),
+                            incoming.soft_breaks.end());
   const bool selected_older = before.start != before.end && before.start < at;
   const DWORD moved = before.end >= at ? added : 0;
   const EditRange after = selected_older     ? before
@@ -109,13 +273,6 @@ void append_edit_text(Window &window, std::string_view text, int level) {
   SendMessageW(window.edit, EM_SETSEL, after.start, static_cast<LPARAM>(after.end));
   if (!selected_older)
     SendMessageW(window.edit, EM_SCROLLCARET, 0, 0);
-  SendMessageW(window.edit, EM_EMPTYUNDOBUFFER, 0, 0);
-}
-
-std::string typed_text_of(const Window &window) {
-  const std::wstring text = edit_text(window);
-  return text.size() <= window.mark ? std::string()
-                                    : from_edit(std::wstring_view(text).substr(window.mark));
 }
 
 void set_typed(Window &window, std::string_view text) {
@@ -127,34 +284,30 @@ void set_typed(Window &window, std::string_view text) {
 }
 
 std::size_t drop_front_of(Window &window, std::size_t keep) {
-  if (window.mark <= keep)
+  const DWORD limit = end_of_text(window);
+  if (limit <= keep)
     return 0;
+  DWORD dropped = 0;
+  std::size_t characters = 0;
+  {
+    const EditText text(window);
+    const std::wstring_view front = text.view().substr(0, limit);
+    const std::size_t line = front.find(L'\n', limit - keep);
+    dropped = line == std::wstring_view::npos ? limit - static_cast<DWORD>(keep)
+                                              : static_cast<DWORD>(line) + 1;
+    characters = static_cast<std::size_t>(std::count_if(front.begin(), front.begin() + dropped,
+                                                        [](wchar_t c) { return c != L'\r'; }));
+  }
   const OwnChange own(window);
+  const DrawnOnce once(window.edit);
   const EditRange before = selection_of(window);
-  const auto line = SendMessageW(window.edit, EM_LINEFROMCHAR, window.mark - keep, 0) + 1;
-  const LRESULT start = SendMessageW(window.edit, EM_LINEINDEX, static_cast<WPARAM>(line), 0);
-  if (start <= 0 || static_cast<DWORD>(start) > window.mark)
-    return 0;
-  const auto dropped = static_cast<DWORD>(start);
-  const std::wstring text = edit_text(window).substr(0, dropped);
   replace(window, {0, dropped}, L"");
-  window.mark -= dropped;
-  shift_messages(window, dropped);
+  window.mark -= std::min(window.mark, dropped);
+  shift_places(window, dropped);
   const auto moved = [dropped](DWORD at) { return at > dropped ? at - dropped : 0; };
   SendMessageW(window.edit, EM_SETSEL, moved(before.start), static_cast<LPARAM>(moved(before.end)));
   SendMessageW(window.edit, EM_SCROLLCARET, 0, 0);
-  return static_cast<std::size_t>(
-      std::count_if(text.begin(), text.end(), [](wchar_t c) { return c != L'\r'; }));
-}
-
-EditState edit_state_of(const Window &window) {
-  EditState state;
-  const EditRange range = selection_of(window);
-  state.can_undo = SendMessageW(window.edit, EM_CANUNDO, 0, 0) != 0;
-  state.can_paste = IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE ||
-                    IsClipboardFormatAvailable(CF_TEXT) != FALSE;
-  state.selected = range.start != range.end;
-  return state;
+  return characters;
 }
 
 void do_edit(const Window &window, EditCommand command) {

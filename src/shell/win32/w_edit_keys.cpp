@@ -1,5 +1,5 @@
-// Keys of the console. Typing goes behind the mark wherever the caret stands; Enter closes the
-// line; Up and Down bring earlier queries back; Escape empties the line.
+// Keys of the console. Whatever inserts text goes behind the mark wherever the caret stands; Enter
+// closes the line; Up and Down bring earlier queries back; Escape empties the line.
 #include "shell/win32/w_edit_keys.h"
 
 #include <algorithm>
@@ -8,40 +8,34 @@
 #include "platform/response.h"
 #include "shell/desk_events.h"
 #include "shell/win32/w_edit.h"
-#include "shell/win32/w_objects.h"
-#include "shell/win32/w_text.h"
+#include "shell/win32/w_edit_paint.h"
 
 namespace velora::win32 {
 
 namespace {
 
-constexpr COLORREF kMessageColour = RGB(176, 0, 0);
+// Characters that the keyboard makes with Ctrl.
 constexpr WPARAM kCtrlA = 1;
+constexpr WPARAM kCtrlC = 3;
+constexpr WPARAM kCtrlEnter = 10;
+constexpr WPARAM kCtrlV = 22;
+constexpr WPARAM kCtrlX = 24;
+constexpr WPARAM kCtrlBackspace = 127;
+// A longer line of old text is an answer rather than a query.
+constexpr std::size_t kLongestReused = 7'000;
 
-EditRange selection_of(HWND edit) {
-  EditRange range{};
-  SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&range.start),
-               reinterpret_cast<LPARAM>(&range.end));
-  return range;
+bool shift_down() {
+  return GetKeyState(VK_SHIFT) < 0;
 }
 
-void caret_to(HWND edit, DWORD at) {
-  SendMessageW(edit, EM_SETSEL, at, static_cast<LPARAM>(at));
-  SendMessageW(edit, EM_SCROLLCARET, 0, 0);
+bool control_down() {
+  return GetKeyState(VK_CONTROL) < 0;
 }
 
-void caret_to_end(HWND edit) {
-  caret_to(edit, static_cast<DWORD>(GetWindowTextLengthW(edit)));
-}
-
-std::wstring line_text(HWND edit, WPARAM line) {
-  const auto start = SendMessageW(edit, EM_LINEINDEX, line, 0);
-  const auto length = SendMessageW(edit, EM_LINELENGTH, static_cast<WPARAM>(start), 0);
-  std::wstring text(static_cast<std::size_t>(std::max<LRESULT>(length, 1)) + 1, L'\0');
-  text[0] = static_cast<wchar_t>(text.size() - 1);
-  const auto got = SendMessageW(edit, EM_GETLINE, line, reinterpret_cast<LPARAM>(text.data()));
-  text.resize(static_cast<std::size_t>(got));
-  return text;
+void caret_to_end(const Window &window) {
+  const DWORD end = text_length(window);
+  SendMessageW(window.edit, EM_SETSEL, end, static_cast<LPARAM>(end));
+  SendMessageW(window.edit, EM_SCROLLCARET, 0, 0);
 }
 
 // A key that belongs to a menu when Alt is held: the control itself would look for a menu in its
@@ -50,61 +44,91 @@ bool opens_menu(WPARAM c) {
   return c > L' ';
 }
 
-// Enter in older text, with nothing typed, takes that line to the prompt; true when it did.
-bool reuse_old_line(const Window &window, EditRange selected) {
-  if (selected.start >= window.mark || !typed_text_of(window).empty())
+// Before something inserts text: older text is left alone.
+void leave_old_text(const Window &window) {
+  if (selection_of(window).start < window.mark)
+    caret_to_end(window);
+}
+
+// Before something deletes the selection, or without one the character before or behind the caret:
+// true when that is older text. Of a selection that begins there only the typed part is deleted.
+bool deletes_old_text(const Window &window, bool before_caret) {
+  const EditRange selected = selection_of(window);
+  if (selected.start < window.mark && selected.end > window.mark) {
+    SendMessageW(window.edit, EM_SETSEL, window.mark, static_cast<LPARAM>(selected.end));
     return false;
-  const auto line = SendMessageW(window.edit, EM_LINEFROMCHAR, selected.start, 0);
-  return reuse_line(narrow(line_text(window.edit, static_cast<WPARAM>(line))));
+  }
+  return selected.start < window.mark ||
+         (before_caret && selected.start == selected.end && selected.start == window.mark);
+}
+
+// Enter in older text, with nothing typed, takes that line to the prompt; true when it did.
+bool reuse_old_line(const Window &window) {
+  const EditRange selected = selection_of(window);
+  if (selected.start >= window.mark || text_length(window) > window.mark)
+    return false;
+  const std::string line = whole_line(window, selected.start);
+  return line.size() <= kLongestReused && reuse_line(line);
+}
+
+void enter_key(const Window &window) {
+  if (reuse_old_line(window))
+    return;
+  caret_to_end(window);
+  DefSubclassProc(window.edit, WM_CHAR, VK_RETURN, 1);
 }
 
 // A character typed into the console. True when it is dealt with here.
 bool console_char(const Window &window, WPARAM c) {
-  const EditRange selected = selection_of(window.edit);
-  if (c == VK_RETURN) {
-    if (reuse_old_line(window, selected))
-      return true;
-    caret_to_end(window.edit);
+  switch (c) {
+  case VK_RETURN:
+  case kCtrlEnter:
+    enter_key(window);
+    return true;
+  case VK_ESCAPE:
+  case kCtrlBackspace: // some controls delete a word then, which may begin in older text
+    return true;
+  case VK_BACK:
+    if (!deletes_old_text(window, true))
+      return false;
+    MessageBeep(MB_OK);
+    return true;
+  default:
+    if (c >= L' ' || c == VK_TAB)
+      leave_old_text(window);
     return false;
   }
-  if (c == VK_ESCAPE)
-    return true;
-  if (c == VK_BACK) {
-    const bool protects = selected.start < window.mark ||
-                          (selected.start == selected.end && selected.start == window.mark);
-    if (protects)
-      MessageBeep(MB_OK);
-    return protects;
-  }
-  if (c >= L' ' && selected.start < window.mark)
-    caret_to_end(window.edit);
-  return false;
 }
 
-// Home goes to the beginning of what is typed.
-bool home_key(const Window &window, EditRange selected) {
-  const auto line = [&window](DWORD at) {
-    return SendMessageW(window.edit, EM_LINEFROMCHAR, at, 0);
-  };
-  if (selected.start < window.mark || line(selected.start) != line(window.mark) ||
-      GetKeyState(VK_SHIFT) < 0)
+// Home goes to the beginning of what is typed, however many lines it takes; with Shift it selects
+// from there to where the selection began. True when the caret stood in what is typed.
+bool home_key(const Window &window) {
+  const EditRange selected = selection_of(window);
+  if (selected.start < window.mark)
     return false;
-  caret_to(window.edit, window.mark);
+  POINT caret{};
+  GetCaretPos(&caret);
+  const LRESULT start = SendMessageW(window.edit, EM_POSFROMCHAR, selected.start, 0);
+  const bool caret_first = start != -1 && caret.x == static_cast<short>(LOWORD(start)) &&
+                           caret.y == static_cast<short>(HIWORD(start));
+  const DWORD anchor = caret_first ? selected.end : selected.start;
+  SendMessageW(window.edit, EM_SETSEL, shift_down() ? anchor : window.mark,
+               static_cast<LPARAM>(window.mark));
+  SendMessageW(window.edit, EM_SCROLLCARET, 0, 0);
   return true;
 }
 
 bool console_key(const Window &window, WPARAM key) {
-  const EditRange selected = selection_of(window.edit);
-  const bool typing = selected.start >= window.mark && GetKeyState(VK_SHIFT) >= 0;
+  const bool typing = selection_of(window).start >= window.mark && !shift_down();
   switch (key) {
   case VK_UP:
     return typing && (recall_key(-1), true);
   case VK_DOWN:
     return typing && (recall_key(1), true);
   case VK_HOME:
-    return GetKeyState(VK_CONTROL) >= 0 && home_key(window, selected);
-  case VK_DELETE:
-    return selected.start < window.mark;
+    return !control_down() && home_key(window);
+  case VK_DELETE: // with Shift and no selection it deletes backwards
+    return deletes_old_text(window, shift_down());
   case VK_ESCAPE:
     clear_typed();
     return true;
@@ -113,17 +137,15 @@ bool console_key(const Window &window, WPARAM key) {
   }
 }
 
-// Changes of the selection that came by a command or the mouse. True when they are not allowed.
+// Changes that came by a command or the mouse. True when they are dealt with here.
 bool console_edit(const Window &window, UINT message) {
-  if (selection_of(window.edit).start >= window.mark)
+  if (selection_of(window).start >= window.mark)
     return false;
-  if (message == WM_PASTE) {
-    caret_to_end(window.edit);
-    return false;
-  }
-  if (message == WM_CUT)
+  if (message == WM_CUT) {
     SendMessageW(window.edit, WM_COPY, 0, 0);
-  return true;
+    return true;
+  }
+  return deletes_old_text(window, false);
 }
 
 bool console_message(const Window &window, UINT message, WPARAM wparam) {
@@ -134,57 +156,30 @@ bool console_message(const Window &window, UINT message, WPARAM wparam) {
     return console_key(window, wparam);
   case WM_CUT:
   case WM_CLEAR:
-  case WM_PASTE:
     return console_edit(window, message);
+  case WM_PASTE:
+  case WM_UNICHAR:
+  case WM_IME_CHAR:
+  case WM_IME_STARTCOMPOSITION: // the control inserts what is composed by itself
+  case EM_REPLACESEL:
+    leave_old_text(window);
+    return false;
   default:
     return false;
   }
 }
 
-// Writes the part of a message that lies in one line over the plain text.
-void redraw_part(HDC dc, HWND edit, const RECT &box, EditRange part, const std::wstring &text) {
-  const LRESULT place = SendMessageW(edit, EM_POSFROMCHAR, part.start, 0);
-  if (place == -1)
-    return;
-  ExtTextOutW(dc, static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place)), ETO_CLIPPED,
-              &box, text.data(), static_cast<UINT>(text.size()), nullptr);
-}
-
-void redraw_line(HDC dc, const Window &window, const RECT &box, WPARAM line, EditRange selected) {
-  const auto start = static_cast<DWORD>(SendMessageW(window.edit, EM_LINEINDEX, line, 0));
-  const std::wstring text = line_text(window.edit, line);
-  const DWORD end = start + static_cast<DWORD>(text.size());
-  for (const EditRange &range : window.messages) {
-    const EditRange part{std::max(range.start, start), std::min(range.end, end)};
-    const bool touched = selected.start < part.end && part.start < selected.end;
-    if (part.start < part.end && !touched)
-      redraw_part(dc, window.edit, box, part,
-                  text.substr(part.start - start, part.end - part.start));
-  }
-}
-
-// Messages stand out in red: the control knows one colour only, so they are written again.
-void redraw_messages(const Window &window) {
-  if (window.messages.empty())
-    return;
-  HideCaret(window.edit);
-  {
-    const WindowDC dc(window.edit);
-    const Selected font(dc, text_font(dpi_of(window.hwnd)));
-    SetTextColor(dc, kMessageColour);
-    SetBkColor(dc, GetSysColor(COLOR_WINDOW));
-    RECT box{};
-    SendMessageW(window.edit, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&box));
-    TEXTMETRICW metrics{};
-    GetTextMetricsW(dc, &metrics);
-    const auto first = SendMessageW(window.edit, EM_GETFIRSTVISIBLELINE, 0, 0);
-    const auto lines = SendMessageW(window.edit, EM_GETLINECOUNT, 0, 0);
-    const auto seen = (box.bottom - box.top) / std::max(metrics.tmHeight, 1L) + 1;
-    const EditRange selected = selection_of(window.edit);
-    for (auto line = first; line < std::min(lines, first + seen); ++line)
-      redraw_line(dc, window, box, static_cast<WPARAM>(line), selected);
-  }
-  ShowCaret(window.edit);
+// The clipboard's message that a key stands for, 0 for none: controls act on these keys without
+// sending it, and what it means here would be passed over.
+UINT clipboard_message(const Window &window, UINT message, WPARAM wparam) {
+  if (message == WM_CHAR)
+    return wparam == kCtrlC ? WM_COPY : wparam == kCtrlV ? WM_PASTE : wparam == kCtrlX ? WM_CUT : 0;
+  if (message != WM_KEYDOWN || shift_down() == control_down())
+    return 0;
+  if (wparam == VK_INSERT)
+    return shift_down() ? WM_PASTE : WM_COPY;
+  const EditRange selected = selection_of(window);
+  return wparam == VK_DELETE && shift_down() && selected.start != selected.end ? WM_CUT : 0;
 }
 
 } // namespace
@@ -198,6 +193,10 @@ LRESULT CALLBACK EditKeysProc(HWND edit, UINT message, WPARAM wparam, LPARAM lpa
     SendMessageW(edit, EM_SETSEL, 0, -1);
     return 0;
   }
+  if (const UINT meant = clipboard_message(*window, message, wparam); meant != 0)
+    return SendMessageW(edit, meant, 0, 0);
+  if (message == WM_COPY && copy_unbroken(*window))
+    return 0;
   if (message == WM_SYSCHAR && opens_menu(wparam))
     return SendMessageW(window->hwnd, WM_SYSCOMMAND, SC_KEYMENU, static_cast<LPARAM>(wparam));
   if (window->kind == kControlWindow && !window->own_change &&

@@ -7,6 +7,7 @@
 
 #include "shell/desk_events.h"
 #include "shell/win32/w_canvas.h"
+#include "shell/win32/w_edit_paint.h"
 #include "shell/win32/w_windows.h"
 
 namespace velora::win32 {
@@ -155,11 +156,13 @@ bool write_bitmap(HDC dc, HBITMAP bitmap, int width, int height, const wchar_t *
 
 } // namespace
 
-// A picture is saved whole, with what is scrolled away; a text window as it stands on the screen.
+// A picture is saved whole, with what is scrolled away; a text window as it stands on the screen,
+// without its scroll bars.
 bool save_bitmap(Window &window, const wchar_t *file) {
+  const HWND shown = window.edit != nullptr ? window.edit : window.hwnd;
   RECT inside{};
-  GetClientRect(window.hwnd, &inside);
-  const WindowDC screen(window.hwnd);
+  GetClientRect(shown, &inside);
+  const WindowDC screen(shown);
   const auto side = [&window](LONG dots, LONG extent) {
     const LONG whole = window.edit != nullptr ? 0 : to_dots(window.hwnd, extent);
     return static_cast<int>(std::clamp<LONG>(std::max(dots, whole), 1, kMostBitmapSide));
@@ -167,11 +170,15 @@ bool save_bitmap(Window &window, const wchar_t *file) {
   const int width = side(inside.right, window.extent.cx);
   const int height = side(inside.bottom, window.extent.cy);
   MemoryDC memory(screen, width, height);
-  if (window.edit != nullptr)
+  const RECT all{0, 0, width, height};
+  if (window.edit != nullptr) {
+    FillRect(memory, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
     SendMessageW(window.edit, WM_PRINT, reinterpret_cast<WPARAM>(static_cast<HDC>(memory)),
                  PRF_CLIENT | PRF_ERASEBKGND);
-  else
-    draw_into(memory, window, RECT{0, 0, width, height}, POINT{});
+    draw_messages(memory, window);
+  } else {
+    draw_into(memory, window, all, POINT{});
+  }
   return write_bitmap(memory, memory.finished(), width, height, file);
 }
 

@@ -14,6 +14,8 @@ namespace velora::win32 {
 namespace {
 
 constexpr int kWheelUnits = 60;
+// A longer text is wrapped anew once when its frame has been dragged, not at each step.
+constexpr DWORD kLongText = 20'000;
 
 // Alt, F10, and Alt with a letter open the frame's menu from any window, since the others have
 // none. Alt with the space bar opens a window's own.
@@ -139,10 +141,21 @@ void edit_notified(Window &window, WORD code) {
     show_message("Velora", "Edit control out of space.", MB_ICONWARNING);
     return;
   }
-  if (code != EN_CHANGE || window.own_change || window.change_told)
+  if (code != EN_CHANGE || window.own_change)
+    return;
+  if (window.kind != kControlWindow)
+    window.soft_breaks.clear(); // their places have moved
+  if (window.change_told)
     return;
   window.change_told = true; // told from the message loop, when the control has finished
   PostMessageW(window.hwnd, kTextChangedMessage, 0, 0);
+}
+
+void fill_with_edit(const Window &window) {
+  RECT inside{};
+  GetClientRect(window.hwnd, &inside);
+  if (IsIconic(window.hwnd) == FALSE)
+    MoveWindow(window.edit, 0, 0, inside.right, inside.bottom, TRUE);
 }
 
 bool text_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -154,8 +167,16 @@ bool text_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam) {
     SetFocus(window.edit);
     return true;
   case WM_SIZE:
-    MoveWindow(window.edit, 0, 0, LOWORD(lparam), HIWORD(lparam), TRUE);
+    if (!window.frame_dragged || text_length(window) < kLongText)
+      fill_with_edit(window);
     return true;
+  case WM_ENTERSIZEMOVE:
+    window.frame_dragged = true;
+    return false;
+  case WM_EXITSIZEMOVE:
+    window.frame_dragged = false;
+    fill_with_edit(window);
+    return false;
   case WM_COMMAND:
     if (reinterpret_cast<HWND>(lparam) == window.edit)
       edit_notified(window, HIWORD(wparam));

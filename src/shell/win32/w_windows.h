@@ -39,7 +39,9 @@ struct Window {
   DWORD mark = 0;
   bool own_change = false; // the program changes the text, not the user
   bool change_told = false;
-  std::vector<EditRange> messages;
+  std::vector<EditRange> messages; // in order
+  std::vector<DWORD> soft_breaks;  // line ends for showing only, in order
+  bool frame_dragged = false;
   SIZE extent{};
   POINT scroll{};
 };

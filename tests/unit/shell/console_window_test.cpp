@@ -1,10 +1,12 @@
 // The query loop of the CONTROL window, driven as a user types, pastes and interrupts.
 #include "shell/console_window.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <sstream>
 
+#include "core/needs.h"
 #include "platform/response.h"
 #include "unit/shell/desk_kit.h"
 
@@ -51,7 +53,7 @@ TEST_F(ConsoleWindow, PastedLinesRunInOrderAndTheRestStaysTyped) {
 TEST_F(ConsoleWindow, FaultyQueryStandsOutAndTheLoopGoesOn) {
   type("nosuch #1\n");
   EXPECT_NE(news().find("please define unrecognised symbol: nosuch"), std::string::npos);
-  EXPECT_TRUE(logged("message 1 level"));
+  EXPECT_TRUE(logged("stands out 1 \"please define unrecognised symbol: nosuch"));
   EXPECT_TRUE(logged("beep"));
   type("+ #1 #2\n");
   EXPECT_EQ(news(), "+ #1 #2\n#3\nQUERY> ");
@@ -123,9 +125,75 @@ TEST_F(ConsoleWindow, LongAnswerKeepsTheNewestInTheWindowAndAllInTheLog) {
 }
 
 TEST_F(ConsoleWindow, LongLinesAreBrokenForTheWindowAtBlanks) {
-  DisplayResponse(std::string(900, 'a') + " " + std::string(400, 'b') + "\n");
-  EXPECT_EQ(news(), std::string("\n").substr(1) + std::string(900, 'a') + " " +
-                        std::string(349, 'b') + "\n" + std::string(51, 'b') + "\n");
+  const std::string a(900, 'a');
+  DisplayResponse("\n" + a + " " + std::string(400, 'b') + "\n");
+  EXPECT_EQ(news(), "\n" + a + " " + std::string(349, 'b') + "\n" + std::string(51, 'b') + "\n");
+}
+
+TEST_F(ConsoleWindow, MessagesStandOutWhereTheyStandInTheText) {
+  const auto standing_out = [this] {
+    std::string all;
+    for (const std::string &line : desktop().log)
+      if (line.starts_with("stands out "))
+        all += line + "\n";
+    return all;
+  };
+  run_entry([this] {
+    DisplayResponse("\nplain\n");
+    BeepMsge("one\n", 0);
+    DisplayResponse("half");
+    BeepMsge("two, ", 1); // begins a line, and goes on in it
+    BeepMsge("three\n", 1);
+    DisplayResponse("more\n");
+    EXPECT_EQ(shown().find("plain"), std::string::npos) << "collected";
+    PromptUser("Go on?", {"Yes"});
+    EXPECT_TRUE(shown().ends_with("more\n")) << "all is seen when something is asked";
+    return 1;
+  });
+  EXPECT_TRUE(news().starts_with("\nplain\none\nhalf\ntwo, three\nmore\n"));
+  EXPECT_EQ(standing_out(), "stands out 1 \"one\\n\"\nstands out 1 \"two, three\\n\"\n");
+  EXPECT_EQ(std::count(desktop().log.begin(), desktop().log.end(), "beep"), 1);
+}
+
+TEST_F(ConsoleWindow, InterruptBeginsALineOfItsOwn) {
+  run_entry([] {
+    DisplayResponse("\n#81");
+    error_exit("Query interrupted\n");
+    return 1;
+  });
+  EXPECT_EQ(news(), "\n#81\nQuery interrupted\n\nQUERY> ");
+}
+
+TEST_F(ConsoleWindow, PastedQueriesAreShownTogetherAndCanBeStopped) {
+  std::string many;
+  for (int i = 0; i < 50; ++i)
+    many += "nosuch\n";
+  desktop().log.clear();
+  type(many + "+ #1 #1\n");
+  EXPECT_TRUE(news().ends_with("QUERY> + #1 #1\n#2\nQUERY> "));
+  const auto appends = std::count_if(desktop().log.begin(), desktop().log.end(),
+                                     [](const auto &l) { return l.starts_with("append "); });
+  EXPECT_LT(appends, 20);
+  int looks = 0;
+  desktop().on_pump = [&] {
+    if (++looks == 2)
+      interrupt_asked();
+  };
+  for (int i = 0; i < 8; ++i)
+    many += many; // some seconds of work
+  type(many);
+  desktop().on_pump = nullptr;
+  EXPECT_EQ(looks, 2);
+  EXPECT_TRUE(news().ends_with("Query interrupted\n\nQUERY> "));
+  type("+ #1 #2\n");
+  EXPECT_EQ(news(), "+ #1 #2\n#3\nQUERY> ");
+}
+
+TEST_F(ConsoleWindow, ClearedWindowHasAPromptAndKeepsWhatIsTyped) {
+  type("+ #1");
+  choose(511);
+  EXPECT_EQ(shown(), "\nQUERY> ");
+  EXPECT_EQ(desktop().windows[hControl].typed, "+ #1");
 }
 
 TEST_F(ConsoleWindow, ConsoleCannotBeClosed) {
@@ -140,10 +208,27 @@ TEST_F(ConsoleWindow, OldLineIsTakenToThePrompt) {
   EXPECT_FALSE(reuse_line("QUERY> "));
 }
 
-TEST_F(ConsoleWindow, NarrationOpensItsWindow) {
-  type("nar_line \"once\" #1\n");
+TEST_F(ConsoleWindow, NarrationIsCollectedAndBelongsToTheWindowItWasToldIn) {
+  type("map (nar_line \"once \") (list_of_int #1 #100 #1)\n");
   ASSERT_NE(gNarWind, 0);
-  EXPECT_EQ(desktop().windows[gNarWind].text, "once1\n");
+  EXPECT_TRUE(desktop().windows[gNarWind].text.ends_with("once 99\nonce 100\n"));
+  EXPECT_FALSE(logged("append 2 \"once 1\\n\""));
+  type("[(nar_line \"lost\") nar_close (nar_line \"kept\")]\n");
+  EXPECT_EQ(desktop().windows[gNarWind].text, "kept\n");
+}
+
+TEST_F(ConsoleWindow, NarrativeWindowKeepsTheNewest) {
+  run_entry([] {
+    const std::string line = std::string(99, 'x') + "\n";
+    for (std::size_t told = 0; told < 2 * kMostStory; told += line.size())
+      gConsole->narrative(line);
+    gConsole->narrative("end\n");
+    return 1;
+  });
+  const std::string &story = desktop().windows[gNarWind].text;
+  EXPECT_GE(story.size(), kKeptStory - 100);
+  EXPECT_LE(story.size(), kMostStory);
+  EXPECT_TRUE(story.ends_with("x\nend\n"));
 }
 
 } // namespace

@@ -33,7 +33,7 @@ protected:
     while (gBgrWinInfo != nullptr)
       RemoveGraphicWinInfo(gBgrWinInfo.get());
     FreeAllPictures();
-    gDesktopConsole.text().clear();
+    gDesktopConsole.clear();
     gNarWind = 0;
     previous = 0;
     gSegsChanged = 0;

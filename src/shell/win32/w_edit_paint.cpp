@@ -1,0 +1,80 @@
+// Drawing of messages over the text of an edit control, line by visible line. Touches nothing but
+// the drawing surface.
+#include "shell/win32/w_edit_paint.h"
+
+#include <algorithm>
+#include <string>
+
+#include "shell/win32/w_edit.h"
+#include "shell/win32/w_objects.h"
+
+namespace velora::win32 {
+
+namespace {
+
+constexpr COLORREF kMessageColour = RGB(176, 0, 0);
+
+std::wstring line_text(HWND edit, WPARAM line) {
+  const auto start = SendMessageW(edit, EM_LINEINDEX, line, 0);
+  const auto length = SendMessageW(edit, EM_LINELENGTH, static_cast<WPARAM>(start), 0);
+  std::wstring text(static_cast<std::size_t>(std::max<LRESULT>(length, 1)) + 1, L'\0');
+  text[0] = static_cast<wchar_t>(text.size() - 1);
+  const auto got = SendMessageW(edit, EM_GETLINE, line, reinterpret_cast<LPARAM>(text.data()));
+  text.resize(static_cast<std::size_t>(got));
+  return text;
+}
+
+// Writes the part of a message that lies in one line over the plain text.
+void redraw_part(HDC dc, HWND edit, const RECT &box, EditRange part, const std::wstring &text) {
+  const LRESULT place = SendMessageW(edit, EM_POSFROMCHAR, part.start, 0);
+  if (place == -1)
+    return;
+  ExtTextOutW(dc, static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place)), ETO_CLIPPED,
+              &box, text.data(), static_cast<UINT>(text.size()), nullptr);
+}
+
+void redraw_line(HDC dc, const Window &window, const RECT &box, WPARAM line, EditRange selected) {
+  const auto start = static_cast<DWORD>(SendMessageW(window.edit, EM_LINEINDEX, line, 0));
+  const std::wstring text = line_text(window.edit, line);
+  const DWORD end = start + static_cast<DWORD>(text.size());
+  const auto &ranges = window.messages;
+  const auto first = std::lower_bound(ranges.begin(), ranges.end(), start,
+                                      [](const EditRange &r, DWORD at) { return r.end <= at; });
+  for (auto range = first; range != ranges.end() && range->start < end; ++range) {
+    const EditRange part{std::max(range->start, start), std::min(range->end, end)};
+    const bool touched = selected.start < part.end && part.start < selected.end;
+    if (part.start < part.end && !touched)
+      redraw_part(dc, window.edit, box, part,
+                  text.substr(part.start - start, part.end - part.start));
+  }
+}
+
+} // namespace
+
+void draw_messages(HDC dc, const Window &window) {
+  if (window.messages.empty())
+    return;
+  const Selected font(dc, text_font(dpi_of(window.hwnd)));
+  SetTextColor(dc, kMessageColour);
+  SetBkColor(dc, GetSysColor(COLOR_WINDOW));
+  RECT box{};
+  SendMessageW(window.edit, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&box));
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(dc, &metrics);
+  const auto first = SendMessageW(window.edit, EM_GETFIRSTVISIBLELINE, 0, 0);
+  const auto lines = SendMessageW(window.edit, EM_GETLINECOUNT, 0, 0);
+  const auto seen = (box.bottom - box.top) / std::max(metrics.tmHeight, 1L) + 1;
+  const EditRange selected = selection_of(window);
+  for (auto line = first; line < std::min(lines, first + seen); ++line)
+    redraw_line(dc, window, box, static_cast<WPARAM>(line), selected);
+}
+
+void redraw_messages(const Window &window) {
+  if (window.messages.empty())
+    return;
+  HideCaret(window.edit);
+  draw_messages(WindowDC(window.edit), window);
+  ShowCaret(window.edit);
+}
+
+} // namespace velora::win32
