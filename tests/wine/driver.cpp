@@ -327,6 +327,49 @@ bool set_clipboard(const std::wstring &text) {
   return true;
 }
 
+// select FROM TO: selects a stretch of the console's text.
+Answer do_select(const Arguments &a) {
+  const HWND edit = console_edit();
+  if (edit == nullptr)
+    return {false, ""};
+  send(edit, EM_SETSEL, static_cast<WPARAM>(std::stoi(a[0])), std::stoi(a[1]));
+  return {true, ""};
+}
+
+// selected: where the console's selection begins and ends.
+Answer do_selected(const Arguments &) {
+  const auto ends = static_cast<DWORD>(send(console_edit(), EM_GETSEL, 0, 0));
+  return {true, std::to_string(LOWORD(ends)) + " " + std::to_string(HIWORD(ends))};
+}
+
+// drag STEPS: makes the console wider and narrower in steps, as by dragging its frame; tells how
+// many milliseconds it took.
+Answer do_drag(const Arguments &a) {
+  const HWND window = one_window("ControlChild");
+  RECT r{};
+  GetWindowRect(window, &r);
+  const ULONGLONG begin = GetTickCount64();
+  send(window, WM_ENTERSIZEMOVE, 0, 0);
+  for (int step = std::stoi(a[0]); step > 0; --step)
+    SetWindowPos(window, nullptr, 0, 0, r.right - r.left + step * 4, r.bottom - r.top,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  send(window, WM_EXITSIZEMOVE, 0, 0);
+  return {true, std::to_string(GetTickCount64() - begin)};
+}
+
+// clipboard: the text on it.
+Answer do_clipboard(const Arguments &) {
+  if (OpenClipboard(nullptr) == FALSE)
+    return {false, ""};
+  const HANDLE block = GetClipboardData(CF_UNICODETEXT);
+  const auto *text = block == nullptr ? nullptr : static_cast<const wchar_t *>(GlobalLock(block));
+  const std::string copied = text == nullptr ? "" : narrow(text);
+  if (text != nullptr)
+    GlobalUnlock(block);
+  CloseClipboard();
+  return {text != nullptr, copied};
+}
+
 // paste TEXT: puts the text on the clipboard and pastes it into the console.
 Answer do_paste(const Arguments &a) {
   std::string text;
@@ -413,14 +456,16 @@ struct Row {
 };
 
 const std::map<std::string, Row> kCommands = {
-    {"window", {do_window, 3}},   {"gone", {do_gone, 3}},       {"count", {do_count, 1}},
-    {"titles", {do_titles, 1}},   {"close", {do_close, 2}},     {"activate", {do_activate, 2}},
-    {"place", {do_place, 2}},     {"text", {do_text, 2}},       {"settext", {do_settext, 3}},
-    {"type", {do_type, 1}},       {"key", {do_key, 1}},         {"caret", {do_caret, 1}},
-    {"paste", {do_paste, 1}},     {"command", {do_command, 1}}, {"shows", {do_shows, 2}},
-    {"dialog", {do_dialog, 1}},   {"press", {do_press, 1}},     {"fill", {do_fill, 1}},
-    {"enabled", {do_enabled, 2}}, {"ctrl", {do_ctrl, 1}},       {"system", {do_system, 3}},
-    {"sleep", {do_sleep, 1}},     {"chord", {do_chord, 1}},     {"strike", {do_strike, 1}},
+    {"window", {do_window, 3}},   {"gone", {do_gone, 3}},         {"count", {do_count, 1}},
+    {"titles", {do_titles, 1}},   {"close", {do_close, 2}},       {"activate", {do_activate, 2}},
+    {"place", {do_place, 2}},     {"text", {do_text, 2}},         {"settext", {do_settext, 3}},
+    {"type", {do_type, 1}},       {"key", {do_key, 1}},           {"caret", {do_caret, 1}},
+    {"paste", {do_paste, 1}},     {"command", {do_command, 1}},   {"shows", {do_shows, 2}},
+    {"dialog", {do_dialog, 1}},   {"press", {do_press, 1}},       {"fill", {do_fill, 1}},
+    {"enabled", {do_enabled, 2}}, {"ctrl", {do_ctrl, 1}},         {"system", {do_system, 3}},
+    {"sleep", {do_sleep, 1}},     {"chord", {do_chord, 1}},       {"strike", {do_strike, 1}},
+    {"select", {do_select, 2}},   {"selected", {do_selected, 0}}, {"clipboard", {do_clipboard, 0}},
+    {"drag", {do_drag, 1}},
 };
 
 Answer obey(const std::string &line) {
