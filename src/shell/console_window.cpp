@@ -246,6 +246,17 @@ void run_line() {
     lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(behind));
 }
 
+// Set while lines are run, however that ends.
+struct RunningLines {
+  RunningLines() { running_lines = true; }
+  ~RunningLines() {
+    running_lines = false;
+    gDesktopConsole.hold(false);
+  }
+  RunningLines(const RunningLines &) = delete;
+  RunningLines &operator=(const RunningLines &) = delete;
+};
+
 } // namespace
 
 // Running a line comes back here with what was typed meanwhile, which waits for its turn.
@@ -255,11 +266,11 @@ void console_changed() {
   take_lines();
   if (running_lines)
     return;
-  running_lines = true;
-  while (!lines.empty())
-    run_line();
-  running_lines = false;
-  gDesktopConsole.hold(false);
+  {
+    const RunningLines now;
+    while (!lines.empty())
+      run_line();
+  }
   gDesktopConsole.show();
 }
 
