@@ -6,6 +6,7 @@ Prints one line a fault and last "N passed, N failed" (a file is one check).
 """
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 
@@ -21,10 +22,13 @@ TEXTS = {".h", ".cpp", ".py", ".md", ".txt", ".cmake", ".case", ".fdb", ".ddb", 
 
 
 def project_files():
-    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=ROOT,
-                            capture_output=True, text=True, check=False).stdout.split("\n")
-    if not any(listed):  # not a checkout: everything but what is built
-        listed = [str(p.relative_to(ROOT)) for p in ROOT.rglob("*") if "build" not in p.parts]
+    listed = []
+    if shutil.which("git"):
+        listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=ROOT,
+                                capture_output=True, text=True, check=False).stdout.split("\n")
+    if not any(listed):  # no checkout, or nothing to ask: everything but what is built
+        listed = [str(p.relative_to(ROOT)) for p in ROOT.rglob("*")
+                  if not {"build", ".git"} & set(p.relative_to(ROOT).parts)]
     return [ROOT / name for name in listed if name]
 
 
