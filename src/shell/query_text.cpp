@@ -14,7 +14,7 @@ struct OpenMarks {
   bool quoted = false;
   bool crossed = false; // a bracket was closed that was not open
 
-  explicit OpenMarks(std::string_view text) {
+  void step_over(std::string_view text) {
     for (const char c : text)
       step(c);
   }
@@ -52,17 +52,19 @@ std::string strip_prompt(std::string_view line) {
 std::vector<std::string> split_queries(std::string_view typed, std::string &rest) {
   std::vector<std::string> queries;
   std::string open_lines;
-  std::size_t end;
-  while ((end = typed.find('\n')) != std::string_view::npos) {
+  OpenMarks marks;
+  for (std::size_t end = typed.find('\n'); end != std::string_view::npos;) {
     open_lines += typed.substr(0, end);
+    marks.step_over(typed.substr(0, end));
     typed.remove_prefix(end + 1);
-    const bool last = typed.find('\n') == std::string_view::npos;
-    if (OpenMarks(open_lines).unfinished() && !last) {
+    end = typed.find('\n');
+    if (marks.unfinished() && end != std::string_view::npos) {
       open_lines += ' ';
       continue;
     }
     queries.push_back(strip_prompt(open_lines));
     open_lines.clear();
+    marks = {};
   }
   rest = typed;
   return queries;
@@ -70,6 +72,8 @@ std::vector<std::string> split_queries(std::string_view typed, std::string &rest
 
 void QueryHistory::add(const std::string &query) {
   std::erase(queries_, query);
+  if (queries_.size() == kMostQueries)
+    queries_.erase(queries_.begin());
   queries_.push_back(query);
   place_ = queries_.size();
 }

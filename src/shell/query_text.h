@@ -2,6 +2,7 @@
 // and the list of earlier queries. Plain text functions, called by console_window and by tests.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,9 @@ std::string strip_prompt(std::string_view line);
 // Cuts typed text at its line ends into queries. A line whose brackets or quotes are still open is
 // continued by the next one. `rest` receives what follows the last line end.
 std::vector<std::string> split_queries(std::string_view typed, std::string &rest);
+
+// How many earlier queries are kept.
+inline constexpr std::size_t kMostQueries = 1'000;
 
 // Earlier queries, oldest first, and the walk through them.
 class QueryHistory {

@@ -36,6 +36,28 @@ TEST(QueryText, PastedLineThatIsOpenGoesOnInTheNext) {
   EXPECT_EQ(split("a)\nb\n", rest), (Lines{"a)", "b"})) << "no further line mends this";
 }
 
+TEST(QueryText, LongOpenPasteIsCutInOneWalk) {
+  std::string typed = "sum [";
+  for (int i = 0; i < 300'000; ++i)
+    typed += "#1 #2\n";
+  std::string rest;
+  const Lines queries = split(typed + "]\nnext\n", rest);
+  ASSERT_EQ(queries.size(), 2U);
+  EXPECT_EQ(queries[0].size(), typed.size() + 1);
+}
+
+TEST(QueryText, HistoryKeepsTheNewest) {
+  QueryHistory history;
+  for (std::size_t i = 0; i <= kMostQueries; ++i)
+    history.add(std::to_string(i));
+  std::string found;
+  std::size_t steps = 0;
+  while (history.recall(-1, "", found))
+    ++steps;
+  EXPECT_EQ(steps, kMostQueries);
+  EXPECT_EQ(found, "1");
+}
+
 TEST(QueryText, HistoryWalksBackAndReturnsToWhatWasTyped) {
   QueryHistory history;
   std::string found;
