@@ -20,7 +20,7 @@ void poll_user_events() {
   event_countdown = kStepsBetweenPolls;
   if (gConsole->interrupted()) {
     gInterrupted = 0;
-    error_exit("Query interrupted\n");
+    error_exit(kInterrupted);
   }
 }
 

@@ -8,7 +8,10 @@
 
 namespace velora {
 
-// Services the interface and abandons the command with "Query interrupted\n" when asked to.
+// The message of a command that the user stopped.
+inline constexpr char kInterrupted[] = "Query interrupted\n";
+
+// Services the interface and abandons the command with that message when asked to.
 void poll_user_events();
 
 extern int event_countdown;

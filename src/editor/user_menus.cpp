@@ -1,5 +1,7 @@
 // The user menus: the names of functions, data types and network nodes that the Find menus offer.
 // Called after pictures were loaded, saved or removed.
+#include "editor/user_menus.h"
+
 #include <set>
 #include <string>
 #include <vector>
@@ -12,23 +14,8 @@ namespace velora {
 
 namespace {
 
-// What the menu of a kind shows. A menu holds at most as many names as stand between two first
-// command numbers.
-struct UserMenu {
-  int kind;
-  MenuBar bar;
-  const char *header;
-  int first_command;
-  bool types;
-};
-
+// As many as stand between two first command numbers.
 constexpr std::size_t kMostNames = 990;
-constexpr UserMenu kUserMenus[] = {
-    {1, MenuBar::functions, "User Functions :-", 9010, false},
-    {2, MenuBar::datatype, "User DataTypes :-", 10010, true},
-    {3, MenuBar::network, "User Functions :-", 11010, false},
-    {5, MenuBar::orvek, "User Functions :-", 9010, false},
-};
 
 bool is_user_function(const symbol *sym) {
   return sym->stype == kFunction || sym->stype == kDbFunction;

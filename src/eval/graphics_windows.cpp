@@ -1,6 +1,8 @@
 // Graphics and narrative windows on the desktop: the records of the model, each with its window.
 #include "eval/graphics_windows.h"
 
+#include "platform/response.h"
+
 namespace velora {
 
 WindowId gNarWind = 0;
@@ -8,20 +10,34 @@ WindowId gNarWind = 0;
 namespace {
 
 constexpr Rect kNarrativePlace{10, 50, 360, 450};
+constexpr int kStep = 26;
+constexpr int kStepsAcross = 6;
 
 void renumber_titles() {
   for (const BgrWinInfo *info = gBgrWinInfo.get(); info != nullptr; info = info->next.get())
     gDesktop->set_title(info->win, graphics_title(*info));
 }
 
+// How far a window stands from the first place: a step for every one that is open, so that none
+// hides another.
+int next_offset() {
+  int open = 0;
+  for (const BgrWinInfo *info = gBgrWinInfo.get(); info != nullptr; info = info->next.get())
+    ++open;
+  return kStep * (open % kStepsAcross);
+}
+
 } // namespace
 
 BgrWinInfo *open_graphics(int width, int height) {
-  const Rect place{kGraphicsPlace.left, kGraphicsPlace.top, kGraphicsPlace.left + width,
-                   kGraphicsPlace.top + height};
-  const WindowId win = gDesktop->create_window(kGraphicsWindow, "GRAPHICS", place);
-  if (win == 0)
+  const int left = kGraphicsPlace.left + next_offset();
+  const int top = kGraphicsPlace.top + next_offset();
+  const WindowId win = gDesktop->create_window(kGraphicsWindow, "GRAPHICS",
+                                               Rect{left, top, left + width, top + height});
+  if (win == 0) {
+    orvek_error("NewGraphicsWindow: malloc failed");
     return nullptr;
+  }
   BgrWinInfo *info = NewGraphicWinInfo(width, height);
   info->win = win;
   renumber_titles();
@@ -42,7 +58,7 @@ int open_narrative() {
     if (gNarWind != 0)
       gDesktop->show_window(gNarWind);
   } else {
-    gDesktop->focus_window(gNarWind);
+    gDesktop->show_window(gNarWind);
   }
   return gNarWind != 0 ? 1 : 0;
 }

@@ -4,7 +4,7 @@
 namespace velora {
 
 // Shows the stored picture of the function or data type `name` in a window of its own; 1 when there
-// is one. Defined by shell/graphics_files.
+// is one. Defined by shell/picture_windows.
 int show_picture(const char *name);
 
 } // namespace velora

@@ -76,6 +76,7 @@ public:
   virtual void set_title(WindowId win, const std::string &title) = 0;
   // Moves a window and puts it on top of the others; the focus stays where it is.
   virtual void place_window(WindowId win, const Rect &place) = 0;
+  // Shows a window on top of the others; the focus stays where it is.
   virtual void show_window(WindowId win) = 0;
   virtual void focus_window(WindowId win) = 0;
   virtual void invalidate(WindowId win) = 0;
@@ -101,7 +102,9 @@ public:
   virtual void select_text(WindowId win, TextRange range) = 0;
   virtual void show_menu_bar(MenuBar bar) = 0;
   virtual void enable_item(int command, bool on) = 0;
-  // Greys all menus or gives them back, the state of their items unchanged.
+  // Greys a menu of a bar, with all that is in it, or gives it back.
+  virtual void enable_menu(MenuBar bar, const std::string &label, bool on) = 0;
+  // Greys all menus or gives them back, as they were each by itself.
   virtual void enable_menus(bool on) = 0;
   // Replaces a user menu: the names shown get the command numbers from `first_command` on.
   virtual void set_user_menu(MenuBar bar, const std::string &header,
@@ -156,6 +159,7 @@ public:
   void select_text(WindowId, TextRange) override {}
   void show_menu_bar(MenuBar) override {}
   void enable_item(int, bool) override {}
+  void enable_menu(MenuBar, const std::string &, bool) override {}
   void enable_menus(bool) override {}
   void set_user_menu(MenuBar, const std::string &, const std::vector<std::string> &, int) override {
   }

@@ -2,7 +2,6 @@
 // level; owns the two global interfaces and the flags that redirect texts.
 #include "platform/response.h"
 
-
 #include <cstdarg>
 #include <cstdio>
 #include <vector>

@@ -21,8 +21,8 @@ namespace velora {
 extern int gNarPrint;
 // Non-zero prints " ." for each command of a file that loads (off in batch runs).
 extern int gProgressDots;
-// Non-zero gives the answers of a file that loads lines of their own, for scripts (on in batch runs,
-// where no dots stand between them).
+// Non-zero gives the answers of a file that loads lines of their own, for scripts (on in batch
+// runs, where no dots stand between them).
 extern int gAnswerLines;
 // Non-zero allows the extra lines of help beside messages.
 extern int gNotes;
@@ -45,6 +45,7 @@ void orvek_errorf(const char *format, ...) VELORA_PRINTF(1, 2);
 void show_note(std::string_view text);
 // Asks `message` with up to four `buttons` and "Cancel"; answers 1 to 4, or 5 for "Cancel".
 // A trailing "Cancel" among `buttons` is dropped, since it is always offered.
+inline constexpr int kCancelled = 5;
 int PromptUser(const std::string &message, std::initializer_list<const char *> buttons);
 // Asks for a short text with the hint "Please type here"; answers 1 and fills `answer`, or 0.
 int GetUserDialogText(const std::string &prompt, std::string &answer);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdarg>
 #include <cstring>
 #include <filesystem>
@@ -122,6 +123,15 @@ bool complete_replacement(const std::string &name) {
   const std::string made = target + ".new";
   return !file_exists(target) && file_exists(target + ".bak") && file_exists(made) &&
          std::rename(made.c_str(), target.c_str()) == 0;
+}
+
+std::string new_temporary_name(const std::string &ending) {
+  std::error_code failed;
+  const auto folder = std::filesystem::temp_directory_path(failed);
+  if (failed)
+    return {};
+  const auto now = std::chrono::system_clock::now().time_since_epoch().count();
+  return (folder / ("velora-" + std::to_string(now) + ending)).string();
 }
 
 FileStamp stamp_of(const std::string &name) {

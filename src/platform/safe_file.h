@@ -101,6 +101,10 @@ bool read_whole_file(const std::string &name, std::string &text);
 // True when a file or folder of that name exists.
 bool file_exists(const std::string &name);
 
+// A name among the temporary files that nothing else uses, with that ending; empty when there is no
+// folder for them.
+std::string new_temporary_name(const std::string &ending);
+
 // What a file looked like when it was last read or written, to notice that another program has
 // changed it since. A missing file has `exists` false.
 struct FileStamp {

@@ -1,5 +1,7 @@
 // What happens when the user closes a window or the main frame.
+#include "core/symbols.h"
 #include "db/vel_dbop.h"
+#include "editor/model/wininfo.h"
 #include "platform/response.h"
 #include "shell/annotation.h"
 #include "shell/graphics_windows.h"
@@ -30,6 +32,12 @@ int CloseWindowProc(WindowId win) {
     DoCloseWindow(win);
     return 1;
   }
+}
+
+int everything_saved() {
+  AddAnnotation();
+  const bool database_changed = gSymbolTableChanged != 0 || gSegsChanged != 0;
+  return !database_changed && changed_pictures().empty() && unstored_texts().empty() ? 1 : 0;
 }
 
 int CloseFrameProc() {

@@ -2,27 +2,16 @@
 // goes when the program ends.
 #include "shell/console_text.h"
 
-#include <chrono>
-#include <filesystem>
-
+#include "platform/safe_file.h"
 #include "shell/vel_wins.h"
 
 namespace velora {
 
-namespace {
-
-std::string new_log_name() {
-  std::error_code failed;
-  const auto folder = std::filesystem::temp_directory_path(failed);
-  if (failed)
-    return {};
-  const auto now = std::chrono::system_clock::now().time_since_epoch().count();
-  return (folder / ("velora-" + std::to_string(now) + ".log")).string();
+ConsoleText::~ConsoleText() {
+  drop_log();
 }
 
-} // namespace
-
-ConsoleText::~ConsoleText() {
+void ConsoleText::drop_log() {
   if (log_ == nullptr)
     return;
   log_.reset();
@@ -52,27 +41,26 @@ void ConsoleText::to_log(std::string_view text) {
   if (text.empty())
     return;
   if (log_name_.empty()) {
-    log_name_ = new_log_name();
+    log_name_ = new_temporary_name(".log");
     log_.reset(std::fopen(log_name_.c_str(), "w+b"));
   }
   if (log_ != nullptr && std::fwrite(text.data(), 1, text.size(), log_.get()) != text.size())
-    log_.reset(); // the disk is full: the window still has the newest part
+    drop_log(); // the disk is full: the window still has the newest part
 }
 
 int ConsoleText::save_log(const std::string &file) {
   flush();
   if (log_ == nullptr || std::fflush(log_.get()) != 0)
     return 0;
-  std::unique_ptr<std::FILE, CloseFile> out(std::fopen(file.c_str(), "wb"));
-  if (out == nullptr)
+  SafeFile out(file);
+  if (!out.open())
     return 0;
   std::rewind(log_.get());
   std::string piece(1 << 16, '\0');
-  bool good = true;
   for (std::size_t n; (n = std::fread(piece.data(), 1, piece.size(), log_.get())) > 0;)
-    good = std::fwrite(piece.data(), 1, n, out.get()) == n && good;
+    out.write(std::string_view(piece).substr(0, n));
   std::fseek(log_.get(), 0, SEEK_END);
-  return std::fclose(out.release()) == 0 && good ? 1 : 0;
+  return out.replace() == SaveOutcome::saved ? 1 : 0;
 }
 
 } // namespace velora

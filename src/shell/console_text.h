@@ -42,6 +42,8 @@ private:
     void operator()(std::FILE *file) const { std::fclose(file); }
   };
   void to_log(std::string_view text);
+  // Gives up the log and removes its file.
+  void drop_log();
 
   ShownText shown_{kKeptCharacters, kMostCharacters,
                    "[earlier text: File, Save CONTROL Text...]\n"};

@@ -29,13 +29,22 @@ constexpr milliseconds kBusyAfter{300};
 // So much text is shown without waiting for the clock.
 constexpr std::size_t kShowBytes = 1 << 20;
 
-// What an interrupt says; it begins a line wherever the answer was cut off.
-constexpr std::string_view kInterrupted = "Query interrupted";
-
 QueryHistory history;
 // Complete lines that were typed or pasted and have not run yet, and whether they are being run.
 std::deque<std::string> lines;
 bool running_lines = false;
+
+bool continues_character(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+// The length in bytes of the character that `text` begins with.
+std::size_t first_character(std::string_view text) {
+  std::size_t end = 1;
+  while (end < text.size() && continues_character(text[end]))
+    ++end;
+  return end;
+}
 
 bool ends_with_prompt(std::string_view text) {
   return text.size() >= kQueryPrompt.size() &&
@@ -116,16 +125,39 @@ bool DesktopConsole::ask_text(const std::string &prompt, std::string &answer) {
 
 int DesktopConsole::read_char() {
   show();
-  reading_ = true;
-  take_characters();
-  while (characters_.empty() && gInterrupted == 0)
-    gDesktop->pump(50);
-  reading_ = false;
-  if (characters_.empty())
+  wait_for_characters();
+  if (read_ == characters_.size())
     return -1;
-  const auto first = static_cast<unsigned char>(characters_.front());
-  characters_.erase(0, 1);
-  return first;
+  const std::string_view rest = std::string_view(characters_).substr(read_);
+  if (!continues_character(rest.front()))
+    text_.append(rest.substr(0, first_character(rest))); // shown whole, with its first byte
+  ++read_;
+  return static_cast<unsigned char>(rest.front());
+}
+
+void DesktopConsole::wait_for_characters() {
+  struct Reading {
+    explicit Reading(bool &flag) : on(flag) { on = true; }
+    ~Reading() { on = false; }
+    Reading(const Reading &) = delete;
+    Reading &operator=(const Reading &) = delete;
+    bool &on;
+  } const reading(reading_);
+  take_characters();
+  while (read_ == characters_.size() && gInterrupted == 0)
+    gDesktop->pump(50);
+}
+
+// What was typed beyond the characters that a command read stands as typed again, but not the rest
+// of a line that is empty.
+void DesktopConsole::give_back_characters() {
+  std::string rest = characters_.substr(read_);
+  characters_.clear();
+  read_ = 0;
+  if (rest.starts_with('\n'))
+    rest.erase(0, 1);
+  if (!rest.empty())
+    gDesktop->set_typed_text(hControl, rest + gDesktop->typed_text(hControl));
 }
 
 bool DesktopConsole::take_characters() {
@@ -133,10 +165,10 @@ bool DesktopConsole::take_characters() {
     return false;
   const std::string typed = gDesktop->typed_text(hControl);
   if (!typed.empty()) {
+    characters_.erase(0, read_);
+    read_ = 0;
     characters_ += typed;
     gDesktop->set_typed_text(hControl, "");
-    text_.append(typed);
-    show();
   }
   return true;
 }
@@ -173,6 +205,7 @@ void DesktopConsole::busy(bool on) {
       last_shown_ = busy_since_;
     return;
   }
+  give_back_characters();
   if (!held_)
     show();
   if (busy_shown_)

@@ -41,18 +41,21 @@ public:
   void clear();
   // True when nothing has been shown since the prompt.
   [[nodiscard]] bool at_prompt() const { return at_prompt_; }
-  // Takes what the user typed while a character is read; false when none is.
+  // Takes what the user typed while a character is waited for; false when none is.
   bool take_characters();
 
 private:
   using Clock = std::chrono::steady_clock;
   void show_if_due(Clock::time_point now);
   void show_busy(bool on);
+  void wait_for_characters();
+  void give_back_characters();
 
   ConsoleText text_;
   ShownText story_{kKeptStory, kMostStory, "[earlier text]\n"};
   WindowId story_window_ = 0; // the narrative window that story_ belongs to
-  std::string characters_;    // typed for read_char and not yet read
+  std::string characters_;    // typed for read_char,
+  std::size_t read_ = 0;      // and how many bytes of them it has taken
   bool reading_ = false;
   bool at_prompt_ = false;
   bool busy_shown_ = false;

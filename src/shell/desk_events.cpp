@@ -3,6 +3,7 @@
 #include "shell/desk_events.h"
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
 #include "db/vel_dbop.h"
@@ -24,10 +25,13 @@ bool running = false;
 bool ended = false; // the frame is going
 std::vector<WindowId> to_close;
 
+constexpr int kStopIt = 1;
+const std::string kWhenToClose[] = {"Stop It and Close", "When It Has Ended"};
+
 CommandEnd run_one(const Command &command) {
   running = true;
   const CommandEnd end = run_command(command);
-  gDesktopConsole.busy(false);
+  run_step([] { gDesktopConsole.busy(false); });
   running = false;
   gInterrupted = 0;
   return end;
@@ -50,12 +54,39 @@ int open_named(const std::string &database) {
   return opened;
 }
 
-void settle() {
+// What waited for the end of a command: closing of windows, the prompt, the menus, typed lines.
+void after_command() {
+  while (!to_close.empty() && !ended) {
+    const WindowId win = to_close.back();
+    to_close.pop_back();
+    run_one([win] { return close_now(win); });
+  }
   if (ended)
     return;
   wait_for_query();
   refresh_graphics_windows();
   AdjustMenus();
+  console_changed();
+}
+
+void close_afterwards(WindowId win) {
+  if (std::find(to_close.begin(), to_close.end(), win) == to_close.end())
+    to_close.push_back(win);
+}
+
+// The user wants a window closed while a command runs.
+void close_meanwhile(WindowId win) {
+  if (win == hControl) {
+    CloseWindowProc(win); // which is refused
+    return;
+  }
+  int choice = kStopIt;
+  if (win != 0)
+    choice = gConsole->ask("Something is still running.\nClose the window:", kWhenToClose);
+  if (choice == kStopIt)
+    interrupt_asked();
+  if (choice != kCancelled)
+    close_afterwards(win);
 }
 
 } // namespace
@@ -70,14 +101,7 @@ CommandEnd run_entry(const Command &command) {
     return CommandEnd::failed;
   }
   const CommandEnd end = run_one(command);
-  while (!to_close.empty() && !ended) {
-    const WindowId win = to_close.back();
-    to_close.pop_back();
-    run_one([win] { return close_now(win); });
-  }
-  settle();
-  if (!ended)
-    console_changed(); // lines typed meanwhile
+  run_step(after_command);
   return end;
 }
 
@@ -96,10 +120,11 @@ int start_desktop(const std::string &database) {
   if (end == CommandEnd::done && code == 0) {
     if (!database.empty())
       run_one([&database] { return open_named(database); });
-    settle();
+    run_step(after_command);
     return 1;
   }
-  gDesktop->message_box("Loading info:", "Sorry - failed");
+  if (to_close.empty()) // otherwise the user gave it up
+    gDesktop->message_box("Loading info:", "Sorry - failed");
   return 0;
 }
 
@@ -116,16 +141,17 @@ void menu_opened() {
 }
 
 void close_asked(WindowId win) {
-  if (!running) {
-    run_entry([win] { return close_now(win); });
-    return;
-  }
-  if (std::find(to_close.begin(), to_close.end(), win) == to_close.end())
-    to_close.push_back(win);
-  if (win == 0)
-    interrupt_asked();
+  if (running)
+    run_step([win] { close_meanwhile(win); });
   else
-    gDesktop->beep(); // it closes when the query has ended
+    run_entry([win] { return close_now(win); });
+}
+
+bool session_may_end() {
+  bool saved = false;
+  if (!running)
+    run_step([&saved] { saved = ended || everything_saved() != 0; });
+  return saved;
 }
 
 void interrupt_asked() {
@@ -159,7 +185,7 @@ bool reuse_line(const std::string &line) {
 
 void clear_typed() {
   if (!running)
-    gDesktop->set_typed_text(hControl, "");
+    run_step([] { gDesktop->set_typed_text(hControl, ""); });
 }
 
 void window_activated(WindowId win) {
@@ -171,7 +197,7 @@ void window_activated(WindowId win) {
 
 void next_window_asked(int step) {
   if (!ended)
-    focus_next_window(step);
+    run_step([step] { focus_next_window(step); });
 }
 
 void paint_window(WindowId win, Canvas &canvas) {

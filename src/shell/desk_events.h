@@ -1,6 +1,6 @@
 // The entries through which the window system calls the program. Everything the user does arrives
 // here, one command at a time, each through the return point, so that nothing unwinds through the
-// frames of the window system. The platform's shell calls these and nothing else above the seam.
+// frames of the window system.
 #pragma once
 
 #include <string>
@@ -25,8 +25,11 @@ int start_desktop(const std::string &database = {});
 void menu_chosen(int number, MenuBar bar);
 // A menu is about to open: the items that depend on the text window are brought up to date.
 void menu_opened();
-// The user asked to close a window; 0 is the main frame.
+// The user asked to close a window; 0 is the main frame. While a command runs, the frame stops it;
+// for other windows the user is asked.
 void close_asked(WindowId win);
+// True when the system may end the program now: nothing runs and nothing would be lost.
+bool session_may_end();
 // The interrupt key: stops the command that runs.
 void interrupt_asked();
 // The text of a text window was changed by the user.

@@ -1,21 +1,15 @@
-// Graphics windows as files, and the stored pictures that a program asks to see.
+// Graphics windows as files.
 #include "shell/graphics_files.h"
 
 #include <filesystem>
 #include <string>
 
-#include "db/needs.h"
 #include "editor/svg_canvas.h"
 #include "eval/graphics_model.h"
-#include "eval/needs.h"
 #include "platform/response.h"
 #include "platform/safe_file.h"
 
 namespace velora {
-
-int show_picture(const char *name) {
-  return ShowGraphic(name, 0, 0);
-}
 
 int save_graphics(int window, const char *file) {
   const BgrWinInfo *info = find_graphics(window);

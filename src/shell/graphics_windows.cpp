@@ -2,7 +2,6 @@
 #include "shell/graphics_windows.h"
 
 #include "eval/graphics_windows.h"
-#include "platform/response.h"
 #include "shell/vel_wins.h"
 
 namespace velora {
@@ -35,15 +34,14 @@ int close_graphics_window(WindowId win) {
     return 0;
   leave_window(win);
   close_graphics(info);
+  focus_latest_window();
   return 1;
 }
 
 int open_graphics_window() {
   const BgrWinInfo *info = open_graphics();
-  if (info == nullptr) {
-    orvek_error("NewGraphicsWindow: malloc failed");
+  if (info == nullptr)
     return 0;
-  }
   enter_window(info->win, kGraphicsWindow);
   gDesktop->focus_window(info->win);
   return 1;
@@ -59,7 +57,9 @@ int open_narrative_window() {
 
 int close_narrative_window() {
   leave_window(gNarWind);
-  return close_narrative();
+  const int closed = close_narrative();
+  focus_latest_window();
+  return closed;
 }
 
 } // namespace velora

@@ -54,19 +54,6 @@ std::span<const MenuCommand> menu_commands();
 // The first row of that number, or null.
 const MenuCommand *find_menu_command(int number);
 
-// The submenus that are filled with names at run time.
-struct UserMenu {
-  unsigned bar;
-  const char *label;
-  const char *header;
-  int first_command;
-};
-inline constexpr UserMenu kUserMenus[] = {
-    {kFunctionsBar, "Functions", "User Functions :-", 9010},
-    {kDatatypeBar, "DataTypes", "User DataTypes :-", 10010},
-    {kNetworkBar, "Choose Function Node", "User Functions :-", 11010},
-};
-
 // The place of a bar in the set.
 constexpr unsigned bar_bit(MenuBar bar) {
   switch (bar) {

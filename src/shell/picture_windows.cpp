@@ -11,6 +11,8 @@
 #include "editor/model/needs.h"
 #include "editor/model/vel_segs.h"
 #include "editor/model/wininfo.h"
+#include "editor/user_menus.h"
+#include "eval/needs.h"
 #include "platform/response.h"
 #include "shell/annotation.h"
 #include "shell/vel_wins.h"
@@ -19,11 +21,12 @@ namespace velora {
 
 namespace {
 
-constexpr int kCancelled = 5; // the answer of PromptUser
 constexpr int kLeastText = 8;
 constexpr int kMostText = 22;
 // What is left free around a picture that a window scrolls over.
 constexpr int kMargin = 20;
+// Greater than the number of any component.
+constexpr long kMostComponents = INT_MAX;
 
 bool is_stored(const WinInfo *wi, const std::string &name) {
   return wi->win == 0 && wi->name == name;
@@ -96,13 +99,14 @@ void change_text_size(WinInfo *wi, int size) {
 }
 
 // Stores what can change in a shown picture: the copy goes back over the stored record.
-int store_shown(const WinInfo *wi) {
+int store_shown(WinInfo *wi) {
   for (WinInfo *stored = gWinInfo; stored != nullptr; stored = stored->next) {
     if (!is_stored(stored, wi->name) || stored->cmpnt != wi->cmpnt)
       continue;
     DisplayResponsef("replacing component %d of %s\n", wi->cmpnt, wi->name.c_str());
     CopyWinInfo(wi, stored);
     stored->saved = 1;
+    wi->clean = 1;
     gSegsChanged = 1;
     return 1;
   }
@@ -111,11 +115,20 @@ int store_shown(const WinInfo *wi) {
 }
 
 // Asks what to do with a picture; 1 to go on, 0 to stay.
-int offer_to_save(const WinInfo *wi) {
+int offer_to_save(WinInfo *wi) {
   const char *format =
       shows_annotation_of(wi) ? "Save (Annotation?) Changes to: %s?" : "Save Changes to: %s?";
   const char *name = wi->name.empty() ? "unnamed" : wi->name.c_str();
   const int choice = PromptUser(format_text(format, name), {"Save", "Discard", "Cancel"});
+  return choice == kCancelled || (choice == 1 && store_shown(wi) == 0) ? 0 : 1;
+}
+
+// Asks whether another picture may take the place of changes; 1 when it may.
+int may_overwrite(WinInfo *wi) {
+  if (wi->clean != 0)
+    return 1;
+  const int choice =
+      PromptUser("Unsaved changes in window", {"Commit first", "Overwrite contents"});
   return choice == kCancelled || (choice == 1 && store_shown(wi) == 0) ? 0 : 1;
 }
 
@@ -161,9 +174,18 @@ void register_picture_windows() {
       enter_window(wi->win, static_cast<WindowKind>(wi->wtype));
 }
 
-WinInfo *SetupNewWindow(int wtype) {
+namespace {
+
+WinInfo *new_picture_window(int wtype) {
   WinInfo *wi = NewWindow(wtype);
   register_picture_windows();
+  return wi;
+}
+
+} // namespace
+
+WinInfo *SetupNewWindow(int wtype) {
+  WinInfo *wi = new_picture_window(wtype);
   if (wi != nullptr)
     gDesktop->focus_window(wi->win);
   return wi;
@@ -171,6 +193,8 @@ WinInfo *SetupNewWindow(int wtype) {
 
 int GetNextComponent(WinInfo *wi, const std::string &name, int cmpnt) {
   AddAnnotation();
+  if (may_overwrite(wi) == 0)
+    return 0;
   const std::string wanted = name.empty() ? wi->name : name;
   if (wanted.empty())
     return 0;
@@ -178,12 +202,6 @@ int GetNextComponent(WinInfo *wi, const std::string &name, int cmpnt) {
   if (stored == nullptr) {
     BeepMsgef(0, "Sorry! There is no picture of %s\n", wanted.c_str());
     return 0;
-  }
-  if (wi->clean == 0) {
-    const int choice =
-        PromptUser("Unsaved changes in window", {"Commit first", "Overwrite contents"});
-    if (choice == kCancelled || (choice == 1 && store_shown(wi) == 0))
-      return 0;
   }
   load_into(stored, wi);
   redraw_picture(wi);
@@ -194,8 +212,8 @@ int GetNextComponent(WinInfo *wi, const std::string &name, int cmpnt) {
 int GetNumComponent(WinInfo *wi, const std::string &name) {
   std::string answer;
   const int given = GetUserDialogText("Component Number?", answer);
-  const int number = given != 0 ? std::atoi(answer.c_str()) : 0;
-  return GetNextComponent(wi, name, number - 1);
+  const long number = given != 0 ? std::strtol(answer.c_str(), nullptr, 10) : 0;
+  return GetNextComponent(wi, name, static_cast<int>(std::clamp(number, 0L, kMostComponents)) - 1);
 }
 
 int bigger_text_size(int size) {
@@ -243,7 +261,7 @@ void redraw_picture(WinInfo *wi) {
 
 int close_picture_window(WindowId win) {
   AddAnnotation();
-  const WinInfo *wi = picture_of(win);
+  WinInfo *wi = picture_of(win);
   if (wi != nullptr && wi->saved == 0 && offer_to_save(wi) == 0)
     return 0;
   RemoveWinInfo(win);
@@ -251,16 +269,21 @@ int close_picture_window(WindowId win) {
   return 1;
 }
 
+std::vector<WindowId> changed_pictures() {
+  std::vector<WindowId> found = picture_windows();
+  std::erase_if(found, [](WindowId win) {
+    const WinInfo *wi = picture_of(win);
+    return wi == nullptr || wi->clean != 0;
+  });
+  return found;
+}
+
 int offer_to_save_pictures() {
   AddAnnotation();
-  for (const WindowId win : picture_windows()) {
-    WinInfo *wi = picture_of(win);
-    if (wi == nullptr || wi->clean != 0)
-      continue;
+  for (const WindowId win : changed_pictures()) {
     gDesktop->focus_window(win);
-    if (offer_to_save(wi) == 0)
+    if (offer_to_save(picture_of(win)) == 0)
       return 0;
-    wi->clean = 1; // stored or given up
   }
   return 1;
 }
@@ -280,10 +303,10 @@ void CreateUserMenus() {
 int choose_user_item(int command, MenuBar bar) {
   const std::string name = gDesktop->menu_label(bar, command);
   WinInfo *wi = picture_of(previous);
-  if (name.empty() || wi == nullptr || bar == MenuBar::network)
+  const UserMenu *menu = user_menu_of(bar);
+  if (name.empty() || wi == nullptr || menu == nullptr || !menu->serves)
     return 0;
-  return bar == MenuBar::datatype ? ShowGraphic(name.c_str(), 1, wi)
-                                  : GetNextComponent(wi, name, -1);
+  return menu->types ? ShowGraphic(name.c_str(), 1, wi) : GetNextComponent(wi, name, -1);
 }
 
 int ShowGraphic(const char *name, int type, WinInfo *wi) {
@@ -295,10 +318,14 @@ int ShowGraphic(const char *name, int type, WinInfo *wi) {
     return 0;
   }
   if (wi == nullptr)
-    wi = SetupNewWindow(stored->wtype);
+    wi = new_picture_window(stored->wtype); // the focus stays with what asked for it
   if (wi == nullptr)
     return 0;
   return GetNextComponent(wi, stored->name, type == 0 ? -1 : stored->cmpnt - 1);
+}
+
+int show_picture(const char *name) {
+  return ShowGraphic(name, 0, nullptr);
 }
 
 } // namespace velora

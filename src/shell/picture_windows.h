@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "editor/model/records.h"
 #include "platform/canvas.h"
@@ -45,7 +46,9 @@ void draw_picture_window(WindowId win, Canvas &canvas);
 void redraw_picture(WinInfo *wi);
 // Closes the window, asking first when its picture is not saved; 1 when it closed.
 int close_picture_window(WindowId win);
-// Asks for every picture with unsaved changes; 0 when the user went back.
+// The windows whose picture has unsaved changes.
+std::vector<WindowId> changed_pictures();
+// Asks for each of them; 0 when the user went back.
 int offer_to_save_pictures();
 // Closes every picture window without asking.
 void close_all_pictures();

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/events.h"
 #include "core/needs.h"
 #include "core/print.h"
 #include "core/space.h"
@@ -22,8 +23,6 @@ namespace velora {
 namespace {
 
 struct Abandoned {};
-
-constexpr std::string_view kInterrupted = "Query interrupted";
 
 // Why the last attempt was abandoned; cut at the buffer's size.
 char reason[1024];

@@ -56,7 +56,7 @@ private:
   std::string waiting_;
   std::vector<TextRange> standing_out_; // in what waits
   std::size_t shown_ = 0;               // characters in the window
-  std::size_t column_ = 0;              // characters in its last line
+  std::size_t column_ = 0;              // bytes in its last line
   bool line_start_ = true;
   bool ends_standing_out_ = false;
 };

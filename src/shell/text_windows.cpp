@@ -11,6 +11,8 @@
 #include "front/cint.h"
 #include "front/putils.h"
 #include "platform/response.h"
+#include "platform/safe_file.h"
+#include "shell/picture_windows.h"
 #include "shell/vel_wins.h"
 
 namespace velora {
@@ -25,31 +27,50 @@ bool is_stored(WindowId win) {
 }
 
 bool write_text(const std::string &file, const std::string &text) {
-  std::FILE *out = std::fopen(file.c_str(), "w");
-  if (out == nullptr)
-    return false;
-  const bool written = std::fwrite(text.data(), 1, text.size(), out) == text.size();
-  return std::fclose(out) == 0 && written;
+  SafeFile out(file);
+  if (out.open())
+    out.write(text);
+  return out.replace() == SaveOutcome::saved;
 }
 
-// The scratch file stands in the program's directory; where that cannot be written, among the
-// temporary files.
-std::string scratch_file(const std::string &text) {
-  const std::string here = gAppDirectory + "tmp.ddb";
-  if (write_text(here, text))
-    return here;
-  std::error_code failed;
-  const std::string there = (std::filesystem::temp_directory_path(failed) / "tmp.ddb").string();
-  return !failed && write_text(there, text) ? there : std::string();
-}
-
-// Removes the scratch file however the loading ends.
-struct Scratch {
-  std::string name;
-  ~Scratch() {
-    if (!name.empty())
-      std::remove(name.c_str());
+// The scratch file that a text is loaded from. It stands in the program's directory; where that
+// cannot be written, or a file of that name stands there already, in a new folder among the
+// temporary files. It is removed however the loading ends.
+class Scratch {
+public:
+  explicit Scratch(const std::string &text) {
+    if (!take(gAppDirectory, text) && make_folder())
+      take(folder_ + "/", text);
   }
+  ~Scratch() {
+    if (!name_.empty())
+      std::remove(name_.c_str());
+    std::error_code failed;
+    if (!folder_.empty())
+      std::filesystem::remove(folder_, failed);
+  }
+  Scratch(const Scratch &) = delete;
+  Scratch &operator=(const Scratch &) = delete;
+  // Empty when the text could not be written.
+  [[nodiscard]] const std::string &name() const { return name_; }
+
+private:
+  bool take(const std::string &folder, const std::string &text) {
+    const std::string name = folder + "tmp.ddb";
+    if (file_exists(name) || !write_text(name, text))
+      return false;
+    name_ = name;
+    return true;
+  }
+  bool make_folder() {
+    const std::string folder = new_temporary_name("");
+    std::error_code failed;
+    if (!folder.empty() && std::filesystem::create_directory(folder, failed))
+      folder_ = folder;
+    return !folder_.empty();
+  }
+  std::string name_;
+  std::string folder_;
 };
 
 void forget(WindowId win) {
@@ -60,8 +81,6 @@ void forget(WindowId win) {
 
 // Asks what to do with a text that is not stored; 1 to go on, 0 to stay.
 int offer_to_store(WindowId win) {
-  if (is_stored(win))
-    return 1;
   gDesktop->focus_window(win);
   switch (PromptUser(format_text("Save Changes to: %s?", "Orvek Code"), {"Save", "Discard"})) {
   case 1:
@@ -91,7 +110,7 @@ WindowId NewOrvekWindow() {
 }
 
 int close_orvek_window(WindowId win) {
-  if (offer_to_store(win) == 0)
+  if (!is_stored(win) && offer_to_store(win) == 0)
     return 0;
   forget(win);
   return 1;
@@ -104,8 +123,14 @@ int CloseOrvekWindows() {
   return windows_of_kind(kOrvekWindow).empty() ? 1 : 0;
 }
 
+std::vector<WindowId> unstored_texts() {
+  std::vector<WindowId> found = windows_of_kind(kOrvekWindow);
+  std::erase_if(found, is_stored);
+  return found;
+}
+
 int offer_to_store_texts() {
-  for (const WindowId win : windows_of_kind(kOrvekWindow))
+  for (const WindowId win : unstored_texts())
     if (offer_to_store(win) == 0)
       return 0;
   return 1;
@@ -113,13 +138,15 @@ int offer_to_store_texts() {
 
 int StoreOrvekToDB(WindowId win) {
   const std::string text = gDesktop->text_of(win);
-  const Scratch scratch{scratch_file(text)};
-  if (scratch.name.empty()) {
+  const Scratch scratch(text);
+  if (scratch.name().empty()) {
     DisplayResponse("Can't open tmp.ddb for write\n");
     return 0;
   }
   const int errors = gParseErrors;
-  if (fdb_load(scratch.name.c_str()) == 0) {
+  const int loaded = fdb_load(scratch.name().c_str());
+  CreateUserMenus(); // what was declared before a fault counts as well
+  if (loaded == 0) {
     DisplayResponse("Unable to load orvek code\n");
     return 0;
   }

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/desktop.h"
 
@@ -15,7 +16,9 @@ WindowId NewOrvekWindow();
 int CloseOrvekWindows();
 // Closes one, asking first when its text is not stored; 1 when it closed.
 int close_orvek_window(WindowId win);
-// Asks for every language text window whose text is not stored; 0 when the user went back.
+// The language text windows whose text is not stored.
+std::vector<WindowId> unstored_texts();
+// Asks for each of them; 0 when the user went back.
 int offer_to_store_texts();
 // Loads the text of the window as declarations and clauses; 1 on success.
 int StoreOrvekToDB(WindowId win);

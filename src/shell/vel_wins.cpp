@@ -40,6 +40,8 @@ static_assert(std::size(kLooks) == kAnnotationWindow);
 constexpr int kStep = 26;
 constexpr int kStepsAcross = 6;
 
+int focus_count = 0; // how often a window has got the focus
+
 Rect moved(const Rect &place, int by) {
   return {place.left + by, place.top + by, place.right + by, place.bottom + by};
 }
@@ -99,6 +101,7 @@ WindowId open_window(WindowKind kind, const std::string &title, const Rect &plac
     return 0;
   enter_window(win, kind);
   gDesktop->show_window(win);
+  gDesktop->focus_window(win);
   return win;
 }
 
@@ -148,8 +151,15 @@ void DoCloseWindow(WindowId win) {
     return;
   leave_window(win);
   gDesktop->close_window(win);
-  if (previous == 0 && !gWindows.empty())
-    gDesktop->focus_window(gWindows.back().id);
+  focus_latest_window();
+}
+
+void focus_latest_window() {
+  const auto latest =
+      std::max_element(gWindows.begin(), gWindows.end(),
+                       [](const auto &a, const auto &b) { return a.last_focus < b.last_focus; });
+  if (previous == 0 && latest != gWindows.end())
+    gDesktop->focus_window(latest->id);
 }
 
 void window_focused(WindowId win) {
@@ -158,6 +168,9 @@ void window_focused(WindowId win) {
     return;
   annotation_focus(win);
   previous = win;
+  for (ShellWindow &w : gWindows)
+    if (w.id == win)
+      w.last_focus = ++focus_count;
   if (kind == kOrvekWindow)
     gOrvWind = win;
   const WindowLook &look = look_of(static_cast<WindowKind>(kind));

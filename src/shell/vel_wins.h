@@ -25,6 +25,7 @@ extern std::string gAppDirectory;
 struct ShellWindow {
   WindowId id;
   WindowKind kind;
+  int last_focus = 0; // greater the later it had the focus
 };
 // Every open window in the order of its making; gNumDocuments is their number and the frame.
 extern std::vector<ShellWindow> gWindows;
@@ -54,15 +55,19 @@ std::vector<WindowId> windows_of_kind(WindowKind kind);
 
 // Makes and shows a window of kind 4 to 8; 0 on failure.
 WindowId NewTextWindow(WindowKind kind);
-// Makes, registers and shows a window of any kind at `place`; 0 on failure.
+// Makes, registers and shows a window of any kind at `place`, with the focus; 0 on failure.
 WindowId open_window(WindowKind kind, const std::string &title, const Rect &place);
 // Retitles all windows of a kind by the format ("Orvek [%d of %d]").
 void renumber_windows(WindowKind kind, const char *format);
 
 // What the user asks for by closing a window: 1 when it closed, 0 when it stays.
 int CloseWindowProc(WindowId win);
-// Closes a window without asking.
+// Closes a window without asking. If it had the focus, the window that had it before gets it.
 void DoCloseWindow(WindowId win);
+// Gives the focus to the window that had it last, when none of the windows has it.
+void focus_latest_window();
+// 1 when quitting would lose nothing: no changed database, picture or text.
+int everything_saved();
 // Closing the frame: offers to save first; 1 when the program ends, 0 when the user went back.
 int CloseFrameProc();
 

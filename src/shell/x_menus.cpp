@@ -17,6 +17,7 @@ int greqNext = 0;
 namespace {
 
 std::map<int, bool> last_state;
+bool filters_on = true; // as the Filters menu was last told
 
 // The needs that are met.
 unsigned met_needs(const MenuSnapshot &s) {
@@ -58,6 +59,10 @@ void AdjustMenus() {
       continue;
     known->second = on;
     gDesktop->enable_item(command.number, on);
+  }
+  if (filters_on != now.network_shown) {
+    filters_on = now.network_shown;
+    gDesktop->enable_menu(MenuBar::network, "Filters", filters_on);
   }
 }
 

@@ -243,6 +243,10 @@ void RecorderDesktop::show_menu_bar(MenuBar menu_bar) {
   bar = menu_bar;
 }
 
+void RecorderDesktop::enable_menu(MenuBar menu_bar, const std::string &label, bool on) {
+  note_call("menu %d %s %s", static_cast<int>(menu_bar), quoted(label).c_str(), on ? "on" : "off");
+}
+
 void RecorderDesktop::enable_menus(bool on) {
   note_call("menus %s", on ? "on" : "off");
 }

@@ -95,6 +95,7 @@ public:
   void select_text(WindowId win, TextRange range) override;
   void show_menu_bar(MenuBar menu_bar) override;
   void enable_item(int command, bool on) override;
+  void enable_menu(MenuBar menu_bar, const std::string &label, bool on) override;
   void enable_menus(bool on) override;
   void set_user_menu(MenuBar menu_bar, const std::string &header,
                      const std::vector<std::string> &names, int first_command) override;

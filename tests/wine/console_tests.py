@@ -54,6 +54,16 @@ def test_keyboard(desk):
         desk.do("strike", ord(letter))
     desk.do("strike", 13)
     desk.shows("please define unrecognised symbol: true")
+    for query, kind in (("gr_open", "GraphicChild"), ("nar_line \"told\"", "NarChild")):
+        desk.do("type", query + "\n")  # the window comes, and what is typed still goes to CONTROL
+        desk.window(kind)
+        desk.shows(query + "\nTrue\nQUERY> ")
+        for letter in "TRUE":
+            desk.do("strike", ord(letter))
+        desk.shows("QUERY> true")
+        desk.do("strike", 27)
+        check_soon(lambda: desk.console().endswith("QUERY> "), desk.console)
+    check(desk.do("text", "NarChild", "") == "told\n", "narrative")
 
 
 def test_old_text(desk):

@@ -342,6 +342,14 @@ Answer do_selected(const Arguments &) {
   return {true, std::to_string(LOWORD(ends)) + " " + std::to_string(HIWORD(ends))};
 }
 
+// logoff: asks the program, as the system does, whether the session may end; tells the answer.
+Answer do_logoff(const Arguments &) {
+  DWORD_PTR answer = 0;
+  const bool heard = SendMessageTimeoutW(frame(), WM_QUERYENDSESSION, 0, 0, SMTO_NORMAL,
+                                         kSendPatience, &answer) != 0;
+  return {heard, answer != 0 ? "yes" : "no"};
+}
+
 // drag STEPS: makes the console wider and narrower in steps, as by dragging its frame; tells how
 // many milliseconds it took.
 Answer do_drag(const Arguments &a) {
@@ -465,7 +473,7 @@ const std::map<std::string, Row> kCommands = {
     {"enabled", {do_enabled, 2}}, {"ctrl", {do_ctrl, 1}},         {"system", {do_system, 3}},
     {"sleep", {do_sleep, 1}},     {"chord", {do_chord, 1}},       {"strike", {do_strike, 1}},
     {"select", {do_select, 2}},   {"selected", {do_selected, 0}}, {"clipboard", {do_clipboard, 0}},
-    {"drag", {do_drag, 1}},
+    {"drag", {do_drag, 1}},       {"logoff", {do_logoff, 0}},
 };
 
 Answer obey(const std::string &line) {

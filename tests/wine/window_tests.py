@@ -143,6 +143,7 @@ def test_graphics(desk):
 
 def test_closing(desk):
     desk.started()
+    check(desk.do("logoff") == "yes", "nothing is unsaved")
     desk.do("close", "ControlChild", "")
     desk.shows("You're not allowed to close CONTROL window\n")
     desk.command(509)
@@ -155,8 +156,18 @@ def test_closing(desk):
     check("Save Changes to Database:" in asked and "|Yes|No|Cancel" in asked, asked)
     desk.press("Cancel")
     desk.query("twice #1", "#2")
+    check(desk.do("logoff") == "no", "the database is not saved")
+    check("Save Changes to Database:" in desk.dialog(), "the question")
+    desk.press("Cancel")
     desk.do("type", "sum (list_of_int #1 #2000000000 #1)\n")
     time.sleep(1.0 * SLOW)
+    desk.do("close", "OrvekChild", "")  # it can wait for the end
+    asked = desk.dialog()
+    check("Something is still running." in asked, asked)
+    desk.press("Cancel")
+    desk.do("close", "ControlChild", "")  # never
+    check_soon(lambda: desk.console().count("You're not allowed to close CONTROL window\n") == 2,
+               desk.console)
     desk.do("close", "VELORA", "")  # stops the query and asks
     desk.dialog()
     desk.press("No")

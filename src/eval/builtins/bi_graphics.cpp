@@ -115,7 +115,7 @@ int bi_gr_setcurrwin(node **stack, int) {
   BgrWinInfo *info = find_graphics(number->val.i);
   if (info != nullptr) {
     gBgrWind = info;
-    gDesktop->focus_window(info->win);
+    gDesktop->show_window(info->win);
   }
   return set_bool(stack[1], info != nullptr);
 }

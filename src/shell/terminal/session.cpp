@@ -6,6 +6,7 @@
 #include <cstring>
 #include <utility>
 
+#include "core/events.h"
 #include "core/needs.h"
 #include "core/space.h"
 #include "eval/evaluate.h"
@@ -147,7 +148,7 @@ int Session::refill(std::string &line, const char *prompt) {
   const Got got = next_line(line, prompt, first);
   waited_ += Clock::now() - asked;
   if (got == Got::interrupted)
-    error_exit(typed_ ? "" : "Query interrupted\n"); // at the terminal ^C is answer enough
+    error_exit(typed_ ? "" : kInterrupted); // at the terminal ^C is answer enough
   if (got == Got::end)
     return 0;
   if (first && is_colon_command(line)) {

@@ -110,7 +110,8 @@ void Win32Desktop::place_window(WindowId win, const Rect &place) {
 
 void Win32Desktop::show_window(WindowId win) {
   if (const Window *window = find_window(win)) {
-    ShowWindow(window->hwnd, SW_SHOW);
+    ShowWindow(window->hwnd, IsIconic(window->hwnd) != FALSE ? SW_SHOWNOACTIVATE : SW_SHOWNA);
+    SetWindowPos(window->hwnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     UpdateWindow(window->hwnd);
   }
 }
@@ -214,6 +215,10 @@ void Win32Desktop::show_menu_bar(MenuBar bar) {
 
 void Win32Desktop::enable_item(int command, bool on) {
   enable_menu_item(command, on);
+}
+
+void Win32Desktop::enable_menu(MenuBar bar, const std::string &label, bool on) {
+  enable_whole_menu(bar, label, on);
 }
 
 void Win32Desktop::enable_menus(bool on) {

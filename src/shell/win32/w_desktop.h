@@ -29,6 +29,7 @@ public:
   void select_text(WindowId win, TextRange range) override;
   void show_menu_bar(MenuBar bar) override;
   void enable_item(int command, bool on) override;
+  void enable_menu(MenuBar bar, const std::string &label, bool on) override;
   void enable_menus(bool on) override;
   void set_user_menu(MenuBar bar, const std::string &header, const std::vector<std::string> &names,
                      int first_command) override;

@@ -76,6 +76,18 @@ LRESULT frame_system_command(WPARAM wparam, LPARAM lparam) {
   return DefWindowProcW(hVel, WM_SYSCOMMAND, wparam, lparam);
 }
 
+// The system wants to end the session. What would be lost is asked about first: the user sees the
+// reason, and closing begins as if the frame had been closed.
+LRESULT session_ends() {
+  if (session_may_end()) {
+    ShutdownBlockReasonDestroy(hVel);
+    return TRUE;
+  }
+  ShutdownBlockReasonCreate(hVel, L"Something is not saved or still running");
+  PostMessageW(hVel, WM_CLOSE, 0, 0);
+  return FALSE;
+}
+
 } // namespace
 
 RECT frame_inside() {
@@ -167,6 +179,12 @@ LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) 
   case WM_CLOSE:
     if (!dialog_comes_first())
       close_asked(0);
+    return 0;
+  case WM_QUERYENDSESSION:
+    return session_ends();
+  case WM_ENDSESSION:
+    if (wparam != FALSE)
+      DestroyWindow(hwnd);
     return 0;
   case WM_DESTROY:
     destroy_menus();

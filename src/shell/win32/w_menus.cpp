@@ -1,9 +1,11 @@
 // The five menu bars: loading, showing, enabling of items and the submenus of names. Holds the
 // menus.
 #include <iterator>
+#include <set>
 #include <string>
+#include <utility>
 
-#include "shell/menu_table.h"
+#include "editor/user_menus.h"
 #include "shell/win32/w_text.h"
 #include "shell/win32/w_windows.h"
 
@@ -16,6 +18,21 @@ constexpr const wchar_t *kBarNames[] = {L"MainMenu", L"FunctionsMenu", L"Datatyp
                                         L"NetworkMenu", L"OrvekMenu"};
 HMENU bars[std::size(kBarNames)];
 MenuBar current = MenuBar::main;
+std::set<std::pair<MenuBar, int>> greyed; // menus that are grey by themselves, by their places
+
+HMENU handle_of(MenuBar bar) {
+  return bars[static_cast<int>(bar)];
+}
+
+std::wstring label_at(HMENU menu, int place) {
+  wchar_t text[80] = L"";
+  GetMenuStringW(menu, static_cast<UINT>(place), text, 80, MF_BYPOSITION);
+  return text;
+}
+
+void enable_place(HMENU menu, int place, bool on) {
+  EnableMenuItem(menu, static_cast<UINT>(place), MF_BYPOSITION | (on ? MF_ENABLED : MF_GRAYED));
+}
 
 // The submenu of that label, at any depth.
 HMENU find_submenu(HMENU menu, const std::wstring &label) {
@@ -23,9 +40,7 @@ HMENU find_submenu(HMENU menu, const std::wstring &label) {
     const HMENU sub = GetSubMenu(menu, i);
     if (sub == nullptr)
       continue;
-    wchar_t text[80] = L"";
-    GetMenuStringW(menu, static_cast<UINT>(i), text, 80, MF_BYPOSITION);
-    if (label == text)
+    if (label == label_at(menu, i))
       return sub;
     if (const HMENU deeper = find_submenu(sub, label))
       return deeper;
@@ -55,7 +70,7 @@ void destroy_menus() {
 }
 
 void show_bar(MenuBar bar) {
-  const HMENU menu = bars[static_cast<int>(bar)];
+  const HMENU menu = handle_of(bar);
   if (menu != nullptr && GetMenu(hVel) != menu)
     SetMenu(hVel, menu);
   current = bar;
@@ -72,20 +87,33 @@ void enable_menu_item(int command, bool on) {
       EnableMenuItem(bar, static_cast<UINT>(command), flags);
 }
 
+void enable_whole_menu(MenuBar bar, const std::string &label, bool on) {
+  const HMENU menu = handle_of(bar);
+  const std::wstring wanted = widen(label);
+  for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+    if (label_at(menu, i) != wanted)
+      continue;
+    if (on)
+      greyed.erase({bar, i});
+    else
+      greyed.insert({bar, i});
+    enable_place(menu, i, on);
+  }
+  if (bar == current)
+    DrawMenuBar(hVel);
+}
+
 void enable_all_menus(bool on) {
-  const UINT flags = MF_BYPOSITION | (on ? MF_ENABLED : MF_GRAYED);
-  for (const HMENU bar : bars)
-    for (int i = 0; bar != nullptr && i < GetMenuItemCount(bar); ++i)
-      EnableMenuItem(bar, static_cast<UINT>(i), flags);
+  for (std::size_t b = 0; b < std::size(bars); ++b)
+    for (int i = 0; bars[b] != nullptr && i < GetMenuItemCount(bars[b]); ++i)
+      enable_place(bars[b], i, on && !greyed.contains({static_cast<MenuBar>(b), i}));
   DrawMenuBar(hVel);
 }
 
 void fill_user_menu(MenuBar bar, const std::string &header, const std::vector<std::string> &names,
                     int first_command) {
-  HMENU menu = nullptr;
-  for (const UserMenu &user : kUserMenus)
-    if (user.bar == bar_bit(bar))
-      menu = find_submenu(bars[static_cast<int>(bar)], widen(user.label));
+  const UserMenu *user = user_menu_of(bar);
+  const HMENU menu = user != nullptr ? find_submenu(handle_of(bar), widen(user->label)) : nullptr;
   if (menu == nullptr)
     return;
   while (DeleteMenu(menu, 0, MF_BYPOSITION) != FALSE) {
@@ -97,8 +125,9 @@ void fill_user_menu(MenuBar bar, const std::string &header, const std::vector<st
     for (const char c : names[i])
       label += c == '&' ? std::string("&&") : std::string(1, c);
     const bool new_column = i > 0 && i % 40 == 0;
-    AppendMenuW(menu, MF_STRING | (new_column ? MF_MENUBARBREAK : 0), first + i,
-                widen(label).c_str());
+    const UINT flags =
+        MF_STRING | (new_column ? MF_MENUBARBREAK : 0) | (user->serves ? 0 : MF_GRAYED);
+    AppendMenuW(menu, flags, first + i, widen(label).c_str());
   }
 }
 
@@ -106,7 +135,7 @@ void fill_user_menu(MenuBar bar, const std::string &header, const std::vector<st
 std::string user_menu_label(MenuBar bar, int command) {
   constexpr std::size_t kMost = 79;
   wchar_t text[2 * kMost + 1] = L"";
-  GetMenuStringW(bars[static_cast<int>(bar)], static_cast<UINT>(command), text,
+  GetMenuStringW(handle_of(bar), static_cast<UINT>(command), text,
                  static_cast<int>(std::size(text)), MF_BYCOMMAND);
   std::wstring label;
   for (const wchar_t *c = text; *c != L'\0' && label.size() < kMost; ++c) {

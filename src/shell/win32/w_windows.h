@@ -90,6 +90,8 @@ void show_bar(MenuBar bar);
 MenuBar shown_bar();
 void enable_menu_item(int command, bool on);
 void enable_all_menus(bool on);
+// Greys one menu of a bar, or gives it back; enable_all_menus() leaves it grey.
+void enable_whole_menu(MenuBar bar, const std::string &label, bool on);
 void fill_user_menu(MenuBar bar, const std::string &header, const std::vector<std::string> &names,
                     int first_command);
 std::string user_menu_label(MenuBar bar, int command);

@@ -245,7 +245,11 @@ TEST_F(GraphicsWindows, TheDesktopShowsAndRenumbersThem) {
   ASSERT_EQ(3u, desktop().windows.size());
   EXPECT_EQ("Graphics [1 of 2]", desktop().windows[gBgrWind->win].title);
   EXPECT_TRUE(desktop().windows[gBgrWind->win].shown);
-  EXPECT_EQ(gNarWind, desktop().focus);
+  const std::string log = desktop().log_text();
+  EXPECT_TRUE(log.ends_with("show " + std::to_string(gNarWind) + "\n")) << "it comes to the front";
+  EXPECT_EQ(log.find("focus"), std::string::npos) << "who types goes on typing";
+  const auto &windows = desktop().windows;
+  EXPECT_NE(windows.begin()->second.place, std::next(windows.begin())->second.place);
   kit::answer("gr_close ;");
   ASSERT_EQ(2u, desktop().windows.size());
   EXPECT_EQ("Graphics [1 of 1]", desktop().windows[gBgrWind->win].title);

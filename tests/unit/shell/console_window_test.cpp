@@ -102,9 +102,13 @@ TEST_F(ConsoleWindow, CharactersAreReadFromWhatIsTyped) {
   desktop().on_pump = [this] { type("xyz"); };
   type("getchar\n");
   desktop().on_pump = nullptr;
-  EXPECT_TRUE(news().ends_with("'x'\nQUERY> "));
+  EXPECT_TRUE(news().ends_with("x'x'\nQUERY> ")) << "what is read is shown";
+  EXPECT_EQ(desktop().windows[hControl].typed, "yz") << "what was typed ahead is not lost";
+  desktop().windows[hControl].typed.clear();
+  desktop().on_pump = [this] { type("y\n"); };
   type("getchar\n");
-  EXPECT_TRUE(news().ends_with("'y'\nQUERY> ")) << "what was typed ahead is not lost";
+  desktop().on_pump = nullptr;
+  EXPECT_EQ(desktop().windows[hControl].typed, "") << "the line end belongs to the character";
 }
 
 TEST_F(ConsoleWindow, LongAnswerKeepsTheNewestInTheWindowAndAllInTheLog) {

@@ -1,4 +1,5 @@
 // Holds the resource script to the menu table: same commands, labels, accelerators and greying.
+#include "editor/user_menus.h"
 #include "shell/menu_table.h"
 
 #include <gtest/gtest.h>

@@ -6,6 +6,7 @@
 #include "core/symbols.h"
 #include "db/needs.h"
 #include "db/vel_dbop.h"
+#include "platform/safe_file.h"
 #include "shell/graphics_windows.h"
 #include "shell/text_windows.h"
 #include "unit/shell/desk_kit.h"
@@ -130,11 +131,54 @@ TEST_F(Windows, CommittedTextIsInTheDatabaseAndItsFileGone) {
   choose(501);
   EXPECT_NE(shown().find("Orvek Code Stored\n"), std::string::npos);
   EXPECT_FALSE(std::ifstream(gAppDirectory + "tmp.ddb").good());
+  EXPECT_EQ(desktop().labels[9010], "twice") << "the Find menus know it";
   type("twice #4\n");
   EXPECT_NE(shown().find("#8\nQUERY> "), std::string::npos);
   close_asked(gOrvWind);
   EXPECT_TRUE(windows_of_kind(kOrvekWindow).empty()) << "stored text closes unasked";
   gAppDirectory.clear();
+}
+
+TEST_F(Windows, CommitLeavesADatabaseOfTheScratchNameAlone) {
+  gAppDirectory = ::testing::TempDir();
+  const std::string name = gAppDirectory + "tmp.ddb";
+  std::ofstream(name) << "the user's";
+  window_activated(open_orvek("fdec\n twice ::= int -> int ;\n;\n"));
+  choose(501);
+  EXPECT_NE(shown().find("Orvek Code Stored\n"), std::string::npos);
+  std::string text;
+  EXPECT_TRUE(read_whole_file(name, text));
+  EXPECT_EQ(text, "the user's");
+  std::remove(name.c_str());
+  gAppDirectory.clear();
+}
+
+TEST_F(Windows, FocusGoesBackToTheWindowThatHadIt) {
+  const WindowId first = open_orvek("");
+  const WindowId second = open_orvek("");
+  const WindowId third = open_orvek("");
+  for (const WindowId win : {third, second, first, third})
+    window_activated(win);
+  close_asked(third);
+  EXPECT_EQ(desktop().focus, first);
+  window_activated(first);
+  close_asked(first);
+  EXPECT_EQ(desktop().focus, second);
+}
+
+TEST_F(Windows, SystemMayEndTheProgramWhenNothingIsLost) {
+  gSymbolTableChanged = 0;
+  EXPECT_TRUE(session_may_end());
+  const WindowId win = open_orvek("not stored");
+  EXPECT_FALSE(session_may_end());
+  DoCloseWindow(win);
+  EXPECT_TRUE(session_may_end());
+  gSymbolTableChanged = 1;
+  EXPECT_FALSE(session_may_end());
+  gSymbolTableChanged = 0;
+  desktop().on_pump = [] { EXPECT_FALSE(session_may_end()) << "a query runs"; };
+  type("last (list_of_int #1 #300000 #1)\n");
+  desktop().on_pump = nullptr;
 }
 
 TEST_F(Windows, FaultyTextStaysUnstored) {
@@ -210,22 +254,35 @@ TEST_F(Windows, QuittingAsksEvenWhenOnlyTheConsoleIsOpen) {
   EXPECT_FALSE(desktop().has_quit);
 }
 
-TEST_F(Windows, WindowClosedWhileAQueryRunsClosesAfterIt) {
-  const WindowId win = open_orvek("");
-  bool asked = false;
-  desktop().on_pump = [&] {
-    if (!asked)
-      close_asked(win);
-    asked = true;
-    EXPECT_EQ(window_kind(win), kOrvekWindow);
-    choose(509); // no command can start meanwhile
+TEST_F(Windows, ClosingWhileAQueryRunsAsksWhen) {
+  const auto close_meanwhile = [this](WindowId win) {
+    bool asked = false;
+    desktop().on_pump = [&] {
+      if (!asked)
+        close_asked(win);
+      asked = true;
+      EXPECT_NE(window_kind(win), 0);
+      choose(509); // no command can start meanwhile
+    };
+    type("last (list_of_int #1 #300000 #1)\n");
+    desktop().on_pump = nullptr;
+    EXPECT_TRUE(asked);
+    EXPECT_EQ(windows_of_kind(kOrvekWindow).size(), window_kind(win) == kOrvekWindow ? 1U : 0U);
+    return news();
   };
-  type("last (list_of_int #1 #300000 #1)\n");
-  desktop().on_pump = nullptr;
-  ASSERT_TRUE(asked);
+  const WindowId win = open_orvek("");
+  EXPECT_TRUE(close_meanwhile(win).ends_with("#300000\nQUERY> ")) << "cancelled";
+  EXPECT_TRUE(logged("Close the window:\" [Stop It and Close] [When It Has Ended] -> 5"));
+  EXPECT_EQ(window_kind(win), kOrvekWindow);
+  desktop().choices = {2};
+  EXPECT_TRUE(close_meanwhile(win).ends_with("#300000\nQUERY> "));
   EXPECT_EQ(window_kind(win), 0);
-  EXPECT_TRUE(windows_of_kind(kOrvekWindow).empty());
-  EXPECT_NE(shown().find("#300000\n"), std::string::npos) << "the query was not disturbed";
+  const WindowId other = open_orvek("");
+  desktop().choices = {1};
+  EXPECT_TRUE(close_meanwhile(other).ends_with("Query interrupted\n\nQUERY> "));
+  EXPECT_EQ(window_kind(other), 0);
+  EXPECT_NE(close_meanwhile(hControl).find("not allowed to close CONTROL window\n"),
+            std::string::npos);
 }
 
 TEST_F(Windows, GraphicsWindowIsDrawnAndScrollsOverWhatIsDrawn) {

@@ -138,6 +138,18 @@ TEST_F(Menus, NetworkWindowAsksNoName) {
   EXPECT_EQ(desktop().answers.size(), 1U);
 }
 
+TEST_F(Menus, FiltersWaitForANetwork) {
+  choose(505);
+  const WindowId win = windows_of_kind(kNetworkWindow).front();
+  window_activated(win);
+  EXPECT_FALSE(logged("menu 3 \"Filters\" on"));
+  add_node(picture_of(win), kToolFunction, 100, 100);
+  menu_opened();
+  EXPECT_TRUE(logged("menu 3 \"Filters\" on"));
+  window_activated(hControl);
+  EXPECT_TRUE(logged("menu 3 \"Filters\" off"));
+}
+
 TEST_F(Menus, TextSizesStepWithinBounds) {
   for (const auto &[from, to] :
        {std::pair{8, 10}, {10, 12}, {12, 16}, {16, 22}, {22, 22}, {14, 18}})
@@ -185,6 +197,13 @@ TEST_F(Menus, QuittingAsksForAChangedPictureOnly) {
   close_asked(0); // cancelled
   EXPECT_TRUE(logged("ask \"Save Changes to: f?\" [Save] [Discard] -> 5"));
   EXPECT_FALSE(desktop().has_quit);
+  gSymbolTableChanged = 1;
+  desktop().choices = {2}; // and the question about the database is cancelled
+  close_asked(0);
+  EXPECT_FALSE(desktop().has_quit);
+  EXPECT_EQ(wi->clean, 0) << "what was given up still counts when the user stays";
+  gSymbolTableChanged = 0;
+  desktop().log.clear();
   desktop().choices = {1};
   choose(103);
   WinInfo *stored = nullptr;
