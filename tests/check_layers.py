@@ -74,11 +74,21 @@ def check_source(name, text):
         for number, line in enumerate(code_lines(text), 1):
             if THROW.search(line):
                 faults.append(f"{name}:{number}: only the return point throws and catches")
-    if text.count("\n") > LONGEST:
-        faults.append(f"{name}: longer than {LONGEST} lines")
+    faults += check_length(name, text)
     if not text.startswith("//") and name.endswith((".h", ".cpp")):
         faults.append(f"{name}: no opening comment")
     return faults
+
+
+def check_length(name, text):
+    """The fault of a file that has grown too long."""
+    return [f"{name}: longer than {LONGEST} lines"] if text.count("\n") > LONGEST else []
+
+
+def other_texts():
+    """The files beside the sources whose length counts too: scripts of resources, desktop tests."""
+    desktop_tests = [p for p in (ROOT / "tests" / "wine").iterdir() if p.is_file()]
+    return sorted(SRC.rglob("*.rc")) + sorted(desktop_tests)
 
 
 def compile_header(path, compiler):
@@ -116,6 +126,7 @@ def self_test():
                       'const char *t = "throw"; int bi_throw(); /* try */\n',
         "shell/terminal/b.cpp": '// x\n#include "shell/return_point.h"\n#include <unistd.h>\n',
     }
+    bad["core/h.cpp"] = "// x\n" + "\n" * LONGEST
     missed = [n for n, t in bad.items() if not check_source(n, t)]
     wrong = [n for n, t in good.items() if check_source(n, t)]
     return [("self-test", [f"missed: {missed}, wrongly blamed: {wrong}"] if missed or wrong else [])]
@@ -131,6 +142,9 @@ def main():
         if path.suffix in (".h", ".cpp"):
             name = str(path.relative_to(SRC))
             results.append((name, check_source(name, path.read_text(encoding="utf-8"))))
+    for path in other_texts():
+        name = str(path.relative_to(ROOT))
+        results.append((name, check_length(name, path.read_text(encoding="utf-8"))))
     if options.headers:
         results += check_headers(options.compiler)
     for _, faults in results:

@@ -10,6 +10,7 @@
 #include "shell/console_window.h"
 #include "shell/desk_events.h"
 #include "shell/vel_wins.h"
+#include "shell/win32/resource.h"
 #include "shell/win32/w_desktop.h"
 #include "shell/win32/w_dialogs.h"
 #include "shell/win32/w_libraries.h"
@@ -68,7 +69,7 @@ std::size_t stack_left() {
 }
 
 bool make_frame(int show) {
-  hVel = CreateWindowExW(0, L"VELORA", L"Velora For Windows 4.7.4",
+  hVel = CreateWindowExW(0, L"VELORA", L"" VELORA_TITLE,
                          WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
                          CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, hInst, nullptr);
   if (hVel == nullptr)

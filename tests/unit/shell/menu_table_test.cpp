@@ -21,12 +21,6 @@ struct Item {
 };
 using Bar = std::map<int, Item>;
 
-std::string script() {
-  std::stringstream text;
-  text << std::ifstream(VELORA_SOURCE_DIR "/src/shell/win32/velora.rc").rdbuf();
-  return text.str();
-}
-
 // A line of the script that holds a quoted text: the text, and what stands behind it.
 bool quoted_line(const std::string &line, const std::string &keyword, std::string &text,
                  std::string &rest) {
@@ -38,6 +32,20 @@ bool quoted_line(const std::string &line, const std::string &keyword, std::strin
   text = line.substr(start, end - start);
   rest = line.substr(end + 1);
   return true;
+}
+
+// The script, with the menus that stand in files of their own.
+std::string script(const std::string &file = "velora.rc") {
+  std::ifstream in(VELORA_SOURCE_DIR "/src/shell/win32/" + file);
+  EXPECT_TRUE(in.is_open()) << file;
+  std::string text;
+  std::string included;
+  std::string rest;
+  for (std::string line; std::getline(in, line);)
+    text += quoted_line(line, "#include", included, rest) && included.starts_with("menus/")
+                ? script(included)
+                : line + "\n";
+  return text;
 }
 
 // The items of one menu bar of the script, without the headers of the user menus.
