@@ -31,6 +31,8 @@ MACHINE_FOLDERS = {"platform", "shell/terminal", "shell/win32"}
 MACHINE_HEADERS = re.compile(r'^\s*#\s*include\s*<(windows\.h|unistd\.h|pthread\.h|readline/|termios\.h|sys/)')
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"')
+# Procedures that the window system calls; they guard their work, since nothing may unwind there.
+CALLED_BACK = re.compile(r"^(?:LRESULT|INT_PTR) CALLBACK \w+\([^)]*\) \{.*?^\}", re.M | re.S)
 THROW = re.compile(r"\b(throw|catch|try)\b")
 LONGEST = 500
 
@@ -74,6 +76,8 @@ def check_source(name, text):
         for number, line in enumerate(code_lines(text), 1):
             if THROW.search(line):
                 faults.append(f"{name}:{number}: only the return point throws and catches")
+    faults += [f"{name}: lets exceptions through: {found.splitlines()[0]}"
+               for found in CALLED_BACK.findall(text) if "guarded<" not in found]
     faults += check_length(name, text)
     if not text.startswith("//") and name.endswith((".h", ".cpp")):
         faults.append(f"{name}: no opening comment")
@@ -126,6 +130,7 @@ def self_test():
                       'const char *t = "throw"; int bi_throw(); /* try */\n',
         "shell/terminal/b.cpp": '// x\n#include "shell/return_point.h"\n#include <unistd.h>\n',
     }
+    bad["shell/win32/i.cpp"] = "// x\nLRESULT CALLBACK f(HWND h) {\n  return g(h);\n}\n"
     bad["core/h.cpp"] = "// x\n" + "\n" * LONGEST
     missed = [n for n, t in bad.items() if not check_source(n, t)]
     wrong = [n for n, t in good.items() if check_source(n, t)]

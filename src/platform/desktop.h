@@ -27,6 +27,13 @@ enum WindowKind {
   kNarrativeWindow = 7,
   kAnnotationWindow = 8
 };
+constexpr bool shows_picture(int kind) {
+  return kind >= kFunctionWindow && kind <= kNetworkWindow;
+}
+constexpr bool holds_text(int kind) {
+  return kind == kControlWindow || kind == kOrvekWindow || kind == kNarrativeWindow ||
+         kind == kAnnotationWindow;
+}
 
 enum class CursorShape {
   arrow,
@@ -92,8 +99,8 @@ public:
   // These read and replace the typed part; set_text and append_text leave it standing behind.
   virtual std::string typed_text(WindowId win) = 0;
   virtual void set_typed_text(WindowId win, std::string_view text) = 0;
-  // Takes whole lines away from the front, so that at most `keep` characters of appended text are
-  // left; answers how many went.
+  // Takes lines away from the front of the appended text, as many as leave `keep` characters or
+  // more, soft breaks not counted; answers how many characters went, soft breaks among them.
   virtual std::size_t drop_front(WindowId win, std::size_t keep) = 0;
   virtual EditState edit_state(WindowId win) = 0;
   virtual void edit(WindowId win, EditCommand command) = 0;

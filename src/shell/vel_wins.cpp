@@ -73,9 +73,7 @@ int window_kind(WindowId win) {
 }
 
 int TextTypeWindow(WindowId win) {
-  const int kind = window_kind(win);
-  return kind == kControlWindow || kind == kOrvekWindow || kind == kNarrativeWindow ||
-         kind == kAnnotationWindow;
+  return holds_text(window_kind(win));
 }
 
 int GraphicTypeWindow(WindowId win) {
@@ -83,8 +81,7 @@ int GraphicTypeWindow(WindowId win) {
 }
 
 int PictureTypeWindow(WindowId win) {
-  const int kind = window_kind(win);
-  return kind >= kFunctionWindow && kind <= kNetworkWindow;
+  return shows_picture(window_kind(win));
 }
 
 std::vector<WindowId> windows_of_kind(WindowKind kind) {

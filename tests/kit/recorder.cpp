@@ -218,8 +218,8 @@ std::size_t RecorderDesktop::drop_front(WindowId win, std::size_t keep) {
   std::string &text = windows[win].text;
   if (text.size() <= keep)
     return 0;
-  const std::size_t line = text.find('\n', text.size() - keep);
-  const std::size_t dropped = line == std::string::npos ? text.size() - keep : line + 1;
+  const std::size_t line = text.find_last_of("\n\r", text.size() - keep - 1);
+  const std::size_t dropped = line == std::string::npos ? 0 : line + 1;
   text.erase(0, dropped);
   note_call("drop %d", win);
   return dropped;

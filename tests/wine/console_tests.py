@@ -142,6 +142,87 @@ def test_many_lines(desk):
     check(colours.count((0, 0, 0)) < len(colours) // 4, "no black bars")
 
 
+def test_long_paste(desk):
+    """A long word is pasted at once, broken for showing only, and can be edited like any text."""
+    desk.started()
+    word = "w" * 50000
+    begin = time.time()
+    desk.do("paste", '"' + word + '"')
+    seconds = time.time() - begin
+    print(f"    pasting a word of 50000 letters took {seconds:.2f} s")
+    check(seconds < 1.0 * SLOW, "pasting a long word is slow")
+    check(word[:2000] not in desk.console(), "the word is broken for showing")
+    desk.do("type", "\n")
+    desk.shows("w\"\nQUERY> ", 20)
+    desk.command(112)
+    desk.choose_file("log.txt", "Save")
+    desk.shows("CONTROL text saved in file")
+    log = desk.file("log.txt").decode()
+    check(log.count('"' + word + '"\n') == 2, "query and answer are whole in the log")
+    desk.command(511)
+    check_soon(lambda: desk.console() == "\nQUERY> ", lambda: "cleared: " + desk.console()[-80:])
+    mark = len("\r\nQUERY> ")
+    desk.do("type", '"ab"')
+    check_soon(lambda: desk.console().endswith('"ab"'), desk.console)
+    desk.do("select", mark + 2, mark + 3)  # the b
+    desk.do("paste", "v" * 3000)
+    desk.do("type", "c")
+    check_soon(lambda: 'vc"' in desk.console(), lambda: "the caret: " + desk.console()[-80:])
+    desk.do("select", mark, -1)
+    desk.command(204)
+    desk.pause(200)
+    pasted = '"a' + "v" * 3000 + 'c"'
+    check_soon(lambda: desk.do("clipboard") == pasted, lambda: "copied: " + desk.do("clipboard"))
+    desk.do("paste", '"short"')
+    check_soon(lambda: desk.console() == '\nQUERY> "short"', lambda: "replaced: " + desk.console())
+    desk.command(201)
+    check_soon(lambda: "vvv" in desk.console() and "short" not in desk.console(),
+               lambda: "undone: " + desk.console()[-80:])
+    desk.do("type", "\n")
+    desk.shows("c\"\nQUERY> ", 20)
+    desk.do("key", 38)  # the query comes back whole
+    desk.do("select", 0, -1)
+    desk.command(204)
+    check_soon(lambda: desk.do("clipboard").count(pasted) == 3,
+               lambda: "query, answer and query again: " + desk.do("clipboard"))
+
+
+def test_messages(desk):
+    """Messages stay red on the screen whatever happens to the window."""
+    def red_dots():
+        at = desk.screen.look()[2]
+        left, top, width, height = map(int, desk.do("place", "ControlChild", "").split())
+        return sum(at(x, y) == (176, 0, 0) for x in range(left, left + width)
+                   for y in range(top, min(top + height, 768)))
+
+    def red_again(after):
+        check_soon(lambda: red_dots() == red, lambda: f"{red_dots()} instead of {red} {after}")
+
+    desk.started()
+    desk.query("+ #1 #1", "#2")
+    desk.do("type", "nosuch\n")
+    desk.shows("^\n\nQUERY> ")
+    desk.pause(200)
+    red = red_dots()
+    check(red > 100, f"{red} red dots")
+    desk.do("select", 0, -1)
+    desk.pause(200)
+    check(red_dots() < red // 4, "what is selected looks so")
+    end = len(desk.console().replace("\n", "\r\n"))
+    desk.do("select", end, end)
+    red_again("after a selection")
+    desk.do("drag", 20)
+    red_again("after the window was made wider")
+    for _ in range(8):
+        desk.query("+ #1 #1", "#2")
+    desk.pause(500)
+    check(red_dots() == 0, "it is scrolled away")
+    desk.do("select", 0, 0)
+    desk.do("key", 33)
+    desk.do("strike", 0x24)
+    red_again("after scrolling back")
+
+
 def test_copy(desk):
     """Text is copied as it was written, though long lines were broken for showing."""
     desk.started()

@@ -40,7 +40,8 @@ def check_soon(condition, what, seconds=5):
 
 
 def missing_tools():
-    return [t for t in (COMPILER, "wine", "Xvfb", "cmake", "ninja") if shutil.which(t) is None]
+    tools = (COMPILER, "wine", "Xvfb", "import", "cmake", "ninja")
+    return [t for t in tools if shutil.which(t) is None]
 
 
 def install():
@@ -65,7 +66,8 @@ def build():
         print(made.stdout[-3000:])
         sys.exit("0 passed, 1 failed")
     source = os.path.join(ROOT, "tests", "wine", "driver.cpp")
-    if not os.path.exists(DRIVER) or os.path.getmtime(DRIVER) < os.path.getmtime(source):
+    changed = max(os.path.getmtime(f) for f in (source, source.replace(".cpp", "_text.h")))
+    if not os.path.exists(DRIVER) or os.path.getmtime(DRIVER) < changed:
         subprocess.run([COMPILER, "-std=c++20", "-O1", "-static", "-s", "-Wall", "-Wextra",
                         "-o", DRIVER, source, "-luser32"], check=True)
 
@@ -108,9 +110,14 @@ class Screen:
         subprocess.run(["wineserver", "-w"], env=self.env, stderr=subprocess.DEVNULL, timeout=60)
 
     def shot(self, name):
-        if shutil.which("import"):
-            subprocess.run(["import", "-window", "root", os.path.join(SHOTS, name + ".png")],
-                           env=self.env, stderr=subprocess.DEVNULL, timeout=60)
+        subprocess.run(["import", "-window", "root", os.path.join(SHOTS, name + ".png")],
+                       env=self.env, stderr=subprocess.DEVNULL, timeout=60)
+
+    def look(self):
+        """What stands on the screen, as `pixels` answers it."""
+        seen = subprocess.run(["import", "-window", "root", "-type", "TrueColor", "bmp3:-"],
+                              env=self.env, stdout=subprocess.PIPE, check=True, timeout=60)
+        return pixels(seen.stdout)
 
     def close(self):
         self.stop_wine()
@@ -218,6 +225,7 @@ def pixels(bitmap):
     stride = (width * 3 + 3) // 4 * 4
 
     def at(x, y):
-        blue, green, red = bitmap[offset + (height - 1 - y) * stride + x * 3:][:3]
+        start = offset + (height - 1 - y) * stride + x * 3
+        blue, green, red = bitmap[start:start + 3]
         return red, green, blue
     return width, height, at

@@ -2,63 +2,18 @@
 // types, chooses commands by number, answers dialogs and reads texts back. It reads one command a
 // line from standard input and answers each with one line, "ok ..." or "no ...". Line ends in texts
 // travel as "\n". Started by the test `run` beside it.
-#ifndef UNICODE
-#define UNICODE
-#endif
-#include <windows.h>
+#include "driver_text.h"
 
 #include <cstring>
 #include <functional>
 #include <iostream>
 #include <map>
 #include <sstream>
-#include <string>
-#include <vector>
 
 namespace {
 
 constexpr DWORD kPollEvery = 30;
 constexpr UINT kSendPatience = 20000;
-
-std::wstring widen(const std::string &text) {
-  std::wstring out(text.size() + 1, L'\0');
-  out.resize(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(),
-                                                          static_cast<int>(text.size()), out.data(),
-                                                          static_cast<int>(out.size()))));
-  return out;
-}
-
-std::string narrow(const std::wstring &text) {
-  std::string out(text.size() * 4 + 1, '\0');
-  out.resize(static_cast<std::size_t>(
-      WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), out.data(),
-                          static_cast<int>(out.size()), nullptr, nullptr)));
-  return out;
-}
-
-std::string escaped(const std::string &text) {
-  std::string out;
-  for (const char c : text) {
-    if (c == '\n')
-      out += "\\n";
-    else if (c == '\\')
-      out += "\\\\";
-    else if (c != '\r')
-      out += c;
-  }
-  return out;
-}
-
-std::string unescaped(const std::string &text) {
-  std::string out;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '\\' || i + 1 == text.size())
-      out += text[i];
-    else
-      out += text[++i] == 'n' ? '\n' : text[i];
-  }
-  return out;
-}
 
 // Sends a message, but does not wait for ever for a program that hangs.
 LRESULT send(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -153,34 +108,7 @@ std::string without_mnemonic(std::string label) {
   return label;
 }
 
-using Arguments = std::vector<std::string>;
 using Answer = std::pair<bool, std::string>;
-
-// The words of a line; a word in double quotes may hold blanks.
-Arguments split(const std::string &line) {
-  Arguments words;
-  std::size_t i = 0;
-  while (i < line.size()) {
-    if (line[i] == ' ') {
-      ++i;
-      continue;
-    }
-    std::string word;
-    if (line[i] == '"') {
-      for (++i; i < line.size() && line[i] != '"'; ++i) {
-        if (line[i] == '\\' && i + 1 < line.size() && line[i + 1] == '"')
-          ++i;
-        word += line[i];
-      }
-      ++i;
-    } else {
-      while (i < line.size() && line[i] != ' ')
-        word += line[i++];
-    }
-    words.push_back(word);
-  }
-  return words;
-}
 
 // --- the commands ------------------------------------------------------------------------------
 
@@ -312,6 +240,13 @@ Answer do_caret(const Arguments &a) {
   const auto place = at < 0 ? send(edit, WM_GETTEXTLENGTH, 0, 0) : at;
   send(edit, EM_SETSEL, static_cast<WPARAM>(place), place);
   return {true, ""};
+}
+
+// wheel CLASS TITLE KEYS TURN: turns the wheel over a window while the keys (MK_SHIFT...) are down.
+Answer do_wheel(const Arguments &a) {
+  const HWND window = one_window(a[0], a[1]);
+  const WPARAM turn = MAKEWPARAM(std::stoi(a[2]), std::stoi(a[3]));
+  return {window != nullptr && send(window, WM_MOUSEWHEEL, turn, 0) == 0, ""};
 }
 
 bool set_clipboard(const std::wstring &text) {
@@ -473,7 +408,7 @@ const std::map<std::string, Row> kCommands = {
     {"enabled", {do_enabled, 2}}, {"ctrl", {do_ctrl, 1}},         {"system", {do_system, 3}},
     {"sleep", {do_sleep, 1}},     {"chord", {do_chord, 1}},       {"strike", {do_strike, 1}},
     {"select", {do_select, 2}},   {"selected", {do_selected, 0}}, {"clipboard", {do_clipboard, 0}},
-    {"drag", {do_drag, 1}},       {"logoff", {do_logoff, 0}},
+    {"drag", {do_drag, 1}},       {"logoff", {do_logoff, 0}},     {"wheel", {do_wheel, 4}},
 };
 
 Answer obey(const std::string &line) {

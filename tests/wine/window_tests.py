@@ -141,6 +141,32 @@ def test_graphics(desk):
     desk.gone("NarChild")
 
 
+def test_wheel(desk):
+    """The wheel scrolls down and, with Shift, across; many small turns make one large one."""
+    desk.started()
+    desk.query("gr_open", "True")
+    desk.query("gr_fillrect #1500 #1500 #1510 #1510", "True")
+    desk.query("gr_forecolor Red", "True")
+    desk.query("gr_fillrect #200 #220 #210 #230", "True")
+    desk.do("activate", "GraphicChild", "")
+
+    def corner():  # of the red box
+        at = desk.screen.look()[2]
+        left, top, width, height = map(int, desk.do("place", "GraphicChild", "").split())
+        return next(((x, y) for y in range(top, top + height) for x in range(left, left + width)
+                     if at(x, y) == (255, 0, 0)), (0, 0))
+
+    first = corner()
+    scrolled = []
+    for keys, turn, times in ((0, -120, 2), (0, 120, 1), (4, -120, 2), (4, 120, 1), (0, -1, 120)):
+        for _ in range(times):
+            desk.do("wheel", "GraphicChild", "", str(keys), str(turn))
+        desk.pause(100)
+        x, y = corner()
+        scrolled.append((first[0] - x, first[1] - y))
+    check(scrolled == [(0, 120), (0, 60), (120, 60), (60, 60), (60, 120)], f"{scrolled}")
+
+
 def test_closing(desk):
     desk.started()
     check(desk.do("logoff") == "yes", "nothing is unsaved")

@@ -45,6 +45,31 @@ private:
   HDC dc_;
 };
 
+// The painting of a window's inside, from its announcement to its end.
+class Painting {
+public:
+  explicit Painting(HWND window) : window_(window) {
+    BeginPaint(window_, &paint_);
+    GetClientRect(window_, &inside_);
+  }
+  ~Painting() { EndPaint(window_, &paint_); }
+  Painting(const Painting &) = delete;
+  Painting &operator=(const Painting &) = delete;
+  operator HDC() const { return paint_.hdc; }
+  [[nodiscard]] const RECT &inside() const { return inside_; }
+  // Shows what was drawn in memory, where the screen has to be painted.
+  void copy_from(HDC memory) const {
+    const RECT &dirty = paint_.rcPaint;
+    BitBlt(paint_.hdc, dirty.left, dirty.top, dirty.right - dirty.left, dirty.bottom - dirty.top,
+           memory, dirty.left, dirty.top, SRCCOPY);
+  }
+
+private:
+  HWND window_;
+  PAINTSTRUCT paint_{};
+  RECT inside_{};
+};
+
 // A drawing surface in memory that keeps what is drawn until it is copied.
 class MemoryDC {
 public:

@@ -18,11 +18,6 @@ namespace velora::win32 {
 
 namespace {
 
-bool holds_text(WindowKind kind) {
-  return kind == kControlWindow || kind == kOrvekWindow || kind == kNarrativeWindow ||
-         kind == kAnnotationWindow;
-}
-
 RECT in_dots(const Rect &place) {
   return {to_dots(hVel, place.left), to_dots(hVel, place.top), to_dots(hVel, place.right),
           to_dots(hVel, place.bottom)};
@@ -50,7 +45,7 @@ bool goes_to_next_window(const MSG &message) {
   if (message.message != WM_KEYDOWN || (message.wParam != VK_TAB && message.wParam != VK_F6) ||
       GetKeyState(VK_CONTROL) >= 0)
     return false;
-  next_window_asked(GetKeyState(VK_SHIFT) < 0 ? -1 : 1);
+  run_step([] { next_window_asked(GetKeyState(VK_SHIFT) < 0 ? -1 : 1); });
   return true;
 }
 
@@ -288,8 +283,8 @@ void take_message(MSG &message) {
   DispatchMessageW(&message);
 }
 
-// The interrupt keys are taken before any window sees them; other keys go to the console, where
-// they wait as typed text, and commands are refused by the program while one runs.
+// The interrupt keys are taken before any window sees them. Other keys go to the window that has
+// the focus; what is typed in the console waits there, and commands are refused while one runs.
 void service_messages() {
   MSG message{};
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "shell/win32/resource.h"
+#include "shell/win32/w_guard.h"
 #include "shell/win32/w_modal.h"
 #include "shell/win32/w_text.h"
 #include "shell/win32/w_windows.h"
@@ -149,7 +150,7 @@ void lay_out_line(HWND dialog, const Line &line) {
   resize_inside(dialog, at.width + 2 * at.margin, buttons + height + at.margin);
 }
 
-INT_PTR CALLBACK question_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
+INT_PTR question_message(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == WM_INITDIALOG) {
     const auto &question = *reinterpret_cast<const Question *>(lparam);
     lay_out_question(dialog, question);
@@ -169,6 +170,10 @@ INT_PTR CALLBACK question_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM 
   return TRUE;
 }
 
+INT_PTR CALLBACK question_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
+  return guarded<question_message>(dialog, message, wparam, lparam);
+}
+
 std::wstring item_text(HWND dialog, int id) {
   const HWND item = GetDlgItem(dialog, id);
   std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(item)), L'\0');
@@ -176,7 +181,7 @@ std::wstring item_text(HWND dialog, int id) {
   return text;
 }
 
-INT_PTR CALLBACK line_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
+INT_PTR line_message(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == WM_INITDIALOG) {
     const auto *line = reinterpret_cast<const Line *>(lparam);
     SetWindowLongPtrW(dialog, DWLP_USER, lparam);
@@ -198,10 +203,18 @@ INT_PTR CALLBACK line_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM lpar
   return TRUE;
 }
 
-INT_PTR CALLBACK about_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
+INT_PTR CALLBACK line_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
+  return guarded<line_message>(dialog, message, wparam, lparam);
+}
+
+INT_PTR about_message(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
   if (message == WM_COMMAND && (LOWORD(wparam) == IDOK || LOWORD(wparam) == IDCANCEL))
     EndDialog(dialog, 1);
   return message == WM_INITDIALOG || message == WM_COMMAND ? TRUE : FALSE;
+}
+
+INT_PTR CALLBACK about_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
+  return guarded<about_message>(dialog, message, wparam, lparam);
 }
 
 } // namespace

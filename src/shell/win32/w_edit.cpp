@@ -3,8 +3,8 @@
 #include "shell/win32/w_edit.h"
 
 #include <algorithm>
-#include <cstring>
 
+#include "shell/win32/w_breaks.h"
 #include "shell/win32/w_edit_keys.h"
 #include "shell/win32/w_objects.h"
 #include "shell/win32/w_text.h"
@@ -34,7 +34,7 @@ public:
   explicit DrawnOnce(HWND edit) : edit_(edit) { SendMessageW(edit_, WM_SETREDRAW, FALSE, 0); }
   ~DrawnOnce() {
     SendMessageW(edit_, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(edit_, nullptr, TRUE);
+    InvalidateRect(edit_, nullptr, FALSE);
   }
   DrawnOnce(const DrawnOnce &) = delete;
   DrawnOnce &operator=(const DrawnOnce &) = delete;
@@ -95,6 +95,29 @@ DWORD edit_style(WindowKind kind) {
   return kind == kOrvekWindow ? style | WS_HSCROLL | ES_AUTOHSCROLL : style;
 }
 
+// Whether the line end at "\n" number `line_end` is for showing only.
+bool is_soft(const Window &window, std::size_t line_end) {
+  return std::binary_search(window.soft_breaks.begin(), window.soft_breaks.end(),
+                            static_cast<DWORD>(line_end) - 1);
+}
+
+// How much of `text` can go, in whole lines, so that `keep` characters or more are left.
+std::size_t units_to_spare(const Window &window, std::wstring_view text, std::size_t keep) {
+  std::size_t at = text.size();
+  for (; at > 0 && keep > 0; --at) {
+    const wchar_t c = text[at - 1];
+    if (begins_character(c) && !(c == L'\n' && is_soft(window, at - 1)))
+      --keep;
+  }
+  return at == 0 ? 0 : text.rfind(L'\n', at - 1) + 1; // 0 when there is no line end
+}
+
+// What the user typed as it stands in the control.
+std::wstring shown_as_typed(std::string_view text) {
+  const std::wstring wide = to_edit(text);
+  return broken(wide, longest_line_of(wide.size()));
+}
+
 // Places in the text move when `dropped` units go from its front.
 void shift_places(Window &window, DWORD dropped) {
   std::erase_if(window.messages, [dropped](const EditRange &r) { return r.end <= dropped; });
@@ -103,35 +126,6 @@ void shift_places(Window &window, DWORD dropped) {
   std::erase_if(window.soft_breaks, [dropped](DWORD at) { return at < dropped; });
   for (DWORD &at : window.soft_breaks)
     at -= dropped;
-}
-
-// A stretch of the text without the breaks made for showing.
-std::wstring unbroken(const Window &window, std::wstring_view text, EditRange range) {
-  const auto &breaks = window.soft_breaks;
-  std::wstring out;
-  DWORD at = range.start;
-  for (auto b = std::lower_bound(breaks.begin(), breaks.end(), at);
-       b != breaks.end() && *b < range.end; ++b) {
-    out += text.substr(at, *b - at);
-    at = std::min(*b + 2, range.end); // "\r\n"
-  }
-  return out += text.substr(at, range.end - at);
-}
-
-bool to_clipboard(HWND owner, const std::wstring &text) {
-  const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
-  if (OpenClipboard(owner) == FALSE)
-    return false;
-  EmptyClipboard();
-  const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes);
-  if (block != nullptr) {
-    std::memcpy(GlobalLock(block), text.c_str(), bytes);
-    GlobalUnlock(block);
-    if (SetClipboardData(CF_UNICODETEXT, block) == nullptr)
-      GlobalFree(block);
-  }
-  CloseClipboard();
-  return true;
 }
 
 } // namespace
@@ -154,12 +148,13 @@ EditText::EditText(const Window &window) {
   const auto block = reinterpret_cast<HLOCAL>(SendMessageW(window.edit, EM_GETHANDLE, 0, 0));
   const void *place = block == nullptr ? nullptr : LocalLock(block);
   if (place != nullptr) {
-    block_ = block;
     const auto *units = static_cast<const wchar_t *>(place);
     if (LocalSize(block) > length * sizeof(wchar_t) && units[length] == L'\0') {
+      block_ = block;
       text_ = {units, length};
       return;
     }
+    LocalUnlock(block);
   }
   copy_.resize(length);
   const int got = GetWindowTextW(window.edit, copy_.data(), static_cast<int>(length) + 1);
@@ -176,16 +171,26 @@ std::string typed_text_of(const Window &window) {
   if (text_length(window) <= window.mark)
     return {};
   const EditText text(window);
-  return from_edit(text.view().substr(std::min<std::size_t>(window.mark, text.view().size())));
+  const std::size_t mark = std::min<std::size_t>(window.mark, text.view().size());
+  return from_edit(without_breaks(text.view().substr(mark)));
+}
+
+std::wstring unbroken(const Window &window, std::wstring_view text, EditRange range) {
+  const auto &breaks = window.soft_breaks;
+  std::wstring out;
+  DWORD at = range.start;
+  for (auto b = std::lower_bound(breaks.begin(), breaks.end(), at);
+       b != breaks.end() && *b < range.end; ++b) {
+    out += text.substr(at, *b - at);
+    at = std::min(*b + 2, range.end); // "\r\n"
+  }
+  return without_breaks(out += text.substr(at, range.end - at));
 }
 
 std::string whole_line(const Window &window, DWORD at) {
   const EditText text(window);
   const std::wstring_view all = text.view();
-  const auto soft = [&](std::size_t line_end) {
-    return std::binary_search(window.soft_breaks.begin(), window.soft_breaks.end(),
-                              static_cast<DWORD>(line_end) - 1);
-  };
+  const auto soft = [&](std::size_t line_end) { return is_soft(window, line_end); };
   std::size_t start = std::min<std::size_t>(at, all.size());
   while (start > 0 && (all[start - 1] != L'\n' || soft(start - 1)))
     --start;
@@ -193,20 +198,6 @@ std::string whole_line(const Window &window, DWORD at) {
   while (end < all.size() && (all[end] != L'\n' || soft(end)))
     ++end;
   return from_edit(unbroken(window, all, {static_cast<DWORD>(start), static_cast<DWORD>(end)}));
-}
-
-bool copy_unbroken(const Window &window) {
-  const EditRange range = selection_of(window);
-  const auto &breaks = window.soft_breaks;
-  const auto first = std::lower_bound(breaks.begin(), breaks.end(), range.start);
-  if (first == breaks.end() || *first >= range.end)
-    return false;
-  std::wstring copied;
-  {
-    const EditText text(window);
-    copied = unbroken(window, text.view(), range);
-  }
-  return to_clipboard(window.edit, copied);
 }
 
 EditState edit_state_of(const Window &window) {
@@ -238,7 +229,7 @@ void set_edit_text(Window &window, std::string_view text) {
   const OwnChange own(window);
   const std::wstring wide = to_edit(text);
   const std::wstring typed =
-      window.kind == kControlWindow ? to_edit(typed_text_of(window)) : std::wstring();
+      window.kind == kControlWindow ? shown_as_typed(typed_text_of(window)) : std::wstring();
   SetWindowTextW(window.edit, (wide + typed).c_str());
   window.messages.clear();
   window.soft_breaks.clear();
@@ -279,25 +270,22 @@ void set_typed(Window &window, std::string_view text) {
   const OwnChange own(window);
   const DWORD length = text_length(window);
   window.mark = std::min(window.mark, length);
-  replace(window, {window.mark, length}, to_edit(text));
+  replace(window, {window.mark, length}, shown_as_typed(text));
   SendMessageW(window.edit, EM_SCROLLCARET, 0, 0);
 }
 
 std::size_t drop_front_of(Window &window, std::size_t keep) {
-  const DWORD limit = end_of_text(window);
-  if (limit <= keep)
-    return 0;
   DWORD dropped = 0;
   std::size_t characters = 0;
   {
     const EditText text(window);
-    const std::wstring_view front = text.view().substr(0, limit);
-    const std::size_t line = front.find(L'\n', limit - keep);
-    dropped = line == std::wstring_view::npos ? limit - static_cast<DWORD>(keep)
-                                              : static_cast<DWORD>(line) + 1;
-    characters = static_cast<std::size_t>(std::count_if(front.begin(), front.begin() + dropped,
-                                                        [](wchar_t c) { return c != L'\r'; }));
+    const std::wstring_view older = text.view().substr(0, end_of_text(window));
+    dropped = static_cast<DWORD>(units_to_spare(window, older, keep));
+    characters = static_cast<std::size_t>(
+        std::count_if(older.begin(), older.begin() + dropped, begins_character));
   }
+  if (dropped == 0)
+    return 0;
   const OwnChange own(window);
   const DrawnOnce once(window.edit);
   const EditRange before = selection_of(window);

@@ -1,6 +1,6 @@
-// The edit controls of text windows: making one, its text and selection, and what is copied from
-// it. In the console the text before `mark` was written by the program and cannot be edited; what
-// the user types stands behind it.
+// The edit controls of text windows: making one, its text and its selection. In the console the
+// text before `mark` was written by the program and cannot be edited; what the user types stands
+// behind it.
 #pragma once
 
 #include <string>
@@ -39,15 +39,14 @@ void append_edit_text(Window &window, std::string_view text,
 // What stands behind the mark.
 std::string typed_text_of(const Window &window);
 void set_typed(Window &window, std::string_view text);
-// Takes whole lines from the front so that at most `keep` characters are left before the mark;
-// answers how many went.
+// Takes lines from the front, those for showing too, as Desktop::drop_front.
 std::size_t drop_front_of(Window &window, std::size_t keep);
 EditState edit_state_of(const Window &window);
 void do_edit(const Window &window, EditCommand command);
 
 // The line that holds place `at`, as it was before it was broken for showing.
 std::string whole_line(const Window &window, DWORD at);
-// Copies the selection without the breaks made for showing; false when it has none.
-bool copy_unbroken(const Window &window);
+// A stretch of `text`, which is that of the window, without the breaks made for showing.
+std::wstring unbroken(const Window &window, std::wstring_view text, EditRange range);
 
 } // namespace velora::win32

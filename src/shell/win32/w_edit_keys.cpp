@@ -7,8 +7,10 @@
 
 #include "platform/response.h"
 #include "shell/desk_events.h"
+#include "shell/win32/w_clipboard.h"
 #include "shell/win32/w_edit.h"
 #include "shell/win32/w_edit_paint.h"
+#include "shell/win32/w_guard.h"
 
 namespace velora::win32 {
 
@@ -158,6 +160,8 @@ bool console_message(const Window &window, UINT message, WPARAM wparam) {
   case WM_CLEAR:
     return console_edit(window, message);
   case WM_PASTE:
+    leave_old_text(window);
+    return paste_typed(window);
   case WM_UNICHAR:
   case WM_IME_CHAR:
   case WM_IME_STARTCOMPOSITION: // the control inserts what is composed by itself
@@ -182,30 +186,64 @@ UINT clipboard_message(const Window &window, UINT message, WPARAM wparam) {
   return wparam == VK_DELETE && shift_down() && selected.start != selected.end ? WM_CUT : 0;
 }
 
-} // namespace
+// What may change the selection, which some controls draw at once by themselves.
+bool may_select(UINT message, WPARAM wparam) {
+  switch (message) {
+  case EM_SETSEL:
+  case WM_KEYDOWN:
+  case WM_LBUTTONDOWN:
+  case WM_LBUTTONUP:
+  case WM_LBUTTONDBLCLK:
+    return true;
+  case WM_MOUSEMOVE:
+    return (wparam & MK_LBUTTON) != 0;
+  default:
+    return false;
+  }
+}
 
-LRESULT CALLBACK EditKeysProc(HWND edit, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
-                              DWORD_PTR id) {
+// What is meant for all edit controls. True when it is dealt with here.
+bool edit_message(const Window &window, UINT message, WPARAM wparam) {
+  switch (message) {
+  case WM_ERASEBKGND: // painting covers everything
+    return true;
+  case WM_PAINT:
+    paint_edit(window);
+    return true;
+  case WM_COPY:
+    return copy_unbroken(window);
+  case WM_CHAR:
+    if (wparam == kCtrlA)
+      SendMessageW(window.edit, EM_SETSEL, 0, -1);
+    return wparam == kCtrlA;
+  default:
+    return false;
+  }
+}
+
+LRESULT edit_keys(HWND edit, UINT message, WPARAM wparam, LPARAM lparam, DWORD_PTR id) {
   const Window *window = find_window(static_cast<WindowId>(id));
   if (window == nullptr)
     return DefSubclassProc(edit, message, wparam, lparam);
-  if (message == WM_CHAR && wparam == kCtrlA) {
-    SendMessageW(edit, EM_SETSEL, 0, -1);
-    return 0;
-  }
+  if (edit_message(*window, message, wparam))
+    return message == WM_ERASEBKGND ? 1 : 0;
   if (const UINT meant = clipboard_message(*window, message, wparam); meant != 0)
     return SendMessageW(edit, meant, 0, 0);
-  if (message == WM_COPY && copy_unbroken(*window))
-    return 0;
   if (message == WM_SYSCHAR && opens_menu(wparam))
     return SendMessageW(window->hwnd, WM_SYSCOMMAND, SC_KEYMENU, static_cast<LPARAM>(wparam));
   if (window->kind == kControlWindow && !window->own_change &&
       console_message(*window, message, wparam))
     return 0;
-  const LRESULT result = DefSubclassProc(edit, message, wparam, lparam);
-  if (message == WM_PAINT)
-    redraw_messages(*window);
-  return result;
+  if (!window->messages.empty() && may_select(message, wparam))
+    InvalidateRect(edit, nullptr, FALSE);
+  return DefSubclassProc(edit, message, wparam, lparam);
+}
+
+} // namespace
+
+LRESULT CALLBACK EditKeysProc(HWND edit, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                              DWORD_PTR id) {
+  return guarded<edit_keys>(edit, message, wparam, lparam, id);
 }
 
 } // namespace velora::win32

@@ -1,5 +1,5 @@
-// Drawing of messages over the text of an edit control, line by visible line. Touches nothing but
-// the drawing surface.
+// Drawing of edit controls, and of messages over their text, line by visible line. Touches nothing
+// but the drawing surface.
 #include "shell/win32/w_edit_paint.h"
 
 #include <algorithm>
@@ -49,8 +49,6 @@ void redraw_line(HDC dc, const Window &window, const RECT &box, WPARAM line, Edi
   }
 }
 
-} // namespace
-
 void draw_messages(HDC dc, const Window &window) {
   if (window.messages.empty())
     return;
@@ -69,12 +67,21 @@ void draw_messages(HDC dc, const Window &window) {
     redraw_line(dc, window, box, static_cast<WPARAM>(line), selected);
 }
 
-void redraw_messages(const Window &window) {
-  if (window.messages.empty())
+} // namespace
+
+void draw_edit(HDC dc, const Window &window, const RECT &inside) {
+  FillRect(dc, &inside, GetSysColorBrush(COLOR_WINDOW));
+  SendMessageW(window.edit, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
+  draw_messages(dc, window);
+}
+
+void paint_edit(const Window &window) {
+  const Painting painting(window.edit);
+  if (painting.inside().right == 0 || painting.inside().bottom == 0)
     return;
-  HideCaret(window.edit);
-  draw_messages(WindowDC(window.edit), window);
-  ShowCaret(window.edit);
+  const MemoryDC memory(painting, painting.inside().right, painting.inside().bottom);
+  draw_edit(memory, window, painting.inside());
+  painting.copy_from(memory);
 }
 
 } // namespace velora::win32

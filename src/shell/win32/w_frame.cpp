@@ -5,6 +5,7 @@
 
 #include "shell/desk_events.h"
 #include "shell/vel_wins.h"
+#include "shell/win32/w_guard.h"
 #include "shell/win32/w_modal.h"
 #include "shell/win32/w_objects.h"
 #include "shell/win32/w_windows.h"
@@ -17,19 +18,6 @@ constexpr WPARAM kRaise = 1; // with kRefocusMessage: the windows come to the fr
 
 CursorShape shown_cursor = CursorShape::arrow;
 WPARAM state = SIZE_RESTORED; // minimised, maximised or neither
-
-// The program's windows, the front one first.
-std::vector<HWND> top_windows() {
-  std::vector<HWND> found;
-  EnumThreadWindows(
-      GetCurrentThreadId(),
-      [](HWND window, LPARAM list) -> BOOL {
-        reinterpret_cast<std::vector<HWND> *>(list)->push_back(window);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&found));
-  return found;
-}
 
 // Some window systems bring the frame in front of what it owns, without telling so in the order of
 // the windows: all that it owns is put on top again, in its order.
@@ -88,6 +76,12 @@ LRESULT session_ends() {
   return FALSE;
 }
 
+// The menus are used without taking the focus away from the window that has it; when another
+// program is in front, a click on the frame brings this one there.
+bool keeps_focus(int part) {
+  return (part == HTMENU || part == HTCLIENT) && GetActiveWindow() != nullptr;
+}
+
 } // namespace
 
 RECT frame_inside() {
@@ -140,7 +134,9 @@ bool cursor_set(const Window *window, LPARAM lparam) {
   return true;
 }
 
-LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
+namespace {
+
+LRESULT frame_message(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
   case WM_COMMAND:
     if (!dialog_comes_first())
@@ -165,8 +161,8 @@ LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) 
       raise_owned();
     refocus();
     return 0;
-  case WM_MOUSEACTIVATE: // the menus are used without taking the focus away
-    return LOWORD(lparam) == HTMENU || LOWORD(lparam) == HTCLIENT ? MA_NOACTIVATE : MA_ACTIVATE;
+  case WM_MOUSEACTIVATE:
+    return keeps_focus(LOWORD(lparam)) ? MA_NOACTIVATE : MA_ACTIVATE;
   case WM_DPICHANGED:
     take_suggested_place(hwnd, lparam);
     return 0;
@@ -194,6 +190,12 @@ LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) 
   default:
     return DefWindowProcW(hwnd, message, wparam, lparam);
   }
+}
+
+} // namespace
+
+LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
+  return guarded<frame_message>(hwnd, message, wparam, lparam);
 }
 
 } // namespace velora::win32

@@ -59,7 +59,7 @@ bool register_class(const ClassRow &row, HBRUSH background) {
   return RegisterClassExW(&made) != 0;
 }
 
-// The place in memory of the stack's far end, so that deep evaluation knows its limit.
+// How many bytes of the stack are left, so that deep evaluation knows its limit.
 std::size_t stack_left() {
   ULONG_PTR low = 0;
   ULONG_PTR high = 0;
@@ -68,14 +68,21 @@ std::size_t stack_left() {
   return here - low;
 }
 
+// What whoever starts the program asks for in one way or another is left as it is; otherwise the
+// frame fills the screen.
+bool starts_out_of_sight(int show) {
+  return show == SW_HIDE || show == SW_MINIMIZE || show == SW_FORCEMINIMIZE ||
+         show == SW_SHOWMINIMIZED || show == SW_SHOWMINNOACTIVE;
+}
+
 bool make_frame(int show) {
-  hVel = CreateWindowExW(0, L"VELORA", L"" VELORA_TITLE,
-                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
-                         CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, hInst, nullptr);
+  hVel = CreateWindowExW(0, L"VELORA", L"" VELORA_TITLE, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                         CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr,
+                         nullptr, hInst, nullptr);
   if (hVel == nullptr)
     return false;
   show_bar(MenuBar::main);
-  ShowWindow(hVel, show == SW_SHOWMINIMIZED || show == SW_HIDE ? show : SW_SHOWMAXIMIZED);
+  ShowWindow(hVel, starts_out_of_sight(show) ? show : SW_SHOWMAXIMIZED);
   UpdateWindow(hVel);
   return true;
 }

@@ -11,29 +11,23 @@ int standing = 0;
 
 // The top windows of the program that the user could work with, the front one first.
 std::vector<HWND> usable_windows() {
-  std::vector<HWND> found;
-  EnumThreadWindows(
-      GetCurrentThreadId(),
-      [](HWND window, LPARAM list) -> BOOL {
-        if (IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE)
-          reinterpret_cast<std::vector<HWND> *>(list)->push_back(window);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&found));
+  std::vector<HWND> found = top_windows();
+  std::erase_if(found, [](HWND window) {
+    return IsWindowVisible(window) == FALSE || IsWindowEnabled(window) == FALSE;
+  });
   return found;
 }
 
 } // namespace
 
-ModalScope::ModalScope() : owner_(GetActiveWindow()) {
-  if (owner_ == nullptr)
-    owner_ = hVel;
+// What needs memory comes first: what is counted and disabled here is undone by the destructor
+// only.
+ModalScope::ModalScope()
+    : owner_(GetActiveWindow() != nullptr ? GetActiveWindow() : hVel), disabled_(usable_windows()) {
+  std::erase(disabled_, owner_);
   ++standing;
-  for (const HWND window : usable_windows())
-    if (window != owner_) {
-      EnableWindow(window, FALSE);
-      disabled_.push_back(window);
-    }
+  for (const HWND window : disabled_)
+    EnableWindow(window, FALSE);
 }
 
 ModalScope::~ModalScope() {
@@ -47,10 +41,8 @@ bool dialog_comes_first() {
   if (standing == 0)
     return false;
   MessageBeep(MB_OK);
-  for (const HWND window : usable_windows()) {
-    SetForegroundWindow(window);
-    break;
-  }
+  if (const auto windows = usable_windows(); !windows.empty())
+    SetForegroundWindow(windows.front());
   return true;
 }
 

@@ -8,7 +8,8 @@
 
 namespace velora::win32 {
 
-// Erasing and marking in pictures.
+// The pens for marking and erasing in pictures; pen_for() answers the same ones for what is drawn
+// so.
 extern HPEN hDottedPen;
 extern HPEN hBoldPen;
 extern HPEN wipe_out_pen;

@@ -83,18 +83,13 @@ int wanted_place(const Window &window, int bar, WPARAM wparam, int place, int pa
 } // namespace
 
 void paint_inside(Window &window) {
-  PAINTSTRUCT paint{};
-  const HDC screen = BeginPaint(window.hwnd, &paint);
-  RECT inside{};
-  GetClientRect(window.hwnd, &inside);
-  if (inside.right > 0 && inside.bottom > 0 && IsIconic(window.hwnd) == FALSE) {
-    const MemoryDC memory(screen, inside.right, inside.bottom);
-    draw_into(memory, window, inside, window.scroll);
-    const RECT &dirty = paint.rcPaint;
-    BitBlt(screen, dirty.left, dirty.top, dirty.right - dirty.left, dirty.bottom - dirty.top,
-           memory, dirty.left, dirty.top, SRCCOPY);
-  }
-  EndPaint(window.hwnd, &paint);
+  const Painting painting(window.hwnd);
+  if (painting.inside().right == 0 || painting.inside().bottom == 0 ||
+      IsIconic(window.hwnd) != FALSE)
+    return;
+  const MemoryDC memory(painting, painting.inside().right, painting.inside().bottom);
+  draw_into(memory, window, painting.inside(), window.scroll);
+  painting.copy_from(memory);
 }
 
 // Showing one bar takes room from the other direction, so the bars are settled twice.
@@ -171,14 +166,10 @@ bool save_bitmap(Window &window, const wchar_t *file) {
   const int height = side(inside.bottom, window.extent.cy);
   MemoryDC memory(screen, width, height);
   const RECT all{0, 0, width, height};
-  if (window.edit != nullptr) {
-    FillRect(memory, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-    SendMessageW(window.edit, WM_PRINT, reinterpret_cast<WPARAM>(static_cast<HDC>(memory)),
-                 PRF_CLIENT | PRF_ERASEBKGND);
-    draw_messages(memory, window);
-  } else {
+  if (window.edit != nullptr)
+    draw_edit(memory, window, all);
+  else
     draw_into(memory, window, all, POINT{});
-  }
   return write_bitmap(memory, memory.finished(), width, height, file);
 }
 

@@ -5,6 +5,7 @@
 #include "shell/win32/w_desktop.h"
 #include "shell/win32/w_dialogs.h"
 #include "shell/win32/w_edit.h"
+#include "shell/win32/w_guard.h"
 #include "shell/win32/w_modal.h"
 #include "shell/win32/w_objects.h"
 #include "shell/win32/w_windows.h"
@@ -58,9 +59,26 @@ bool common_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam, 
   }
 }
 
-void wheel_turned(Window &window, WPARAM wparam, bool across) {
-  const int by = -GET_WHEEL_DELTA_WPARAM(wparam) * kWheelUnits / WHEEL_DELTA;
-  scroll_by(window, across ? -by : 0, across ? 0 : by);
+// Whole units out of turns of the wheel; what is too small for one is kept for the next turn.
+int units_turned(LONG &rest, int turned) {
+  rest += turned * kWheelUnits;
+  const int units = static_cast<int>(rest) / WHEEL_DELTA;
+  rest %= WHEEL_DELTA;
+  return units;
+}
+
+// Away from the user is up, or with Shift to the left.
+void wheel_turned(Window &window, WPARAM wparam) {
+  const int turned = -GET_WHEEL_DELTA_WPARAM(wparam);
+  if ((GET_KEYSTATE_WPARAM(wparam) & MK_SHIFT) != 0)
+    scroll_by(window, units_turned(window.wheel_rest.x, turned), 0);
+  else
+    scroll_by(window, 0, units_turned(window.wheel_rest.y, turned));
+}
+
+// A wheel that is tilted to the right goes there.
+void wheel_tilted(Window &window, WPARAM wparam) {
+  scroll_by(window, units_turned(window.wheel_rest.x, GET_WHEEL_DELTA_WPARAM(wparam)), 0);
 }
 
 // The keys that scroll, as the scroll bar's event that they stand for, alone and with Ctrl.
@@ -114,10 +132,10 @@ bool drawn_message(Window &window, UINT message, WPARAM wparam) {
     scroll_window(window, SB_VERT, wparam);
     return true;
   case WM_MOUSEWHEEL:
-    wheel_turned(window, wparam, GetKeyState(VK_SHIFT) < 0);
+    wheel_turned(window, wparam);
     return true;
   case WM_MOUSEHWHEEL:
-    wheel_turned(window, wparam, true);
+    wheel_tilted(window, wparam);
     return true;
   default:
     return false;
@@ -136,19 +154,26 @@ LRESULT drawn_window(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
   return DefWindowProcW(hwnd, message, wparam, lparam);
 }
 
+// What the control tells is dealt with from the message loop, when the control has finished.
 void edit_notified(Window &window, WORD code) {
   if (code == EN_ERRSPACE || code == EN_MAXTEXT) {
-    show_message("Velora", "Edit control out of space.", MB_ICONWARNING);
+    if (!window.no_space_told)
+      window.no_space_told = PostMessageW(window.hwnd, kNoSpaceMessage, 0, 0) != FALSE;
     return;
   }
   if (code != EN_CHANGE || window.own_change)
     return;
   if (window.kind != kControlWindow)
     window.soft_breaks.clear(); // their places have moved
-  if (window.change_told)
-    return;
-  window.change_told = true; // told from the message loop, when the control has finished
-  PostMessageW(window.hwnd, kTextChangedMessage, 0, 0);
+  if (!window.change_told)
+    window.change_told = PostMessageW(window.hwnd, kTextChangedMessage, 0, 0) != FALSE;
+}
+
+// Shown once, however often a control tells of it meanwhile.
+void show_no_space(WindowId id) {
+  show_message("Velora", "Edit control out of space.", MB_ICONWARNING);
+  if (Window *window = find_window(id))
+    window->no_space_told = false;
 }
 
 void fill_with_edit(const Window &window) {
@@ -185,22 +210,15 @@ bool text_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam) {
     window.change_told = false;
     text_changed(window.id);
     return true;
+  case kNoSpaceMessage:
+    show_no_space(window.id);
+    return true;
   default:
     return false;
   }
 }
 
-} // namespace
-
-LRESULT CALLBACK VeloraWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
-  return drawn_window(hwnd, message, wparam, lparam);
-}
-
-LRESULT CALLBACK GraphicWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
-  return drawn_window(hwnd, message, wparam, lparam);
-}
-
-LRESULT CALLBACK TextWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
+LRESULT text_window(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
   Window *window = find_window(hwnd);
   if (window == nullptr || window->edit == nullptr)
     return DefWindowProcW(hwnd, message, wparam, lparam);
@@ -210,6 +228,20 @@ LRESULT CALLBACK TextWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lpar
   if (text_message(*window, message, wparam, lparam))
     return 0;
   return DefWindowProcW(hwnd, message, wparam, lparam);
+}
+
+} // namespace
+
+LRESULT CALLBACK VeloraWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
+  return guarded<drawn_window>(hwnd, message, wparam, lparam);
+}
+
+LRESULT CALLBACK GraphicWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
+  return guarded<drawn_window>(hwnd, message, wparam, lparam);
+}
+
+LRESULT CALLBACK TextWndProc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
+  return guarded<text_window>(hwnd, message, wparam, lparam);
 }
 
 } // namespace velora::win32

@@ -13,7 +13,7 @@ bool low_surrogate(wchar_t c) {
 
 // Bytes of UTF-8 that one unit of UTF-16 stands for; a pair counts at its first half.
 std::size_t bytes_of(wchar_t c) {
-  if (c == L'\r' || low_surrogate(c))
+  if (!begins_character(c))
     return 0;
   if (c < 0x80)
     return 1;
@@ -65,11 +65,13 @@ std::string from_edit(std::wstring_view text) {
   return narrow(out);
 }
 
+bool begins_character(wchar_t c) {
+  return c != L'\r' && !low_surrogate(c);
+}
+
 std::size_t edit_place(std::wstring_view text, std::size_t at) {
   std::size_t place = 0;
-  while (place < text.size() && (at > 0 || text[place] == L'\r' || low_surrogate(text[place]))) {
-    if (at == 0 && text[place] == L'\r')
-      break;
+  while (place < text.size() && (at > 0 || low_surrogate(text[place]))) {
     const std::size_t bytes = bytes_of(text[place++]);
     at = bytes > at ? 0 : at - bytes;
   }

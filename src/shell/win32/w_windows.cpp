@@ -43,8 +43,24 @@ void remove_window(WindowId id) {
   std::erase_if(windows, [id](const auto &w) { return w->id == id; });
 }
 
-bool shows_picture(WindowKind kind) {
-  return kind >= kFunctionWindow && kind <= kNetworkWindow;
+// They are counted first, so that nothing is allocated while the system lists them.
+std::vector<HWND> top_windows() {
+  std::size_t count = 0;
+  const auto count_one = [](HWND, LPARAM counter) -> BOOL {
+    ++*reinterpret_cast<std::size_t *>(counter);
+    return TRUE;
+  };
+  EnumThreadWindows(GetCurrentThreadId(), count_one, reinterpret_cast<LPARAM>(&count));
+  std::vector<HWND> found;
+  found.reserve(count);
+  const auto add_one = [](HWND window, LPARAM list) -> BOOL {
+    auto &all = *reinterpret_cast<std::vector<HWND> *>(list);
+    if (all.size() < all.capacity())
+      all.push_back(window);
+    return TRUE;
+  };
+  EnumThreadWindows(GetCurrentThreadId(), add_one, reinterpret_cast<LPARAM>(&found));
+  return found;
 }
 
 unsigned dpi_of(HWND hwnd) {

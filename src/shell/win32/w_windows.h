@@ -15,9 +15,11 @@ extern HWND hVel;
 extern HINSTANCE hInst;
 extern HACCEL hAccel;
 
-// Messages of our own: the text of a text window was changed; the focus goes back to where it was.
+// Messages of our own: the text of a text window was changed; the focus goes back to where it was;
+// an edit control could not take a text.
 inline constexpr UINT kTextChangedMessage = WM_APP + 1;
 inline constexpr UINT kRefocusMessage = WM_APP + 2;
+inline constexpr UINT kNoSpaceMessage = WM_APP + 3;
 
 // The bits of a system command's number that tell which it is.
 inline constexpr WPARAM kSystemCommandBits = 0xFFF0;
@@ -39,18 +41,21 @@ struct Window {
   DWORD mark = 0;
   bool own_change = false; // the program changes the text, not the user
   bool change_told = false;
+  bool no_space_told = false;
   std::vector<EditRange> messages; // in order
   std::vector<DWORD> soft_breaks;  // line ends for showing only, in order
   bool frame_dragged = false;
   SIZE extent{};
   POINT scroll{};
+  POINT wheel_rest{}; // of turns too small to scroll by, in parts of WHEEL_DELTA
 };
 
 Window *find_window(WindowId id);
 Window *find_window(HWND hwnd);
 Window *add_window(WindowKind kind);
 void remove_window(WindowId id);
-bool shows_picture(WindowKind kind);
+// The top windows of the program, the front one first, shown or not.
+std::vector<HWND> top_windows();
 
 // w_main: registers all classes; false when one is refused.
 bool register_classes();
