@@ -88,7 +88,7 @@ public:
   virtual void focus_window(WindowId win) = 0;
   virtual void invalidate(WindowId win) = 0;
   virtual Rect client_rect(WindowId win) = 0;
-  // The text of a text window (console, ORVEK, narrative, annotation).
+  // The text of a text window (console, ORVEK, narrative, annotation), without soft breaks.
   virtual std::string text_of(WindowId win) = 0;
   virtual void set_text(WindowId win, std::string_view text) = 0;
   // Appends a text that may hold soft breaks; the stretches `standing_out` of it, in order, are

@@ -239,6 +239,16 @@ def test_copy(desk):
     desk.command(203)  # cutting old text copies it
     desk.pause(300)
     check(desk.do("clipboard") == copied and "#3000 ]" in desk.console(), "cut")
+    shown = desk.console()
+    broken_at = shown.index("\n", shown.index("[ #1 "))
+    desk.command(208)  # what stands on both sides of a break is found
+    desk.dialog()
+    desk.fill(shown[broken_at - 6:broken_at] + shown[broken_at + 1:broken_at + 6])
+    check_soon(lambda: desk.do("selected") != f"0 {len(shown) + shown.count(chr(10))}",
+               lambda: "Find: " + desk.do("selected"))
+    before = shown.count("\n", 0, broken_at)  # the control counts two for a line end
+    check(desk.do("selected") == f"{broken_at - 6 + before} {broken_at + 7 + before}",
+          f"Find at {broken_at}, {before}: " + desk.do("selected"))
     desk.do("type", "list_of_int #1 #160000 #1\n")  # places move when text goes from the front
     desk.shows("#160000 ]\nQUERY> ", 60)
     desk.do("paste", "list_of_int #1 #90000 #1\n")

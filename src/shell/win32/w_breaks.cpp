@@ -6,12 +6,6 @@
 
 namespace velora::win32 {
 
-namespace {
-
-constexpr std::wstring_view kBreak = L"\r\r\n";
-
-} // namespace
-
 std::size_t longest_line_of(std::size_t size) {
   return size > kBulk ? kLongestBulkLine : kLongestShownLine;
 }

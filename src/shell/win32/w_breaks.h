@@ -8,6 +8,8 @@
 
 namespace velora::win32 {
 
+inline constexpr std::wstring_view kBreak = L"\r\r\n";
+
 // The text of an edit control with its longer lines broken, at a blank where there is one, and
 // without breaks.
 std::wstring broken(std::wstring_view text, std::size_t longest_line);

@@ -138,8 +138,7 @@ Rect Win32Desktop::client_rect(WindowId win) {
 
 std::string Win32Desktop::text_of(WindowId win) {
   const Window *window = find_window(win);
-  return window != nullptr && window->edit != nullptr ? from_edit(EditText(*window).view())
-                                                      : std::string();
+  return window != nullptr && window->edit != nullptr ? text_of_edit(*window) : std::string();
 }
 
 void Win32Desktop::set_text(WindowId win, std::string_view text) {
@@ -182,23 +181,15 @@ TextRange Win32Desktop::selection(WindowId win) {
   const Window *window = find_window(win);
   if (window == nullptr || window->edit == nullptr)
     return {};
-  const EditRange range = selection_of(*window);
-  const EditText text(*window);
-  return {byte_place(text.view(), range.start), byte_place(text.view(), range.end)};
+  return bytes_of_range(*window, selection_of(*window));
 }
 
 void Win32Desktop::select_text(WindowId win, TextRange range) {
   const Window *window = find_window(win);
   if (window == nullptr || window->edit == nullptr)
     return;
-  std::size_t start = 0;
-  std::size_t end = 0;
-  {
-    const EditText text(*window);
-    start = edit_place(text.view(), range.start);
-    end = edit_place(text.view(), range.end);
-  }
-  SendMessageW(window->edit, EM_SETSEL, start, static_cast<LPARAM>(end));
+  const EditRange place = range_of_bytes(*window, range);
+  SendMessageW(window->edit, EM_SETSEL, place.start, static_cast<LPARAM>(place.end));
   SendMessageW(window->edit, EM_SCROLLCARET, 0, 0);
 }
 

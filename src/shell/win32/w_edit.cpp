@@ -118,6 +118,20 @@ std::wstring shown_as_typed(std::string_view text) {
   return broken(wide, longest_line_of(wide.size()));
 }
 
+// The line ends that are for showing only, in order: those of the program and, behind the mark of
+// the console, those in what is typed.
+std::vector<EditRange> breaks_for_showing(const Window &window, std::wstring_view text) {
+  std::vector<EditRange> breaks;
+  breaks.reserve(window.soft_breaks.size());
+  for (const DWORD at : window.soft_breaks)
+    breaks.push_back({at, at + 2}); // "\r\n"
+  if (window.kind == kControlWindow)
+    for (std::size_t at = window.mark; (at = text.find(kBreak, at)) != std::wstring_view::npos;
+         at += kBreak.size())
+      breaks.push_back({static_cast<DWORD>(at), static_cast<DWORD>(at + kBreak.size())});
+  return breaks;
+}
+
 // Places in the text move when `dropped` units go from its front.
 void shift_places(Window &window, DWORD dropped) {
   std::erase_if(window.messages, [dropped](const EditRange &r) { return r.end <= dropped; });
@@ -176,15 +190,43 @@ std::string typed_text_of(const Window &window) {
 }
 
 std::wstring unbroken(const Window &window, std::wstring_view text, EditRange range) {
-  const auto &breaks = window.soft_breaks;
   std::wstring out;
   DWORD at = range.start;
-  for (auto b = std::lower_bound(breaks.begin(), breaks.end(), at);
-       b != breaks.end() && *b < range.end; ++b) {
-    out += text.substr(at, *b - at);
-    at = std::min(*b + 2, range.end); // "\r\n"
+  for (const EditRange &b : breaks_for_showing(window, text)) {
+    if (b.end <= at || b.start >= range.end)
+      continue;
+    out += text.substr(at, std::max(at, b.start) - at);
+    at = std::min(b.end, range.end);
   }
-  return without_breaks(out += text.substr(at, range.end - at));
+  return out += text.substr(at, range.end - at);
+}
+
+std::string text_of_edit(const Window &window) {
+  const EditText text(window);
+  const auto end = static_cast<DWORD>(text.view().size());
+  return from_edit(unbroken(window, text.view(), {0, end}));
+}
+
+TextRange bytes_of_range(const Window &window, EditRange range) {
+  const EditText text(window);
+  const auto bytes = [&](DWORD at) {
+    return from_edit(unbroken(window, text.view(), {0, at})).size();
+  };
+  return {bytes(range.start), bytes(range.end)};
+}
+
+EditRange range_of_bytes(const Window &window, TextRange range) {
+  const EditText text(window);
+  const std::wstring_view all = text.view();
+  const std::wstring plain = unbroken(window, all, {0, static_cast<DWORD>(all.size())});
+  const std::vector<EditRange> breaks = breaks_for_showing(window, all);
+  const auto place = [&](std::size_t byte) {
+    auto at = static_cast<DWORD>(edit_place(plain, byte));
+    for (auto b = breaks.begin(); b != breaks.end() && b->start <= at; ++b)
+      at += b->end - b->start;
+    return at;
+  };
+  return {place(range.start), place(range.end)};
 }
 
 std::string whole_line(const Window &window, DWORD at) {

@@ -48,5 +48,9 @@ void do_edit(const Window &window, EditCommand command);
 std::string whole_line(const Window &window, DWORD at);
 // A stretch of `text`, which is that of the window, without the breaks made for showing.
 std::wstring unbroken(const Window &window, std::wstring_view text, EditRange range);
+// The whole text without those breaks, and ranges of its bytes as they stand in the control.
+std::string text_of_edit(const Window &window);
+TextRange bytes_of_range(const Window &window, EditRange range);
+EditRange range_of_bytes(const Window &window, TextRange range);
 
 } // namespace velora::win32

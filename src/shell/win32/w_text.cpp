@@ -78,11 +78,4 @@ std::size_t edit_place(std::wstring_view text, std::size_t at) {
   return place;
 }
 
-std::size_t byte_place(std::wstring_view text, std::size_t at) {
-  std::size_t bytes = 0;
-  for (std::size_t i = 0; i < at && i < text.size(); ++i)
-    bytes += bytes_of(text[i]);
-  return bytes;
-}
-
 } // namespace velora::win32

@@ -15,8 +15,7 @@ std::string from_edit(std::wstring_view text);
 // Whether a unit of an edit control's text begins a character of the program's text: the second
 // half of a pair and the "\r" of a line end do not.
 bool begins_character(wchar_t c);
-// Where byte `at` of from_edit(text) stands in `text`, and the other way round.
+// Where byte `at` of from_edit(text) stands in `text`.
 std::size_t edit_place(std::wstring_view text, std::size_t at);
-std::size_t byte_place(std::wstring_view text, std::size_t at);
 
 } // namespace velora::win32
