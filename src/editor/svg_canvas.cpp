@@ -2,6 +2,7 @@
 #include "editor/svg_canvas.h"
 
 #include "platform/response.h"
+#include "platform/utf8.h"
 
 namespace velora {
 
@@ -24,7 +25,7 @@ std::size_t sequence_length(std::string_view text) {
   if (lead > 0xF4 || length > text.size())
     return 0;
   for (std::size_t i = 1; i < length; ++i)
-    if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80)
+    if (!continues_character(text[i]))
       return 0;
   // Neither overlong forms nor surrogates are characters of a document.
   const auto second = length > 1 ? static_cast<unsigned char>(text[1]) : 0;

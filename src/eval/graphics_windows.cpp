@@ -10,30 +10,26 @@ WindowId gNarWind = 0;
 namespace {
 
 constexpr Rect kNarrativePlace{10, 50, 360, 450};
-constexpr int kStep = 26;
-constexpr int kStepsAcross = 6;
 
 void renumber_titles() {
   for (const BgrWinInfo *info = gBgrWinInfo.get(); info != nullptr; info = info->next.get())
     gDesktop->set_title(info->win, graphics_title(*info));
 }
 
-// How far a window stands from the first place: a step for every one that is open, so that none
-// hides another.
-int next_offset() {
+int count_open() {
   int open = 0;
   for (const BgrWinInfo *info = gBgrWinInfo.get(); info != nullptr; info = info->next.get())
     ++open;
-  return kStep * (open % kStepsAcross);
+  return open;
 }
 
 } // namespace
 
 BgrWinInfo *open_graphics(int width, int height) {
-  const int left = kGraphicsPlace.left + next_offset();
-  const int top = kGraphicsPlace.top + next_offset();
-  const WindowId win = gDesktop->create_window(kGraphicsWindow, "GRAPHICS",
-                                               Rect{left, top, left + width, top + height});
+  const Rect place{kGraphicsPlace.left, kGraphicsPlace.top, kGraphicsPlace.left + width,
+                   kGraphicsPlace.top + height};
+  const WindowId win =
+      gDesktop->create_window(kGraphicsWindow, "GRAPHICS", stepped(place, count_open()));
   if (win == 0) {
     orvek_error("NewGraphicsWindow: malloc failed");
     return nullptr;
@@ -53,14 +49,12 @@ void close_graphics(BgrWinInfo *info) {
 }
 
 int open_narrative() {
-  if (gNarWind == 0) {
+  if (gNarWind == 0)
     gNarWind = gDesktop->create_window(kNarrativeWindow, "narrative", kNarrativePlace);
-    if (gNarWind != 0)
-      gDesktop->show_window(gNarWind);
-  } else {
-    gDesktop->show_window(gNarWind);
-  }
-  return gNarWind != 0 ? 1 : 0;
+  if (gNarWind == 0)
+    return 0;
+  gDesktop->show_window(gNarWind);
+  return 1;
 }
 
 int close_narrative() {

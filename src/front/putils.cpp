@@ -11,6 +11,7 @@
 #include "front/parse.h"
 #include "front/source.h"
 #include "platform/response.h"
+#include "platform/utf8.h"
 
 namespace velora {
 
@@ -31,15 +32,6 @@ struct Place {
 };
 Place noted;
 
-bool continues_letter(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-}
-
-std::size_t letters(std::string_view text) {
-  return static_cast<std::size_t>(
-      std::count_if(text.begin(), text.end(), [](char c) { return !continues_letter(c); }));
-}
-
 // Quotes the part of `line` around `at`, with a mark under it.
 void show_excerpt(const std::string &line, std::size_t at) {
   std::size_t from = 0;
@@ -47,9 +39,9 @@ void show_excerpt(const std::string &line, std::size_t at) {
   if (line.size() > kExcerpt) {
     from = at > kExcerpt / 2 ? at - kExcerpt / 2 : 0;
     to = std::min(line.size(), from + kExcerpt);
-    while (from > 0 && continues_letter(line[from]))
+    while (from > 0 && continues_character(line[from]))
       --from;
-    while (to < line.size() && continues_letter(line[to]))
+    while (to < line.size() && continues_character(line[to]))
       ++to;
   }
   std::string quoted = from > 0 ? "..." : "";
@@ -57,7 +49,7 @@ void show_excerpt(const std::string &line, std::size_t at) {
   for (std::size_t i = from; i < to; ++i) {
     const bool control = static_cast<unsigned char>(line[i]) < ' ' && line[i] != '\t';
     quoted += control ? ' ' : line[i];
-    if (i < at && !continues_letter(line[i]))
+    if (i < at && !continues_character(line[i]))
       mark += line[i] == '\t' ? '\t' : ' ';
   }
   if (to < line.size())
@@ -81,7 +73,7 @@ void note_place() {
     show_note("note: here");
   else
     show_note("note: " + place.source + ":" + std::to_string(place.line) + ":" +
-              std::to_string(letters(std::string_view(line).substr(0, at)) + 1));
+              std::to_string(count_characters(std::string_view(line).substr(0, at)) + 1));
   show_excerpt(line, at);
 }
 

@@ -35,6 +35,16 @@ constexpr bool holds_text(int kind) {
          kind == kAnnotationWindow;
 }
 
+// How far arranged windows stand apart.
+inline constexpr int kWindowStep = 26;
+// Where a further window of a kind stands when `others` are open: a step to the right and down for
+// each, so that none hides another.
+constexpr Rect stepped(const Rect &place, int others) {
+  constexpr int kStepsAcross = 6;
+  const int by = kWindowStep * (others % kStepsAcross);
+  return {place.left + by, place.top + by, place.right + by, place.bottom + by};
+}
+
 enum class CursorShape {
   arrow,
   busy,

@@ -43,9 +43,10 @@ void orvek_error(std::string_view text);
 void orvek_errorf(const char *format, ...) VELORA_PRINTF(1, 2);
 // A line of help beside a message; nothing when gNotes is 0.
 void show_note(std::string_view text);
-// Asks `message` with up to four `buttons` and "Cancel"; answers 1 to 4, or 5 for "Cancel".
-// A trailing "Cancel" among `buttons` is dropped, since it is always offered.
+// The answer of a question that was cancelled.
 inline constexpr int kCancelled = 5;
+// Asks `message` with up to four `buttons` and "Cancel"; answers 1 to 4, or kCancelled.
+// A trailing "Cancel" among `buttons` is dropped, since it is always offered.
 int PromptUser(const std::string &message, std::initializer_list<const char *> buttons);
 // Asks for a short text with the hint "Please type here"; answers 1 and fills `answer`, or 0.
 int GetUserDialogText(const std::string &prompt, std::string &answer);

@@ -9,6 +9,7 @@
 #include "core/events.h"
 #include "front/cint.h"
 #include "platform/response.h"
+#include "platform/utf8.h"
 #include "shell/desk_events.h"
 #include "shell/query_text.h"
 #include "shell/vel_wins.h"
@@ -33,18 +34,6 @@ QueryHistory history;
 // Complete lines that were typed or pasted and have not run yet, and whether they are being run.
 std::deque<std::string> lines;
 bool running_lines = false;
-
-bool continues_character(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-}
-
-// The length in bytes of the character that `text` begins with.
-std::size_t first_character(std::string_view text) {
-  std::size_t end = 1;
-  while (end < text.size() && continues_character(text[end]))
-    ++end;
-  return end;
-}
 
 bool ends_with_prompt(std::string_view text) {
   return text.size() >= kQueryPrompt.size() &&

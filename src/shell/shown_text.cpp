@@ -4,13 +4,11 @@
 
 #include <algorithm>
 
+#include "platform/utf8.h"
+
 namespace velora {
 
 namespace {
-
-bool continues_character(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-}
 
 // The place where the last `characters` characters of `text` begin, moved on to a line's start
 // when one is near.
@@ -24,11 +22,6 @@ std::size_t tail_start(std::string_view text, std::size_t characters) {
 }
 
 } // namespace
-
-std::size_t count_characters(std::string_view text) {
-  return static_cast<std::size_t>(
-      std::count_if(text.begin(), text.end(), [](char c) { return !continues_character(c); }));
-}
 
 void ShownText::append(std::string_view text, bool stands_out) {
   if (text.empty())
@@ -81,7 +74,7 @@ void ShownText::forget() {
 
 ShownText::Piece ShownText::for_window(std::size_t from) {
   const std::string_view text = waiting_;
-  const std::size_t limit = text.size() - from > kBulk ? kLongestBulkLine : kLongestShownLine;
+  const std::size_t limit = longest_shown_line(text.size() - from);
   Piece piece;
   piece.text.reserve((text.size() - from) * (limit + 2) / limit);
   std::size_t at = from;
@@ -102,20 +95,17 @@ ShownText::Piece ShownText::for_window(std::size_t from) {
 // Breaks lines that are longer than a text control bears. A carriage return of the text itself is
 // not shown, since it would be taken for such a break.
 void ShownText::add_broken(std::string &shown, std::string_view text, std::size_t limit) {
-  const auto soft_break = [&] {
-    shown += kSoftBreak;
-    column_ = 0;
-  };
+  LineBreaker line{limit, column_};
   for (const char c : text) {
     if (c == kSoftBreak)
       continue;
-    if (column_ >= limit + limit / 4 && !continues_character(c) && c != '\n')
-      soft_break();
+    if (line.breaks_before(c, !continues_character(c)))
+      shown += kSoftBreak;
     shown += c;
-    column_ = c == '\n' ? 0 : column_ + 1;
-    if (c == ' ' && column_ >= limit)
-      soft_break();
+    if (line.breaks_behind(c))
+      shown += kSoftBreak;
   }
+  column_ = line.column;
 }
 
 } // namespace velora

@@ -18,6 +18,32 @@ inline constexpr std::size_t kLongestShownLine = 1'000;
 inline constexpr std::size_t kLongestBulkLine = 100;
 inline constexpr std::size_t kBulk = 8'000;
 
+// How long a line of a text of `size` units is before it is broken.
+constexpr std::size_t longest_shown_line(std::size_t size) {
+  return size > kBulk ? kLongestBulkLine : kLongestShownLine;
+}
+
+// Where lines are broken that are longer than `limit` units: behind a blank, or before a character
+// when none has come for a quarter of the limit. It is asked about each unit of a text in turn.
+struct LineBreaker {
+  std::size_t limit;
+  std::size_t column = 0; // units in the line
+
+  template <class Unit> bool breaks_before(Unit c, bool begins_character) {
+    const bool breaks = column >= limit + limit / 4 && begins_character && c != Unit('\n');
+    if (breaks)
+      column = 0;
+    return breaks;
+  }
+  template <class Unit> bool breaks_behind(Unit c) {
+    column = c == Unit('\n') ? 0 : column + 1;
+    const bool breaks = c == Unit(' ') && column >= limit;
+    if (breaks)
+      column = 0;
+    return breaks;
+  }
+};
+
 class ShownText {
 public:
   // The window keeps at least `kept` characters; once it holds more than `most` the older ones go.
@@ -60,8 +86,5 @@ private:
   bool line_start_ = true;
   bool ends_standing_out_ = false;
 };
-
-// Characters of UTF-8 text: the bytes that do not continue one.
-std::size_t count_characters(std::string_view text);
 
 } // namespace velora

@@ -36,15 +36,7 @@ const WindowLook kLooks[] = {
 };
 static_assert(std::size(kLooks) == kAnnotationWindow);
 
-// How far a further window of the same kind stands from the one before it.
-constexpr int kStep = 26;
-constexpr int kStepsAcross = 6;
-
 int focus_count = 0; // how often a window has got the focus
-
-Rect moved(const Rect &place, int by) {
-  return {place.left + by, place.top + by, place.right + by, place.bottom + by};
-}
 
 void set_handle(WindowKind kind, WindowId win) {
   if (kind == kControlWindow)
@@ -110,7 +102,7 @@ WindowId NewTextWindow(WindowKind kind) {
     place = placed(30, screen.height() / 2, screen.width() / 2, screen.height() / 4);
   }
   const int others = static_cast<int>(windows_of_kind(kind).size());
-  return open_window(kind, look.title, moved(place, kStep * (others % kStepsAcross)));
+  return open_window(kind, look.title, stepped(place, others));
 }
 
 void renumber_windows(WindowKind kind, const char *format) {
@@ -181,16 +173,16 @@ void StackWindows() {
   const Rect area = gDesktop->work_area();
   const int width = std::max(300, area.width() / 2);
   const int height = std::max(200, area.height() / 2);
-  const int rows = std::max(1, (area.height() - height) / kStep + 1);
+  const int rows = std::max(1, (area.height() - height) / kWindowStep + 1);
   const int count = static_cast<int>(gWindows.size());
   const int columns = (count + rows - 1) / rows;
-  const int slant = columns > 1 ? 0 : kStep;
+  const int slant = columns > 1 ? 0 : kWindowStep;
   const int across = columns > 1 ? (area.width() - width) / (columns - 1) : 0;
   int at = 0;
   const auto place = [&](WindowId win) {
     const int row = at % rows;
     const int left = area.left + at / rows * across + row * slant;
-    gDesktop->place_window(win, placed(left, area.top + row * kStep, width, height));
+    gDesktop->place_window(win, placed(left, area.top + row * kWindowStep, width, height));
     ++at;
   };
   for (const ShellWindow &w : gWindows)

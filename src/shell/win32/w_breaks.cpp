@@ -6,26 +6,16 @@
 
 namespace velora::win32 {
 
-std::size_t longest_line_of(std::size_t size) {
-  return size > kBulk ? kLongestBulkLine : kLongestShownLine;
-}
-
-// A line without a blank may be a quarter longer, as in the text that the program writes.
 std::wstring broken(std::wstring_view text, std::size_t longest_line) {
   std::wstring out;
   out.reserve(text.size() + (text.size() / longest_line + 1) * kBreak.size());
-  std::size_t column = 0;
-  const auto add_break = [&] {
-    out += kBreak;
-    column = 0;
-  };
+  LineBreaker line{longest_line};
   for (const wchar_t c : text) {
-    if (column >= longest_line + longest_line / 4 && begins_character(c) && c != L'\n')
-      add_break();
+    if (line.breaks_before(c, begins_character(c)))
+      out += kBreak;
     out += c;
-    column = c == L'\n' ? 0 : column + 1;
-    if (c == L' ' && column >= longest_line)
-      add_break();
+    if (line.breaks_behind(c))
+      out += kBreak;
   }
   return out;
 }

@@ -14,8 +14,6 @@ inline constexpr std::wstring_view kBreak = L"\r\r\n";
 // without breaks.
 std::wstring broken(std::wstring_view text, std::size_t longest_line);
 std::wstring without_breaks(std::wstring_view text);
-// How long a line may be in a text of that size.
-std::size_t longest_line_of(std::size_t size);
 bool has_longer_line(std::wstring_view text, std::size_t longest_line);
 
 } // namespace velora::win32

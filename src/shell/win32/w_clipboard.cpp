@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "shell/shown_text.h"
 #include "shell/win32/w_breaks.h"
 #include "shell/win32/w_edit.h"
 #include "shell/win32/w_text.h"
@@ -115,7 +116,7 @@ bool paste_typed(const Window &window) {
     typed = without_breaks(all.substr(window.mark, selected.start - window.mark)) + pasted;
     caret = typed.size();
     typed += without_breaks(all.substr(selected.end));
-    longest = longest_line_of(typed.size());
+    longest = longest_shown_line(typed.size());
   }
   if (!has_longer_line(typed, longest))
     return false;

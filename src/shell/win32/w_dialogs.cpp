@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/response.h"
 #include "shell/win32/resource.h"
 #include "shell/win32/w_guard.h"
 #include "shell/win32/w_modal.h"
@@ -16,7 +17,6 @@ namespace velora::win32 {
 namespace {
 
 constexpr int kMostButtons = 4;
-constexpr int kCancelled = 5;
 
 struct Question {
   std::wstring message;

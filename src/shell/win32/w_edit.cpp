@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "shell/shown_text.h"
 #include "shell/win32/w_breaks.h"
 #include "shell/win32/w_edit_keys.h"
 #include "shell/win32/w_objects.h"
@@ -115,7 +116,7 @@ std::size_t units_to_spare(const Window &window, std::wstring_view text, std::si
 // What the user typed as it stands in the control.
 std::wstring shown_as_typed(std::string_view text) {
   const std::wstring wide = to_edit(text);
-  return broken(wide, longest_line_of(wide.size()));
+  return broken(wide, longest_shown_line(wide.size()));
 }
 
 // The line ends that are for showing only, in order: those of the program and, behind the mark of
