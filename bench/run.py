@@ -3,9 +3,11 @@
 
 (a) the programs under bench/programs beside their Haskell twins by runhugs, when that is installed,
     with the ratio of each and the geometric mean; (b) the loading of a generated database;
-(c) the start to the first prompt, on a pseudo-terminal.
+(c) the start to the first prompt, on a pseudo-terminal. With --count instead the instructions of
+the programs, beside those of the table bench/instructions.txt; the exit status is then 1 when one
+has grown by more than 3 %. --update-counts writes what was counted into the table.
 
-    bench/run.py [--program FILE] [--runs N] [--only pNN] [--clauses N]
+    bench/run.py [--program FILE] [--runs N] [--only pNN] [--clauses N] [--count [--update-counts]]
 """
 import argparse
 import math
@@ -18,6 +20,8 @@ import subprocess
 import sys
 import tempfile
 import time
+
+import instructions
 
 HERE = pathlib.Path(__file__).resolve().parent
 PROGRAMS = HERE / "programs"
@@ -135,11 +139,19 @@ def main():
     parser.add_argument("--runs", type=int, default=5)
     parser.add_argument("--only", action="append", default=[])
     parser.add_argument("--clauses", type=int, default=10000)
+    parser.add_argument("--count", action="store_true")
+    parser.add_argument("--update-counts", action="store_true")
     options = parser.parse_args()
     options.program = os.path.abspath(options.program)
     if not os.access(options.program, os.X_OK):
         print(f"{options.program} is not there; build it with ./run or cmake --preset release")
         return 1
+    if options.count:
+        queries = {query.stem: query for query in sorted(PROGRAMS.glob("p*.q"))
+                   if not options.only or query.stem in ["p00", *options.only]}
+        grown = instructions.count_all(options, queries)
+        print(f"{len(queries) - 1 - grown} passed, {grown} failed")
+        return 1 if grown else 0
     wrong = compare_programs(options)
     time_loading(options)
     with tempfile.TemporaryDirectory() as home:

@@ -1,25 +1,18 @@
-# Starts the desktop program in a Wine desktop window. Sourced by `./run desktop`, in the project's
-# folder, behind scripts/install.sh, with the arguments that follow; it does not come back.
+# Starts the native desktop program. Sourced by `./run desktop`, in the project's folder, behind
+# scripts/install.sh, with the arguments that follow; it does not come back.
 
-if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
+if ! has_display && [ -z "${QT_QPA_PLATFORM:-}" ]; then
   cat >&2 <<'END'
-There is no display to show windows on. Log in with a desktop, or use ssh -X, and try again;
-or build the program with   cmake --preset windows && cmake --build build/windows
-and start build/windows/bin/velora.exe on Windows. ./run starts the terminal program.
+There is no display to show windows on. Log in with a desktop, or use ssh -X, and try again.
+./run starts the terminal program.
 END
   exit 2
 fi
 
-if command -v dpkg-query >/dev/null; then
-  wanted=$(missing_packages g++-mingw-w64-x86-64-posix cmake ninja-build wine wine64)
-  if [ -n "$wanted" ]; then
-    echo "Installing:" $wanted >&2
-    as_root apt-get update -qq >&2 &&
-      as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
-        $wanted >&2 || exit 1
-  fi
+need desktop || exit 1
+# A build made before Qt was there looks for it once more.
+if [ -f build/release/build.ninja ] && ! grep -q velora-desktop build/release/build.ninja; then
+  cmake --preset release >/dev/null || exit 1
 fi
-
-build windows velora || exit 1
-export WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
-exec wine explorer "/desktop=velora,${VELORA_SCREEN:-1280x900}" build/windows/bin/velora.exe "$@"
+build release velora-desktop || exit 1
+exec build/release/bin/velora-desktop "$@"

@@ -1,5 +1,6 @@
 # Installs what is missing on a Debian machine. Sourced by ./run and ./test:
 #   need run     what it takes to build and run the terminal program
+#   need desktop what the native desktop program takes besides
 #   need test    what the tests take besides
 # Quiet when everything is there, so it costs next to nothing in the inner loop.
 
@@ -20,8 +21,15 @@ as_root() {
   fi
 }
 
+has_display() {
+  [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]
+}
+
 need() {
   local packages="g++ cmake ninja-build libreadline-dev"
+  if [ "$1" != run ]; then
+    packages="$packages qt6-base-dev"
+  fi
   if [ "$1" = test ]; then
     packages="$packages python3 libgtest-dev"
   fi

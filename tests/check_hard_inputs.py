@@ -51,7 +51,7 @@ def inputs(n):
         "a directory": (b'lload "folder"\n:load .\n', b"Can't read from file folder"),
         "a file that loads itself": (b'lload "self.ddb"\n', b"too deeply"),
         "a file without an end": (b'lload "open.ddb"\n', b"Loaded."),
-        "a file without line ends": (b'lload "/dev/zero"\n', b"A line of /dev/zero is too long"),
+        "a file without an end of its own": (b'lload "/dev/zero"\n', b"Can't read from file /dev/zero"),
         "numbers past all bounds": (b"#99999999999999999999 ;\n#r1e999 ;\n?99999999999 ;\n", b""),
     }
 

@@ -199,7 +199,7 @@ def check_question(program, home, _):
     t.say("fdec one ::= real ;\n", "3 Cancel\n? ")
     t.say("7\n", "Please answer with a number from 1 to 3")
     t.say("yes\n", "FDEC> ")
-    t.say(";\n:type one\n", "one ::= real\n")
+    t.say(";\n:type one\n", "one ::= real\nQUERY> ")
     t.leave_unsaved()
 
 
@@ -237,7 +237,47 @@ def check_quit(program, home, _):
     assert t.end() == 0, "status"
 
 
-CHECKS = [check_answers, check_editing, check_completion, check_prompt_key, check_interrupt,
+def check_ends_of_the_session(program, home, _):
+    """Work that nobody could answer for is offered at the next start."""
+    path = pathlib.Path(home, "kept.ddb")
+    path.write_text("fdec\n f ::= int ;\n;\n")
+    for end in (signal.SIGTERM, signal.SIGHUP):
+        t = start(program, home, "kept.ddb")
+        t.say("fdef f ::= #42 ; ;\n", "QUERY> ")
+        os.kill(t.process.pid, end)
+        assert t.end() == 128 + end, "status"
+        assert path.with_suffix(".work").stat().st_mode & 0o777 == 0o600, "for its owner alone"
+        again = Terminal(program, home, "kept.ddb")
+        again.wait("3 Later")
+        again.say("recover\n", "QUERY> ")
+        again.say("f ;\n", "#42\nQUERY> ")
+        again.say(":close\n", "Save Changes to Database:")
+        again.say("no\n", "QUERY> ")
+        again.leave()
+        assert not path.with_suffix(".work").exists(), "closing takes it away"
+
+
+def check_running_query_is_ended(program, home, limit):
+    t = start(program, home)
+    t.say(ENDLESS, "QUERY> ")
+    t.type("endless #1 ;\n")
+    time.sleep(0.5)
+    began = time.monotonic()
+    os.kill(t.process.pid, signal.SIGTERM)
+    assert t.end() == 128 + signal.SIGTERM, "status"
+    assert time.monotonic() - began < limit + 2, "it took too long"
+
+
+def check_control_characters(program, home, _):
+    t = start(program, home)
+    t.say("putchar (decode #27) ;\n", "\\x1b")
+    t.say("implode [(decode #27) '[' '3' '1' 'm'] ;\n", "\\x1b[31m")
+    assert b"\x1b[31m\"" not in t.raw
+    t.leave()
+
+
+CHECKS = [check_ends_of_the_session, check_running_query_is_ended, check_control_characters,
+          check_answers, check_editing, check_completion, check_prompt_key, check_interrupt,
           check_interrupt_printing, check_interrupt_reading, check_question, check_colour,
           check_time, check_unmatched, check_quit]
 

@@ -23,8 +23,9 @@ TESTS = pathlib.Path(__file__).resolve().parent
 ROOT = TESTS.parent
 SECTION = re.compile(r"^--- (\w+)(?: (.*))?$")
 ESCAPE = re.compile(r"^\\(?=--- |=== |\\)")  # what keeps a line from being a marker
+EVENTS = "script.events"
 LISTS = {"file", "left"}
-SINGLE = {"options", "copy", "input", "output", "errors", "status", "gone", "env"}
+SINGLE = {"options", "copy", "events", "input", "output", "errors", "status", "gone", "env"}
 
 
 class CaseError(Exception):
@@ -144,7 +145,10 @@ def run_program(case, program, folder, mode):
     if mode.plain_bodies:
         env["VELORA_PLAIN_BODIES"] = "1"
     options = shlex.split(case.argument("options"))
-    if "plain" in options:  # run without --batch
+    if "events" in case.sections:  # an event script instead of commands
+        pathlib.Path(folder, EVENTS).write_text(case.body("events"), encoding="utf-8")
+        options = ["--events", EVENTS] + options
+    elif "plain" in options:  # run without --batch
         options.remove("plain")
     else:
         options = ["--batch"] + options

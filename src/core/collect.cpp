@@ -23,6 +23,7 @@ constexpr std::uint8_t kPoison = 0xEE;
 // Number of the collection; the node's mark is its low part, never 0.
 unsigned collection_number = 1;
 std::int64_t reached = 0;
+bool none_marked = false; // no node carries the epoch's mark
 std::array<node *, kMarkStack> mark_stack;
 
 std::uint8_t epoch_mark() {
@@ -134,6 +135,10 @@ void poison_dead() {
 
 void start_epoch() {
   ++collection_number;
+  // Nothing carries the mark of a collection that reached nothing, so it serves once more: after
+  // small queries the marks of a large pool are not worn out, and need no clearing.
+  if (none_marked)
+    return;
   if (++gSpace.epoch == 0) {
     for (std::size_t i = 0; i < gPool.count; ++i)
       gPool.nodes[i].mark = 0;
@@ -146,7 +151,9 @@ void garbage_collect() {
     return;
   start_epoch();
   reached = 0;
+  none_marked = false; // also when the marking is abandoned
   mark_roots();
+  none_marked = reached == 0;
   sweep_texts(collection_number);
   sweep_code(collection_number);
   if (collect_stress())
@@ -220,6 +227,7 @@ int check_pool(const char **what) {
   if (gPool.nodes == nullptr)
     return 1;
   start_epoch();
+  none_marked = false;
   const char *fault = nullptr;
   for (node *root : {Copy_root, Query_root, Tn1, Tn2, Tn3})
     if (fault == nullptr)

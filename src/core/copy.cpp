@@ -1,5 +1,6 @@
 // Making leaves of the query space and copying terms into it. Every copy is attached to its parent
 // before its own parts are made, so a collection in between always sees a well-formed tree.
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -31,15 +32,40 @@ bool may_share(const node *n, bool as_head) {
 
 enum class Sharing { where_allowed, never };
 
+// What is still to be copied: a few pairs in place, since most terms are small, the rest on the
+// heap.
+class Open {
+public:
+  using Pair = std::pair<node *, const node *>;
+  void push(node *to, const node *from) {
+    if (count_ < few_.size())
+      few_[count_++] = {to, from};
+    else
+      many_.emplace_back(to, from);
+  }
+  [[nodiscard]] bool empty() const { return count_ == 0; }
+  Pair pop() {
+    if (many_.empty())
+      return few_[--count_];
+    const Pair top = many_.back();
+    many_.pop_back();
+    return top;
+  }
+
+private:
+  std::array<Pair, 24> few_;
+  std::size_t count_ = 0;
+  std::vector<Pair> many_;
+};
+
 // The one copying loop. `nuw` is reachable; `old` must be too when it lies in the query space.
 void copy_into(node *nuw, const node *old, Sharing sharing, std::uint8_t quote) {
   Root top(nuw);
-  using Pair = std::pair<node *, const node *>;
-  std::vector<Pair> open{{nuw, old}};
+  Open open;
+  open.push(nuw, old);
   while (!open.empty()) {
     CheckForUserEvents(0);
-    const auto [to, from] = open.back();
-    open.pop_back();
+    const auto [to, from] = open.pop();
     to->type = from->type;
     to->quote = quote;
     to->val = from->val;
@@ -53,7 +79,7 @@ void copy_into(node *nuw, const node *old, Sharing sharing, std::uint8_t quote) 
       node *copy = parts[i];
       if (sharing == Sharing::never || !may_share(parts[i], i == 0)) {
         copy = new_leaf(kInteger);
-        open.emplace_back(copy, parts[i]);
+        open.push(copy, parts[i]);
       }
       (i == 0 ? to->val.a.a1 : to->val.a.a2) = copy;
     }
@@ -130,6 +156,11 @@ void LCopy_whole(node *nuw, const node *old, std::uint8_t quote) {
 }
 
 node *LCopy(const node *old) {
+  if (!is_apply(old)) {
+    node *leaf = new_leaf(old->type);
+    leaf->val = old->val;
+    return leaf;
+  }
   node *n = new_leaf(kInteger);
   LCopy_struct_rec(n, old);
   return n;

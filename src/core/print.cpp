@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "core/clock.h"
 #include "core/events.h"
 #include "core/needs.h"
 #include "core/space.h"
@@ -21,6 +22,12 @@ struct PrintingQuery {
   PrintingQuery() { ++queries_printing; }
   ~PrintingQuery() { --queries_printing; }
 };
+
+void clear_guard(node *n) {
+  if (n->quote != 0)
+    note_change();
+  n->quote = 0;
+}
 
 bool is_named(const node *n, const char *name) {
   return n->type == kConstructorNode && n->val.cs != nullptr &&
@@ -101,7 +108,7 @@ void print_args(node *root) {
   if (root == nullptr)
     return;
   if (is_apply(root)) {
-    root->quote = 0;
+    clear_guard(root);
     print_args(own_function_part(root));
     if (root->val.a.a2 != nullptr)
       print(root->val.a.a2);
@@ -151,7 +158,7 @@ void print_node(node *n) {
   if (n == nullptr)
     return;
   if ((n->flags & kStaticNode) == 0)
-    n->quote = 0;
+    clear_guard(n);
   if (!is_apply(n)) {
     orvek_print(leaf_text(n));
     return;
@@ -161,28 +168,6 @@ void print_node(node *n) {
   print_node(n->val.a.a1);
   print_node(n->val.a.a2);
   orvek_print(")");
-}
-
-int full_evaluate(node *root) {
-  int result = evaluate(root);
-  while (is_apply(root)) {
-    CheckForUserEvents(0);
-    eval_args(own_function_part(root));
-    root = root->val.a.a2;
-    if (root == nullptr)
-      break;
-    result = evaluate(root);
-  }
-  return result;
-}
-
-void eval_args(node *root) {
-  check_stack();
-  if (root == nullptr || !is_apply(root))
-    return;
-  eval_args(own_function_part(root));
-  if (root->val.a.a2 != nullptr)
-    full_evaluate(root->val.a.a2);
 }
 
 } // namespace velora

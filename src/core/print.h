@@ -24,11 +24,6 @@ void print_node(node *n);
 // The text of a leaf as print_node prints it outside the narrative.
 std::string leaf_text(const node *n);
 
-// Forces a term completely; the result of the last evaluation.
-int full_evaluate(node *root);
-// Forces the arguments along the function part of a spine.
-void eval_args(node *root);
-
 // Dumps every symbol, newest first.
 void print_all();
 // Dumps one symbol; 0 when the name is unknown.

@@ -106,6 +106,17 @@ struct SpaceState {
 extern SpaceState gSpace;
 node *take_node_slowly();
 
+// Makes a free node an application with nothing set beside: no guard, no flag, no note of its last
+// life; its mark is that of no collection. One store.
+inline void clear_header(node *n) {
+  static_assert(kApply == 0);
+  n->type = kApply;
+  n->quote = 0;
+  n->mark = 0;
+  n->flags = 0;
+  n->aux = 0;
+}
+
 // A free node with unspecified contents other than its bookkeeping. May collect, so everything
 // held must be reachable. Takes the error exit with "Insufficient Query Space\n".
 inline node *take_node() {
@@ -138,8 +149,7 @@ inline void overwrite_node(node *under, const node *over) {
 // A query-space application; both parts must be reachable or static.
 inline node *LMakeApplyNode(node *a1, node *a2) {
   node *n = take_node();
-  n->type = kApply;
-  n->quote = 0;
+  clear_header(n);
   n->val.a.a1 = a1;
   n->val.a.a2 = a2;
   return n;

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "core/clock.h"
 #include "core/needs.h"
 #include "platform/response.h"
 
@@ -16,6 +17,8 @@ namespace velora {
 symbol *Symbol_table = nullptr;
 int gSymbolTableChanged = 0;
 std::uint64_t gClauseChanges = 0;
+std::uint64_t gReductions = 0;
+std::uint64_t gOtherChanges = 0;
 
 namespace {
 
@@ -95,6 +98,7 @@ symbol *insert_symbol(const char *name, std::size_t name_len) {
   std::unique_ptr<symbol, EntryFreer> made(new_entry(wanted));
   names().emplace(std::string_view(made->name, made->name_len), made.get());
   symbol *entry = made.release();
+  note_change();
   entry->next = Symbol_table;
   if (Symbol_table != nullptr)
     Symbol_table->prev = entry;
@@ -112,6 +116,7 @@ symbol *find_symbol(const char *name, std::size_t name_len) {
 }
 
 void detach_symbol(symbol *sym) {
+  note_change();
   names().erase(std::string_view(sym->name, sym->name_len));
   (sym->prev != nullptr ? sym->prev->next : Symbol_table) = sym->next;
   if (sym->next != nullptr)

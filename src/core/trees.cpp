@@ -38,6 +38,7 @@ std::vector<defs_link *> buried_groups;
 } // namespace
 
 int gMatchDepth = 0;
+bool gBuried = false;
 
 node *make_apply_node(node *a1, node *a2) {
   node *n = new_heap_node();
@@ -163,8 +164,10 @@ int equal_expression(const node *first, const node *second) {
 
 void free_lhs_tree(choice_node *list) {
   if (gMatchDepth > 0) {
-    if (list != nullptr)
+    if (list != nullptr) {
+      gBuried = true;
       buried_trees.push_back(list);
+    }
     return;
   }
   std::vector<choice_node *> open;
@@ -189,6 +192,7 @@ void free_lhs_tree(choice_node *list) {
 
 void free_clause(rhs_link *clause) {
   if (gMatchDepth > 0) {
+    gBuried = true;
     buried_clauses.push_back(clause);
     return;
   }
@@ -199,6 +203,7 @@ void free_clause(rhs_link *clause) {
 }
 
 void free_buried_clauses() {
+  gBuried = false;
   for (choice_node *list : std::exchange(buried_trees, {}))
     free_lhs_tree(list);
   for (rhs_link *clause : std::exchange(buried_clauses, {}))
@@ -221,10 +226,12 @@ void free_function_defs(func_block *fc) {
     }
     defs_link *const next = group->next;
     group->lhs_tree = nullptr;
-    if (gMatchDepth > 0)
+    if (gMatchDepth > 0) {
+      gBuried = true;
       buried_groups.push_back(group);
-    else
+    } else {
       delete group;
+    }
     group = next;
   }
   gSymbolTableChanged = 1;

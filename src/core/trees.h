@@ -71,12 +71,13 @@ void free_lhs_tree(choice_node *list);
 // While a match is in progress (gMatchDepth above 0) its argument evaluations may change the very
 // clauses it walks, so what is freed then is kept until the outermost match has ended.
 extern int gMatchDepth;
+extern bool gBuried; // something waits for that
 void free_buried_clauses();
 class MatchScope {
 public:
   MatchScope() { ++gMatchDepth; }
   ~MatchScope() {
-    if (--gMatchDepth == 0)
+    if (--gMatchDepth == 0 && gBuried)
       free_buried_clauses();
   }
   MatchScope(const MatchScope &) = delete;

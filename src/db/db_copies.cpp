@@ -1,76 +1,69 @@
 // Copies of the two files of a database in the line-end convention of another machine.
+#include <algorithm>
 #include <cerrno>
-#include <cstdio>
-#include <memory>
 #include <string>
+#include <utility>
 
 #include "db/f_dbops.h"
 #include "db/needs.h"
 #include "db/vel_dbop.h"
 #include "editor/model/seg_file.h"
 #include "platform/response.h"
+#include "platform/safe_file.h"
 
 namespace velora {
 
 namespace {
 
-struct Closer {
-  void operator()(std::FILE *file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, Closer>;
-
-// Reads one line without its end; false at the end of the file. Lines of any length are read whole,
-// so that no text is broken.
-bool read_line(std::FILE *file, std::string &line) {
-  line.clear();
-  for (int c = std::getc(file); c != EOF; c = std::getc(file)) {
-    if (c == '\n')
-      return true;
-    line += static_cast<char>(c);
-  }
-  return !line.empty();
+// The text with every line, the last one too, ending in a carriage return.
+std::string with_carriage_returns(std::string text) {
+  if (!text.empty() && text.back() != '\n')
+    text += '\n';
+  std::replace(text.begin(), text.end(), '\n', '\r');
+  return text;
 }
 
-// Copies what is left of `from`; true when all of it was written.
-bool copy_lines(std::FILE *from, File to, char line_end) {
-  std::string line;
-  while (read_line(from, line)) {
-    line += line_end;
-    if (std::fwrite(line.data(), 1, line.size(), to.get()) != line.size())
-      return false;
-  }
-  return std::ferror(from) == 0 && std::fclose(to.release()) == 0;
+bool read_source(const std::string &source, std::string &text) {
+  if (read_whole_file(source, text))
+    return true;
+  const std::string reason = file_error_text(source, errno);
+  DisplayResponsef("Can't open %s for read\n", source.c_str());
+  show_note("note: " + reason);
+  return false;
 }
 
+// A copy is whole or absent; the one that stood there before stays until then.
 int copy_as_text(const std::string &source, const std::string &target) {
-  const File from(std::fopen(source.c_str(), "r"));
-  if (from == nullptr) {
-    DisplayResponsef("Can't open %s for read\n", source.c_str());
+  std::string text;
+  std::string reason;
+  if (!read_source(source, text))
     return 0;
-  }
-  File to(std::fopen(target.c_str(), "w"));
-  bool copied = to != nullptr;
-  for (int c = copied ? std::getc(from.get()) : EOF; copied && c != EOF; c = std::getc(from.get()))
-    copied = std::putc(c, to.get()) != EOF;
-  if (copied && std::fclose(to.release()) == 0)
+  if (write_whole_file(target, text, reason))
     return 1;
   DisplayResponsef("Can't open %s for write\n", target.c_str());
+  show_note("note: " + reason);
   return 0;
 }
 
 int copy_for_mac(const std::string &source, const std::string &target) {
-  constexpr char kCarriageReturn = '\r';
-  const File from(std::fopen(source.c_str(), "r"));
-  if (from == nullptr) {
-    DisplayResponsef("Can't open %s for read\n", source.c_str());
+  std::string text;
+  std::string reason;
+  if (!read_source(source, text))
     return 0;
-  }
   errno = 0;
-  File to(std::fopen(target.c_str(), "wb"));
-  if (to != nullptr && copy_lines(from.get(), std::move(to), kCarriageReturn))
+  if (write_whole_file(target, with_carriage_returns(std::move(text)), reason))
     return 1;
   DisplayResponsef("Can't open %s for write: Error %d\n", target.c_str(), errno);
+  show_note("note: " + reason);
   return 0;
+}
+
+// The segment file, or the variant of its name that stands.
+std::string picture_source() {
+  for (const char *ending : {".seg", ".segs", ".SEG", ".SEGS"})
+    if (file_exists(gDDB_basename + ending))
+      return gDDB_basename + ending;
+  return gDDB_basename + ".seg";
 }
 
 } // namespace
@@ -79,7 +72,7 @@ int DataBaseCopy() {
   const std::string copy = gDDB_basename + ".2";
   DisplayResponsef("Saving a copy as %s.2\n", gDDB_basename.c_str());
   return copy_as_text(gDDB_basename + File_ext, copy + File_ext) != 0 &&
-         copy_as_text(gDDB_basename + ".seg", copy + ".seg") != 0;
+         copy_as_text(picture_source(), copy + ".seg") != 0;
 }
 
 int PCFormat() {
@@ -90,7 +83,7 @@ int MacFormat() {
   const std::string copy = gDDB_basename + "MAC";
   DisplayResponsef("Saving a copy as %sMAC\n", gDDB_basename.c_str());
   return copy_for_mac(gDDB_basename + File_ext, copy + File_ext) != 0 &&
-         copy_for_mac(gDDB_basename + ".seg", copy + ".seg") != 0;
+         copy_for_mac(picture_source(), copy + ".seg") != 0;
 }
 
 void BackupDataBase() {
@@ -107,7 +100,8 @@ void BackupDataBase() {
 }
 
 int oldBackupDataBase() {
-  if (BackupOrvekCode() == 0 || SaveAll(gDDB_basename + ".seg") == 0)
+  std::string name;
+  if (BackupOrvekCode(name) == 0 || SaveAll(gDDB_basename + ".seg") == 0)
     return 0;
   DisplayResponsef("Picture segments saved in file %s.seg\n", gDDB_basename.c_str());
   return 1;

@@ -4,19 +4,23 @@
 // what the parser skipped is in no symbol and would be lost.
 #include "db/f_dbops.h"
 
-#include <cstdio>
-#include <memory>
+#include <cerrno>
+#include <utility>
 
+#include "core/symbols.h"
 #include "db/commit.h"
 #include "db/needs.h"
+#include "db/pair_file.h"
 #include "db/removal.h"
 #include "db/vel_util.h"
+#include "editor/model/wininfo.h"
 #include "front/parse.h"
 #include "front/parser.h"
 #include "front/putils.h"
 #include "front/source.h"
 #include "platform/response.h"
 #include "platform/safe_file.h"
+#include "platform/trust.h"
 
 namespace velora {
 
@@ -30,35 +34,55 @@ namespace {
 FileStamp seen;
 // The text of the open file when something in it could not be read, else empty.
 std::string damaged_text;
-
-struct Closer {
-  void operator()(std::FILE *file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, Closer>;
+bool written = false;
 
 void forget_file() {
   Db_file = 0;
   Db_f_name.clear();
   seen = {};
   damaged_text.clear();
+  written = false;
+}
+
+// What an opening that is abandoned leaves behind, for the return point to settle.
+struct CutOffOpening {
+  bool met = false;
+  bool memory_was_empty = false;
+  std::string file;
+};
+CutOffOpening cut_off;
+
+bool is_user_symbol(const symbol *s) {
+  return (s->stype & (kBuiltinBit | kSystemBit)) == 0;
+}
+
+bool has_user_symbols() {
+  for (const symbol *s = Symbol_table; s != nullptr; s = s->next)
+    if (is_user_symbol(s))
+      return true;
+  return false;
 }
 
 // Forgets the file again unless reading it came to its end: half a database must not be written
 // back over the whole one.
 class OpeningGuard {
 public:
-  OpeningGuard() = default;
+  OpeningGuard() : was_empty_(!has_user_symbols()) {}
   ~OpeningGuard() {
-    if (!done_) {
-      forget_file();
-      Unset_DDB_name();
-    }
+    if (done_)
+      return;
+    cut_off.met = true;
+    cut_off.memory_was_empty = was_empty_;
+    std::swap(cut_off.file, Db_f_name);
+    forget_file();
+    Unset_DDB_name();
   }
   OpeningGuard(const OpeningGuard &) = delete;
   OpeningGuard &operator=(const OpeningGuard &) = delete;
   void done() { done_ = true; }
 
 private:
+  bool was_empty_;
   bool done_ = false;
 };
 
@@ -89,11 +113,12 @@ bool ends_with_section_end(const std::string &text) {
 
 // Runs the section parser over the database file. False when it left something out of `text`, which
 // is what the file holds.
-bool read_database(File file, const std::string &text) {
+bool read_database(const std::string &text) {
   const int errors = gParseErrors;
   bool whole = true;
   {
-    const FileSource source(file.release(), Db_f_name);
+    const DatabaseReading reading;
+    const FileSource source(text, Db_f_name);
     parse();
     whole = rest_is_empty();
   }
@@ -121,30 +146,25 @@ std::string free_name_for_damaged() {
 int keep_damaged() {
   if (damaged_text.empty())
     return 1;
-  SafeFile copy(free_name_for_damaged());
-  if (copy.open())
-    copy.write(damaged_text);
-  if (copy.replace() != SaveOutcome::saved) {
+  const std::string copy = free_name_for_damaged();
+  std::string reason;
+  if (!write_whole_file(copy, damaged_text, reason)) {
     orvek_errorf("%s could not be read whole and cannot be kept as %s: %s\n", Db_f_name.c_str(),
-                 copy.name().c_str(), copy.reason().c_str());
+                 copy.c_str(), reason.c_str());
     return 0;
   }
-  DisplayResponsef("What could not be read of %s is kept in %s\n", Db_f_name.c_str(),
-                   copy.name().c_str());
+  DisplayResponsef("What could not be read of %s is kept in %s\n", Db_f_name.c_str(), copy.c_str());
   damaged_text.clear();
   return 1;
 }
 
-int report_save(SaveOutcome outcome, const SafeFile &file) {
-  if (outcome == SaveOutcome::saved)
-    return 1;
-  if (outcome == SaveOutcome::cannot_keep_old)
-    DisplayResponsef("Can't remove old backup file %s\n", file.backup_name().c_str());
-  else
-    DisplayResponsef("Can't write to %s\n", file.name().c_str());
-  if (!file.reason().empty())
-    show_note("note: " + file.reason());
-  return 0;
+// Asks `question` once for the file as it is now; what is agreed to is known from then on.
+bool overwrites_after_question(const std::string &question, const char *button) {
+  constexpr int kOverwrite = 1;
+  if (PromptUser(question, {button, "Cancel"}) != kOverwrite)
+    return false;
+  seen = stamp_of(Db_f_name);
+  return true;
 }
 
 } // namespace
@@ -155,18 +175,26 @@ int fdb_create_db(const std::string &name) {
     DisplayResponsef("Database: %s already exists\n", name.c_str());
     return 0;
   }
-  SafeFile file(file_name);
-  if (file.open())
-    file.write("\n;\n");
-  if (file.replace() != SaveOutcome::saved) {
+  std::string reason;
+  constexpr const char *kEmptyDatabase = "\n;\n";
+  if (!write_whole_file(file_name, kEmptyDatabase, reason)) {
     DisplayResponsef("Failed to create database: %s\n", file_name.c_str());
-    if (!file.reason().empty())
-      show_note("note: " + file.reason());
+    show_note("note: " + reason);
     return 0;
   }
+  note_own_text(kEmptyDatabase);
   DisplayResponsef("Created: %s\n", file_name.c_str());
   setVeloraEye(file_name);
   return 1;
+}
+
+void report_unreadable(const std::string &name, int error) {
+  const std::string file_name = name + File_ext;
+  DisplayResponsef("Failed to open %s\n", file_name.c_str());
+  if (error != ENOENT)
+    show_note("note: " + file_error_text(file_name, error));
+  else if (file_exists(file_name + ".bak"))
+    show_note("note: " + file_name + ".bak holds the version before the last save");
 }
 
 int fdb_open_db(const std::string &name) {
@@ -174,41 +202,78 @@ int fdb_open_db(const std::string &name) {
     DisplayResponse("Db file already open\n");
     return 0;
   }
-  const std::string file_name = name + File_ext;
-  complete_save(file_name);
-  const FileStamp before = stamp_of(file_name);
+  if (!settle_cut_off_save(name))
+    return 0;
   std::string text;
-  File file;
-  if (read_whole_file(file_name, text))
-    file.reset(std::fopen(file_name.c_str(), "r"));
-  if (file == nullptr) {
-    DisplayResponsef("Failed to open %s\n", file_name.c_str());
-    if (file_exists(file_name + ".bak"))
-      show_note("note: " + file_name + ".bak holds the version before the last save");
+  if (!read_whole_file(name + File_ext, text)) {
+    report_unreadable(name, errno);
+    return 0;
+  }
+  return fdb_open_text(name, text);
+}
+
+int fdb_open_text(const std::string &name, const std::string &text) {
+  if (Db_file != 0) {
+    DisplayResponse("Db file already open\n");
     return 0;
   }
   OpeningGuard opening;
-  Db_f_name = file_name;
+  Db_f_name = name + File_ext;
   Db_file = 1;
-  seen = before;
-  DisplayResponsef("Loading %s. . .", file_name.c_str());
-  if (!read_database(std::move(file), text) && Db_file != 0)
-    damaged_text = std::move(text);
+  seen = stamp_of_text(text);
+  note_database_read(Db_f_name, text);
+  DisplayResponsef("Loading %s. . .", Db_f_name.c_str());
+  if (!read_database(text) && Db_file != 0)
+    damaged_text = text;
   DisplayResponse(" Loaded\n");
   opening.done();
   return 1;
 }
 
-int may_overwrite_db() {
+void attach_database(const std::string &name, const std::string &text) {
+  Db_f_name = name + File_ext;
+  Db_file = 1;
+  seen = stamp_of_text(text);
+}
+
+bool db_is_as_left() {
   const FileStamp now = stamp_of(Db_f_name);
-  if (!now.exists || now == seen)
-    return 1;
-  constexpr int kOverwrite = 1;
-  if (PromptUser(format_text("%s was changed by another program. Overwrite it?", Db_f_name.c_str()),
-                 {"Overwrite", "Cancel"}) != kOverwrite)
+  return !now.exists || now == seen;
+}
+
+int may_overwrite_db() {
+  const bool wanted =
+      db_is_as_left() ||
+      overwrites_after_question(Db_f_name + " was changed by another program. Overwrite it?",
+                                "Overwrite");
+  return wanted && may_replace_protected(Db_f_name) ? 1 : 0;
+}
+
+int may_save_db() {
+  if (!Db_f_name.empty() && !file_exists(Db_f_name) &&
+      !overwrites_after_question(Db_f_name + " is gone. Write it anew?", "Write"))
     return 0;
-  seen = now;
-  return 1;
+  return may_overwrite_db() != 0 && keep_damaged() != 0 ? 1 : 0;
+}
+
+void report_commit(const SetOutcome &end) {
+  if (end.outcome == SaveOutcome::cannot_keep_old)
+    DisplayResponsef("Can't remove old backup file %s.bak\n", link_target(Db_f_name).c_str());
+  else
+    DisplayResponsef("Can't write to %s\n", Db_f_name.c_str());
+  show_note("note: " + end.reason);
+}
+
+bool db_was_written() {
+  return written;
+}
+
+void note_commit(const std::string &text) {
+  Db_file = 1;
+  seen = stamp_of_text(text);
+  written = true;
+  note_own_text(text);
+  setVeloraEye(Db_f_name);
 }
 
 int fdb_commit_db() {
@@ -216,30 +281,52 @@ int fdb_commit_db() {
     DisplayResponse("No database is open\n");
     return 0;
   }
-  SafeFile file(Db_f_name);
   if (!file_exists(Db_f_name)) {
-    DisplayResponsef("Can't remove old backup file %s\n", file.backup_name().c_str());
+    DisplayResponsef("Can't remove old backup file %s.bak\n", link_target(Db_f_name).c_str());
     return 0;
   }
   if (may_overwrite_db() == 0 || keep_damaged() == 0)
     return 0;
-  if (file.open())
-    file.write(database_text());
-  if (report_save(file.replace(), file) == 0)
+  const FileLock lock(set_lock_name(Db_f_name));
+  if (lock.busy()) {
+    orvek_errorf("Sorry! Another program is saving %s\n", Db_f_name.c_str());
     return 0;
-  Db_file = 1;
-  seen = stamp_of(Db_f_name);
-  setVeloraEye(Db_f_name);
+  }
+  const std::string text = database_text();
+  const SetOutcome end = replace_files({{Db_f_name, text}}, "");
+  if (end.outcome != SaveOutcome::saved) {
+    report_commit(end);
+    return 0;
+  }
+  note_commit(text);
   return 1;
 }
 
 int fdb_close_db() {
   clear_user_symbols();
+  note_databases_closed();
   free_linkages();
   forget_file();
   Unset_DDB_name();
   Unset_DDB_Dir();
   return 1;
+}
+
+void settle_cut_off_opening() {
+  if (!std::exchange(cut_off.met, false))
+    return;
+  if (!cut_off.memory_was_empty) {
+    orvek_errorf("%s was read in part; what was read of it stays in memory\n",
+                 cut_off.file.c_str());
+    return;
+  }
+  clear_user_symbols();
+  note_databases_closed();
+  FreeAllPictures();
+  forget_segment_files();
+  gSymbolTableChanged = 0;
+  gSegsChanged = 0;
+  orvek_errorf("%s is not open; nothing of it is kept\n", cut_off.file.c_str());
 }
 
 } // namespace velora

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "platform/file_set.h"
+
 namespace velora {
 
 inline constexpr const char *File_ext = ".ddb";
@@ -18,6 +20,13 @@ extern int Db_file;
 // Creates `name`.ddb as an empty database. 1 or 0.
 int fdb_create_db(const std::string &name);
 
+// Reads `name`.ddb, which holds `text`, into the symbol table. 1 or 0 as for fdb_open_db.
+int fdb_open_text(const std::string &name, const std::string &text);
+// Makes `name`.ddb, which holds `text`, the open database without reading its text.
+void attach_database(const std::string &name, const std::string &text);
+// Tells that `name`.ddb cannot be read, and why.
+void report_unreadable(const std::string &name, int error);
+
 // Reads `name`.ddb into the symbol table. 1 when it could be opened: what cannot be read in it is
 // reported, and the file is kept aside as it is before it is first rewritten. 0 otherwise.
 int fdb_open_db(const std::string &name);
@@ -27,10 +36,25 @@ int fdb_open_db(const std::string &name);
 int fdb_commit_db();
 
 // 1 when the database file may be rewritten: it is as this program left it, or the user wants it
-// overwritten, which is then not asked again.
+// overwritten, which is then not asked again. A write-protected file is asked about too.
 int may_overwrite_db();
+// The same for a save of text and pictures, which also writes a deleted file anew if the user
+// wants, and keeps aside what could not be read of it.
+int may_save_db();
+// True when the file holds what this program read, wrote or was told to overwrite.
+bool db_is_as_left();
+// Tells how replacing the database file failed.
+void report_commit(const SetOutcome &end);
+// True when this program has written the text of the open database since it was opened.
+bool db_was_written();
+// Notes that the database file now holds `text`.
+void note_commit(const std::string &text);
 
 // Forgets the database and removes the user's symbols. Answers 1.
 int fdb_close_db();
+
+// Called at the return point: when a reading was abandoned half way, takes back what it brought, or
+// says what stays, and forgets the name.
+void settle_cut_off_opening();
 
 } // namespace velora

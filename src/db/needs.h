@@ -1,6 +1,8 @@
 // What the database level needs from the levels above it, each with the one who defines it.
 #pragma once
 
+#include <string>
+
 namespace velora {
 
 struct WinInfo;
@@ -13,9 +15,9 @@ int ShowGraphic(const char *name, int type, WinInfo *wi);
 // Closes the language text windows, whose text is in the database now. Defined by the shell.
 void FreeOrvekWindows();
 
-// Saves the text of the language text windows as a copy of the code; 1 on success. Defined by the
-// shell.
-int BackupOrvekCode();
+// Asks where to, and saves the text of the language text windows there as NAME.ddb; 1 and `name`
+// filled, or 0. Defined by the shell.
+int BackupOrvekCode(std::string &name);
 
 // Frees all sets of call links. Defined by network/links.
 void free_linkages();

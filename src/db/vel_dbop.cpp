@@ -1,17 +1,24 @@
-// New, open, include, save and close of a database with its pictures. The picture file is read and
-// written first: when it fails the text is left alone.
+// New, open, include, save and close of a database with its pictures. Both files are looked at
+// before either is taken into memory, and replaced together.
 #include "db/vel_dbop.h"
+
+#include <cerrno>
+#include <utility>
 
 #include "core/symbols.h"
 #include "db/f_dbops.h"
 #include "db/needs.h"
+#include "db/pair_file.h"
+#include "db/recovery_file.h"
 #include "db/vel_util.h"
 #include "editor/model/seg_file.h"
 #include "editor/model/wininfo.h"
 #include "eval/registry.h"
 #include "front/parser.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
 #include "platform/safe_file.h"
+#include "platform/trust.h"
 
 namespace velora {
 
@@ -59,24 +66,105 @@ bool changes_are_given_up() {
          kGoOn;
 }
 
-// Ends a save: pictures saved or not, text committed or not. 1 when both.
-int finish_save(bool graphs_saved) {
-  if (!graphs_saved) {
-    DisplayResponse("Unable to save graphs\n");
-    gSymbolTableChanged = 0;
-    gSegsChanged = 1;
+// Ends a save of both files. What is not saved has changed still.
+int finish_save(bool saved) {
+  gSymbolTableChanged = saved ? 0 : 1;
+  gSegsChanged = saved ? 0 : 1;
+  if (!saved)
     return 0;
-  }
-  gSegsChanged = 0;
-  if (fdb_commit_db() == 0) {
-    DisplayResponse("Graphs saved but not DataBase\n");
-    gSymbolTableChanged = 1;
-    return 0;
-  }
+  remove_work(gDDB_basename);
   DisplayResponse("DataBase and Graphs Saved OK\n");
   FreeOrvekWindows();
-  gSymbolTableChanged = 0;
   return 1;
+}
+
+// A segment file that is missing while the version before it stands is not taken for no pictures.
+// False when the user would rather not go on.
+bool settle_missing_pictures(const std::string &base, PairTexts &texts) {
+  const std::string backup = base + ".seg.bak";
+  if (texts.pictures_kind != PicturesFound::missing || !file_exists(backup))
+    return true;
+  constexpr int kUse = 1;
+  constexpr int kWithout = 2;
+  const int answer = PromptUser(format_text("%s.seg is missing, but %s holds pictures. Use them?",
+                                            base.c_str(), backup.c_str()),
+                                {"Use Them", "Open Without", "Cancel"});
+  if (answer == kWithout)
+    return true;
+  if (answer != kUse)
+    return false;
+  if (!read_whole_file(backup, texts.pictures)) {
+    orvek_errorf("%s\n", file_error_text(backup, errno).c_str());
+    return false;
+  }
+  texts.pictures_kind = PicturesFound::whole;
+  texts.pictures_name = base + ".seg";
+  return true;
+}
+
+// Reads both files of `base` and takes the pictures into memory. False after a message; the text is
+// then not to be read either.
+bool take_pictures(const std::string &base, PairTexts &texts) {
+  if (!read_pair(base, texts))
+    return false;
+  if (texts.text_error != 0) {
+    report_unreadable(base, texts.text_error);
+    return false;
+  }
+  if (texts.pictures_kind == PicturesFound::unreadable || !settle_missing_pictures(base, texts))
+    return false;
+  return texts.pictures_kind == PicturesFound::missing ||
+         restore_pictures(texts.pictures_name, texts.pictures) != 0;
+}
+
+// Forgets the name of a database that could not be opened, however that ended.
+class NameGuard {
+public:
+  NameGuard() = default;
+  ~NameGuard() {
+    if (!opened_)
+      Unset_DDB_name();
+  }
+  NameGuard(const NameGuard &) = delete;
+  NameGuard &operator=(const NameGuard &) = delete;
+  void opened() { opened_ = true; }
+
+private:
+  bool opened_ = false;
+};
+
+int opened_text(int opened) {
+  if (opened == 0) {
+    DisplayResponsef("%s database not opened\n", gDDB_basename.c_str());
+    return 0;
+  }
+  for (const int command : {kCloseCommand, kSaveCommand, kCopyCommand})
+    gEnableItem(command);
+  return 1;
+}
+
+// Makes the current database of its files as they stand and of the unsaved work on them.
+int opened_work(const WorkFile &work) {
+  PairTexts texts;
+  if (!read_pair(gDDB_basename, texts) || texts.text_error != 0)
+    return opened_text(0);
+  if (texts.pictures_kind == PicturesFound::whole)
+    note_segment_file(texts.pictures_name, texts.pictures);
+  attach_database(gDDB_basename, texts.text);
+  if (take_work(gDDB_basename, work) == 0)
+    return 0;
+  OrvekVeloraConsistencyCheck();
+  gSymbolTableChanged = 1;
+  gSegsChanged = 1;
+  return opened_text(1);
+}
+
+// The unsaved work on files that have changed since belongs to no database until it is saved under
+// a name.
+int opened_copy(const std::string &base, const WorkFile &work) {
+  const int taken = take_work(base, work);
+  SetControlWinName(gDDB_basename);
+  return taken;
 }
 
 } // namespace
@@ -102,7 +190,7 @@ int CreateDataBase(const std::string &name) {
     return 0;
   }
   fdb_create_segs(gDDB_basename);
-  load_file(library_file("user.fdb"), 1);
+  load_file(library_file("user.fdb"), 1, {"user.fdb"});
   if (OpenDB() != 0) {
     if (fdb_commit_db() == 0)
       orvek_error("unable to commit DB\n");
@@ -112,13 +200,7 @@ int CreateDataBase(const std::string &name) {
 }
 
 int OpenDB() {
-  if (fdb_open_db(gDDB_basename) == 0) {
-    DisplayResponsef("%s database not opened\n", gDDB_basename.c_str());
-    return 0;
-  }
-  for (const int command : {kCloseCommand, kSaveCommand, kCopyCommand})
-    gEnableItem(command);
-  return 1;
+  return opened_text(fdb_open_db(gDDB_basename));
 }
 
 int OpenDataBaseFile() {
@@ -131,11 +213,24 @@ int OpenDataBaseFile() {
     Setup_Global_DDB_name(*chosen);
   }
   const BusyCursor busy;
+  NameGuard name;
+  PairTexts texts;
   int opened = 0;
-  complete_save(seg_name());
-  if (RestoreAll(seg_name()) == 0) {
+  WorkFile work;
+  const WorkChoice choice = offer_work(gDDB_basename, work);
+  if (choice == WorkChoice::copy) {
+    const std::string base = std::exchange(gDDB_basename, "");
+    return opened_copy(base, work);
+  }
+  if (choice == WorkChoice::recover) {
+    opened = opened_work(work);
+    if (opened != 0)
+      name.opened();
+  } else if (!take_pictures(gDDB_basename, texts)) {
+    opened_text(0);
     Unset_DDB_name();
-  } else if (OpenDB() != 0) {
+  } else if (opened_text(fdb_open_text(gDDB_basename, texts.text)) != 0) {
+    name.opened();
     opened = 1;
     gSymbolTableChanged = 0;
     OrvekVeloraConsistencyCheck();
@@ -153,10 +248,15 @@ int IncludeDataBaseFile(const std::string &name) {
   std::string base;
   Make_Base_Name(name, base);
   const BusyCursor busy;
-  complete_save(base + ".seg");
-  complete_save(base + File_ext);
-  if (RestoreAll(base + ".seg") == 0 || load_file(base + File_ext, 0) == 0)
+  PairTexts texts;
+  if (!take_pictures(base, texts))
     return 0;
+  note_database_read(base + File_ext, texts.text);
+  {
+    const DatabaseReading reading;
+    if (load_text(base + File_ext, texts.text) == 0)
+      return 0;
+  }
   DisplayResponse("New Orvek Code in Memory\n");
   OrvekVeloraConsistencyCheck();
   return 1;
@@ -172,13 +272,13 @@ int SaveDataBase(const std::string &defaultmsg) {
     ChangeToDDBDir();
   }
   // Refused before anything is tried, so what has changed is still told as changed.
-  if (may_overwrite_db() == 0) {
+  if (!may_save_pictures(seg_name()) || may_save_db() == 0 || !settle_cut_off_save(gDDB_basename)) {
     DisplayResponse("Nothing is saved\n");
     return 0;
   }
   const BusyCursor busy;
   DisplayResponse("Saving. . . ");
-  const int saved = finish_save(SaveAll(seg_name()) != 0);
+  const int saved = finish_save(save_pair(gDDB_basename) != 0);
   free_linkages();
   return saved;
 }
@@ -186,16 +286,17 @@ int SaveDataBase(const std::string &defaultmsg) {
 int CommitClose() {
   ChangeToDDBDir();
   const BusyCursor busy;
-  if (may_overwrite_db() == 0)
+  if (!may_save_pictures(seg_name()) || may_save_db() == 0 || !settle_cut_off_save(gDDB_basename))
     return 0;
-  if (SaveAll(seg_name()) == 0)
-    return changes_are_given_up() ? fdb_close_db() : 0;
-  if (fdb_commit_db() == 0) {
+  if (save_pair(gDDB_basename) == 0) {
     orvek_error("DB not committed\n");
+    gSymbolTableChanged = 1;
+    gSegsChanged = 1;
     return 0;
   }
   gSymbolTableChanged = 0;
   gSegsChanged = 0;
+  remove_work(gDDB_basename);
   return fdb_close_db();
 }
 
@@ -221,6 +322,8 @@ int SaveDBChanges(const std::string &defaultmsg) {
 }
 
 void ResetVelora() {
+  if (!gDDB_basename.empty())
+    close_work(gDDB_basename);
   fdb_close_db();
   FreeAllPictures();
   forget_segment_files();
@@ -229,13 +332,19 @@ void ResetVelora() {
   gSegsChanged = 1;
 }
 
+// A pair whose pictures are only missing, or whose last save is unfinished, is no new one.
 void CompleteDataBasePair() {
-  if (gDDB_basename.empty() || file_exists(seg_name()) || file_exists(gDDB_basename + ".segs"))
+  if (gDDB_basename.empty() || !db_was_written())
     return;
-  SafeFile file(seg_name());
-  if (file.open())
-    file.write("$$$$");
-  file.replace();
+  for (const char *ending : {".seg", ".segs", ".SEG", ".SEGS", ".seg.bak"})
+    if (file_exists(gDDB_basename + ending))
+      return;
+  if (!file_exists(gDDB_basename + File_ext) ||
+      file_exists(set_marker_name(gDDB_basename + File_ext)))
+    return;
+  std::string reason;
+  if (!write_whole_file(seg_name(), "$$$$", reason))
+    show_note("note: " + reason);
 }
 
 } // namespace velora

@@ -8,8 +8,8 @@
 
 #include "db/f_dbops.h"
 #include "editor/model/needs.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
-#include "platform/safe_file.h"
 
 namespace velora {
 
@@ -63,11 +63,6 @@ void ChangeToDDBDir() {
 void SetControlWinName(const std::string &name) {
   if (hControl != 0)
     gDesktop->set_title(hControl, format_text("CONTROL [%s]", name.c_str()));
-}
-
-void complete_save(const std::string &fname) {
-  if (complete_replacement(fname))
-    DisplayResponsef("The last save of %s was interrupted; it is complete now\n", fname.c_str());
 }
 
 void setVeloraEye(const std::string &) {}

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/desktop.h"
+#include "platform/desk_windows.h"
 
 namespace velora {
 
@@ -24,9 +24,6 @@ void ChangeToDDBDir();
 
 // Titles the console "CONTROL [%s]" with the base name.
 void SetControlWinName(const std::string &name);
-// Called before a file of a database is read: when the last save of it was cut off at the last
-// moment, that save is completed, with a message.
-void complete_save(const std::string &fname);
 // Called after every file that the system writes; marks it as the system's own where a file system
 // keeps such marks.
 void setVeloraEye(const std::string &fname);

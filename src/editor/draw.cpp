@@ -4,11 +4,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <unordered_map>
 
 #include "editor/draw_layout.h"
+#include "editor/draw_network.h"
 #include "editor/model/vel_segs.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
+#include "platform/text_measures.h"
 
 namespace velora {
 
@@ -18,10 +20,6 @@ constexpr Colour kWhiteFill{255, 255, 255};
 constexpr Colour kSelectedFill{223, 223, 255};
 constexpr Colour kNumberColour{70, 70, 70};
 constexpr int kHandle = 5; // size of the marks at the corners of a selected item
-
-unsigned colour_index(const Segm *seg) {
-  return (seg->status & kColourMask) >> kColourShift;
-}
 
 Colour line_colour(const Segm *seg) {
   if (is_arc(seg) && (seg->status & kHighlighted) != 0)
@@ -70,8 +68,8 @@ void draw_label(const NodePlace &node, Canvas &canvas) {
   const std::string_view label = visible_label(node.seg);
   if (label.empty())
     return;
-  const int width = canvas.text_width(label, node.font);
-  const int height = canvas.text_height(node.font);
+  const int width = measured_width(label, node.font);
+  const int height = measured_height(node.font);
   const Point centre = node.box.centre();
   const bool clipped = width > node.box.width();
   if (clipped)
@@ -84,10 +82,10 @@ void draw_label(const NodePlace &node, Canvas &canvas) {
 
 void draw_node(const NodePlace &node, Canvas &canvas) {
   const Segm *seg = node.seg;
-  const Pen pen{line_colour(seg), seg->style == kBold ? 2 : 1, PenStyle::solid};
+  const Pen pen{line_colour(seg), shape_style(seg) == kBold ? 2 : 1, PenStyle::solid};
   draw_outline(seg, node.box, node.slant, pen, Brush{fill_colour(seg), true}, canvas);
   // The inner border's slant keeps the same distance all around.
-  if (seg->style == kDouble && seg->type != kJunction)
+  if (shape_style(seg) == kDouble && seg->type != kJunction)
     draw_outline(seg, inset(node.box, kDoubleGap), std::max(1, node.slant - 1), pen,
                  Brush{{}, false}, canvas);
   if (seg->type == kHoldValue)
@@ -169,7 +167,7 @@ void draw_number(const ArcPlace &arc, const Font &font, Canvas &canvas) {
     return;
   const std::string text = std::to_string(arc.number);
   const Font small = number_font(font);
-  const Rect box = number_box(arc, canvas.text_width(text, small), canvas.text_height(small), font);
+  const Rect box = number_box(arc, measured_width(text, small), measured_height(small), font);
   canvas.rectangle(box, Pen{kWhiteFill, 1, PenStyle::none}, Brush{kWhiteFill, true});
   canvas.text({box.left, box.top}, text, small, kNumberColour);
 }
@@ -197,26 +195,6 @@ void draw_handles(const PictureLayout &layout, int picture_size, Canvas &canvas)
     }
 }
 
-// Gives a shown picture the boxes and arrow ends as they are drawn.
-void take_over(WinInfo *wi, const PictureLayout &layout) {
-  std::unordered_map<const Segm *, Rect> places;
-  for (const NodePlace &node : layout.nodes)
-    places.emplace(node.seg, node.box);
-  for (const ArcPlace &arc : layout.arcs)
-    places.emplace(arc.seg, Rect{arc.path.front().x, arc.path.front().y, arc.path.back().x,
-                                 arc.path.back().y});
-  for (int slot = 1; slot <= wi->seg_ct; ++slot) {
-    Segm *seg = wi->seg_ments[slot];
-    const auto found = places.find(seg);
-    if (seg == nullptr || found == places.end())
-      continue;
-    seg->lx = found->second.left;
-    seg->ly = found->second.top;
-    seg->ux = found->second.right;
-    seg->uy = found->second.bottom;
-  }
-}
-
 void set_status(WinInfo *wi, int segi, unsigned bit, int on) {
   Segm *seg = wi->seg_ments[segi];
   if (seg == nullptr)
@@ -230,6 +208,8 @@ void set_status(WinInfo *wi, int segi, unsigned bit, int on) {
 
 void draw_layout(const WinInfo *wi, const PictureLayout &layout, Canvas &canvas) {
   const Font font = picture_font(wi);
+  if (wi->wtype == kNetworkPicture)
+    draw_network_ground(wi, layout, canvas);
   for (const ArcPlace &arc : layout.arcs)
     draw_line(arc, canvas);
   for (const ArcPlace &arc : layout.arcs)
@@ -238,14 +218,16 @@ void draw_layout(const WinInfo *wi, const PictureLayout &layout, Canvas &canvas)
     draw_head(arc, font.size, canvas);
   for (const NodePlace &node : layout.nodes)
     draw_node(node, canvas);
+  for (const NodePlace &node : layout.nodes)
+    if ((node.seg->status & kExpanded) != 0)
+      draw_expanded(node, canvas);
+  if (wi->wtype == kNetworkPicture)
+    draw_network_marks(layout, canvas);
   draw_handles(layout, font.size, canvas);
 }
 
-void DrawVeloraWindow(WinInfo *wi, Canvas &canvas) {
-  const PictureLayout layout = lay_out_picture(wi, canvas);
-  if (wi->win != 0)
-    take_over(wi, layout);
-  draw_layout(wi, layout, canvas);
+void DrawVeloraWindow(const WinInfo *wi, Canvas &canvas) {
+  draw_layout(wi, lay_out_picture(wi), canvas);
 }
 
 Rect layout_extent(const PictureLayout &layout) {
@@ -272,6 +254,10 @@ void MarkItemSelection(WinInfo *wi, int segi, int on) {
   set_status(wi, segi, kSelected, on);
 }
 
+void expand_function_segment(WinInfo *wi, int segi, int on) {
+  set_status(wi, segi, kExpanded, on);
+}
+
 void show_arc(WinInfo *wi, int segi, int on) {
   set_status(wi, segi, kHighlighted, on);
 }
@@ -280,8 +266,7 @@ void ColourSelectedItems(WinInfo *wi, int palette_index) {
   for (int slot = 1; slot <= wi->seg_ct; ++slot) {
     Segm *seg = wi->seg_ments[slot];
     if (seg != nullptr && (seg->status & kSelected) != 0)
-      seg->status = (seg->status & ~kColourMask) |
-                    ((static_cast<unsigned>(palette_index) << kColourShift) & kColourMask);
+      set_colour(seg, palette_index);
   }
   if (wi->win != 0)
     gDesktop->invalidate(wi->win);

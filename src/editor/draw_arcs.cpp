@@ -139,7 +139,9 @@ public:
   void arrive_at(const NodePlace &node, std::vector<ArcPlace> &arcs) {
     std::vector<Route> routes;
     int counts[4] = {0, 0, 0, 0};
-    for (const Segm *arc : input_order(node.seg)) {
+    for (const Segm *arc : cyclic_order_types_of(node.seg)) {
+      if (place_.count(arc_start(arc)) == 0)
+        continue; // it comes from a hidden node
       routes.push_back(route_of(arc, node));
       ++counts[static_cast<std::size_t>(routes.back().side)];
     }
@@ -202,9 +204,30 @@ private:
 
 } // namespace
 
-PictureLayout lay_out_picture(const WinInfo *wi, Canvas &canvas) {
+int hit_picture(const PictureLayout &layout, Point at, bool nodes_only) {
+  int lowest = 0;
+  const auto hit = [&lowest](const Segm *seg) {
+    if (lowest == 0 || seg->segnum < lowest)
+      lowest = seg->segnum;
+  };
+  for (const NodePlace &node : layout.nodes)
+    if (node.box.contains(at))
+      hit(node.seg);
+  if (nodes_only)
+    return lowest;
+  for (const ArcPlace &arc : layout.arcs)
+    for (std::size_t i = 1; i < arc.path.size(); ++i) {
+      const Point from = arc.path[i - 1];
+      const Point to = arc.path[i];
+      if (line_is_hit({from.x, from.y, to.x, to.y}, at.x, at.y))
+        hit(arc.seg);
+    }
+  return lowest;
+}
+
+PictureLayout lay_out_picture(const WinInfo *wi) {
   PictureLayout layout;
-  layout.nodes = place_nodes(wi, canvas);
+  layout.nodes = place_nodes(wi, picture_font(wi));
   ArcLayout arrows(wi, layout.nodes);
   for (const NodePlace &node : layout.nodes)
     arrows.arrive_at(node, layout.arcs);

@@ -6,6 +6,7 @@
 
 #include "editor/draw_layout.h"
 #include "editor/model/vel_segs.h"
+#include "platform/text_measures.h"
 
 namespace velora {
 
@@ -28,7 +29,7 @@ Rect own_box(const Segm *node) {
 
 // Room that a shape takes from its inside at the left and right, and at the top and bottom.
 int side_room(const Segm *node, const Rect &box, int text_height) {
-  const int border = node->style == kDouble ? kDoubleGap : 0;
+  const int border = shape_style(node) == kDouble ? kDoubleGap : 0;
   if (node->type == kBox)
     return kPadding + border;
   if (node->type == kJunction)
@@ -42,7 +43,7 @@ int side_room(const Segm *node, const Rect &box, int text_height) {
 int end_room(const Segm *node) {
   if (node->type == kJunction)
     return 3;
-  return node->style == kDouble ? 1 + kDoubleGap : 2;
+  return shape_style(node) == kDouble ? 1 + kDoubleGap : 2;
 }
 
 Rect grown(const Rect &box, int width, int height) {
@@ -99,12 +100,12 @@ void part_all(std::vector<NodePlace> &nodes) {
   }
 }
 
-void choose_font(NodePlace &place, Canvas &canvas) {
+void choose_font(NodePlace &place) {
   const std::string_view label = visible_label(place.seg);
   for (; place.font.size > kSmallestFont; --place.font.size) {
-    const int height = canvas.text_height(place.font);
+    const int height = measured_height(place.font);
     const int room = place.box.width() - 2 * side_room(place.seg, place.box, height) + 2;
-    if (canvas.text_width(label, place.font) <= room && height <= place.box.height())
+    if (measured_width(label, place.font) <= room && height <= place.box.height())
       return;
   }
 }
@@ -135,45 +136,45 @@ bool short_arrows(const Segm *node, const Font &font) {
 
 } // namespace
 
-Rect fit_node(const Segm *node, int inputs, const Font &font, Canvas &canvas) {
+Rect fit_node(const Segm *node, int inputs, const Font &font) {
   const Rect own = own_box(node);
   const std::string_view label = visible_label(node);
   int width = 0;
   int height = 0;
   if (!label.empty()) {
-    const int text_height = canvas.text_height(font);
+    const int text_height = measured_height(font);
     height = text_height + 2 * end_room(node);
     // The slant is that of the box as it will be: wide enough for a third of its height.
     const Rect high = grown(own, 2 * height, height);
-    width = canvas.text_width(label, font) + 2 * side_room(node, high, text_height);
+    width = measured_width(label, font) + 2 * side_room(node, high, text_height);
   }
   if (inputs > 1) {
-    const int number = canvas.text_width(std::to_string(inputs), number_font(font));
+    const int number = measured_width(std::to_string(inputs), number_font(font));
     const int pitch = short_arrows(node, font) ? 2 * number + 10 : number + 8;
     width = std::max(width, (inputs + 1) * pitch);
   }
   return grown(own, width, height);
 }
 
-std::vector<NodePlace> place_nodes(const WinInfo *wi, Canvas &canvas) {
+std::vector<NodePlace> place_nodes(const WinInfo *wi, const Font &font) {
   std::vector<NodePlace> nodes;
   for (int slot = 1; slot <= wi->seg_ct; ++slot) {
     const Segm *seg = wi->seg_ments[slot];
-    if (seg == nullptr || !is_node(seg))
+    if (seg == nullptr || !is_node(seg) || (seg->style & kHidden) != 0)
       continue;
     const bool numbered = seg->type == kBox && wi->wtype != kNetworkPicture;
     const int inputs = numbered ? static_cast<int>(seg->segb_ptr.size()) : 0;
     NodePlace place;
     place.seg = seg;
-    place.font = picture_font(wi);
-    place.box = fit_node(seg, std::min(inputs, 100), place.font, canvas);
+    place.font = font;
+    place.box = fit_node(seg, std::min(inputs, 100), place.font);
     nodes.push_back(place);
   }
   part_all(nodes);
   for (NodePlace &place : nodes) {
     keep_centre(place, own_box(place.seg));
     place.slant = hexagon_slant(place.box);
-    choose_font(place, canvas);
+    choose_font(place);
   }
   return nodes;
 }

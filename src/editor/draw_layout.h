@@ -26,7 +26,10 @@ inline int number_stretch(const Font &font) {
 std::string_view visible_label(const Segm *node);
 
 // Lays out the nodes of a picture; the arcs are laid out from them.
-std::vector<NodePlace> place_nodes(const WinInfo *wi, Canvas &canvas);
+std::vector<NodePlace> place_nodes(const WinInfo *wi, const Font &font);
+
+// Draws what a box expects and does not get, around the box.
+void draw_expanded(const NodePlace &node, Canvas &canvas);
 
 // How far the ends of a hexagon of that box point outwards.
 int hexagon_slant(const Rect &box);

@@ -2,56 +2,26 @@
 #include "editor/svg_canvas.h"
 
 #include "platform/response.h"
+#include "platform/text_measures.h"
 #include "platform/utf8.h"
 
 namespace velora {
 
 namespace {
 
-// The text is set in a font of fixed pitch. In a text size s a character cell is 2s/3 wide and
-// 4s/3 high, which is 8 by 16 in the size 12; the glyphs of such fonts are 0.6 em wide.
+// The text is set in a font of fixed pitch, whose glyphs are 0.6 em wide.
 constexpr const char *kFontFamily = "'Courier New','Liberation Mono','DejaVu Sans Mono',monospace";
-
-int cells_width(int cells, int size) {
-  return (cells * size * 2 + 2) / 3;
-}
-
-// Length in bytes of the UTF-8 sequence at the start of `text`, 0 when it is none.
-std::size_t sequence_length(std::string_view text) {
-  const auto lead = static_cast<unsigned char>(text.front());
-  std::size_t length = 1;
-  if (lead >= 0x80)
-    length = lead >= 0xF0 && lead <= 0xF4 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC2 ? 2 : 0;
-  if (lead > 0xF4 || length > text.size())
-    return 0;
-  for (std::size_t i = 1; i < length; ++i)
-    if (!continues_character(text[i]))
-      return 0;
-  // Neither overlong forms nor surrogates are characters of a document.
-  const auto second = length > 1 ? static_cast<unsigned char>(text[1]) : 0;
-  if ((lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F) ||
-      (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second > 0x8F))
-    return 0;
-  return length;
-}
-
-// Characters of a text as it is shown; a byte that begins no character shows as one.
-int count_cells(std::string_view text) {
-  int cells = 0;
-  while (!text.empty()) {
-    text.remove_prefix(std::max<std::size_t>(1, sequence_length(text)));
-    ++cells;
-  }
-  return cells;
-}
 
 // The text with what a document may not hold replaced.
 std::string escaped(std::string_view text) {
   std::string out;
   while (!text.empty()) {
-    const std::size_t length = sequence_length(text);
+    const std::size_t length = whole_character(text);
     const char c = text.front();
-    if (length == 0 || (length == 1 && static_cast<unsigned char>(c) < ' ') || c == 0x7F)
+    const bool no_character =
+        length == 3 && text.starts_with("\xEF\xBF") && static_cast<unsigned char>(text[2]) >= 0xBE;
+    if (length == 0 || no_character || (length == 1 && static_cast<unsigned char>(c) < ' ') ||
+        c == 0x7F)
       out += "\xEF\xBF\xBD"; // the replacement character
     else if (c == '<')
       out += "&lt;";
@@ -131,11 +101,11 @@ void SvgCanvas::text(Point at, std::string_view text, const Font &font, Colour c
 }
 
 int SvgCanvas::text_width(std::string_view text, const Font &font) {
-  return cells_width(count_cells(text), font.size);
+  return measured_width(text, font);
 }
 
 int SvgCanvas::text_height(const Font &font) {
-  return font.size * 4 / 3;
+  return measured_height(font);
 }
 
 void SvgCanvas::set_clip(const Rect &box) {

@@ -9,6 +9,7 @@
 #include "core/symbols.h"
 #include "editor/model/needs.h"
 #include "editor/model/wininfo.h"
+#include "platform/desktop.h"
 
 namespace velora {
 

@@ -2,7 +2,7 @@
 // and by the programs with windows; what they show is made in user_menus.cpp.
 #pragma once
 
-#include "platform/desktop.h"
+#include "platform/desk_menus.h"
 
 namespace velora {
 
@@ -19,7 +19,7 @@ struct UserMenu {
 inline constexpr UserMenu kUserMenus[] = {
     {1, MenuBar::functions, "Functions", "User Functions :-", 9010, false, true},
     {2, MenuBar::datatype, "DataTypes", "User DataTypes :-", 10010, true, true},
-    {3, MenuBar::network, "Choose Function Node", "User Functions :-", 11010, false, false},
+    {3, MenuBar::network, "Choose Function Node", "User Functions :-", 11010, false, true},
 };
 
 // The user menu of a bar, or null.

@@ -7,8 +7,6 @@
 #include "core/events.h"
 #include "core/text.h"
 #include "core/walks.h"
-#include "front/parse.h"
-#include "front/source.h"
 #include "platform/response.h"
 
 namespace velora {
@@ -203,14 +201,6 @@ std::string MakeStringValid(std::string text) {
     if (std::string_view("[]():;-'\"").find(c) != std::string_view::npos)
       c = '_';
   return text;
-}
-
-bool reads_as_name(const std::string &text) {
-  if (text.find_first_of("\n\r") != std::string::npos)
-    return false;
-  const StatementSource source(text + " ;");
-  return pp_get_token() == kTokName && text == pp_start && pp_get_token() == kTokEnd &&
-         pp_at_end == 0;
 }
 
 } // namespace velora

@@ -10,6 +10,7 @@
 #include "core/needs.h"
 #include "core/print.h"
 #include "core/space.h"
+#include "eval/evaluate.h"
 
 namespace velora {
 
@@ -166,9 +167,5 @@ int report_bad_argument(const char *fun, const char *found, const char *expected
 
 // Every character of "[]():;-'" and '"' becomes '_'.
 std::string MakeStringValid(std::string text);
-
-// Whether a text reads back as one name. What does not, such as "two words", "#5" or "fdef", can be
-// entered in no database file, so nothing may be declared under it.
-bool reads_as_name(const std::string &text);
 
 } // namespace velora

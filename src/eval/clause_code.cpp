@@ -15,9 +15,12 @@ int gPlainBodies = 0;
 
 namespace {
 
-std::deque<template_code> templates(1); // record 0 belongs to no clause
+std::deque<template_code> templates(1);                           // record 0 belongs to no clause
+std::vector<const template_code *> template_at(1, &templates[0]); // the records by their numbers
 std::vector<std::uint32_t> free_records;
-std::vector<std::unique_ptr<clause_code>> retired;
+// Code of clauses that are gone, until no collection reaches it. Never destroyed: at the end of the
+// program the texts that it holds are still counted.
+std::vector<std::unique_ptr<clause_code>> &retired = *new std::vector<std::unique_ptr<clause_code>>;
 
 void free_code(clause_code *code) {
   for (const std::uint32_t id : code->templates) {
@@ -28,57 +31,136 @@ void free_code(clause_code *code) {
     drop_text(text);
 }
 
-node *copy_of_leaf(const node *leaf) {
+node *build_constant(const arg_code &code) {
+  if (code.op == ArgOp::shared)
+    return code.leaf;
+  if (code.op == ArgOp::apply) {
+    node *const fun = build_constant(code.parts[0]);
+    return LMakeApplyNode(fun, build_constant(code.parts[1]));
+  }
   node *n = take_node();
-  n->type = leaf->type;
-  n->quote = 0;
-  n->val = leaf->val;
+  overwrite_node(n, code.leaf);
   return n;
 }
 
-node *build_suspended(const arg_code &code, node *const *bindings) {
-  std::size_t next = 0;
-  node *fun = code.leaf;
-  if (code.first_direct)
-    fun = bindings[code.vars[next++]];
-  else if (!is_apply(fun) && (fun->flags & (kShareHead | kShareLeaf)) == 0)
-    fun = copy_of_leaf(fun);
-  for (; next < code.vars.size(); ++next)
-    fun = LMakeApplyNode(fun, bindings[code.vars[next]]);
-  return fun;
-}
+// The building of one level. Its nodes have been reserved: the budget holds them, so the pool has
+// as many that the last collection did not reach, the cursor comes upon them before its end, and
+// nothing is collected in between. So the cursor is held here until the level stands.
+class Building {
+public:
+  explicit Building(node *const *bindings) : bindings_(bindings), next_(gSpace.cursor) {}
 
-node *build_arg(const arg_code &code, node *const *bindings) {
-  switch (code.op) {
-  case ArgOp::variable:
-    return bindings[code.var];
-  case ArgOp::held:
-    return LMakeApplyNode(static_combinator_i(), bindings[code.var]);
-  case ArgOp::shared:
-    return code.leaf;
-  case ArgOp::fresh:
-    return copy_of_leaf(code.leaf);
-  case ArgOp::apply: {
-    node *fun = build_arg(code.parts[0], bindings);
-    node *arg = build_arg(code.parts[1], bindings);
-    return LMakeApplyNode(fun, arg);
+  // The result is written over `target`.
+  void level(const body_code &body, node *target) {
+    node *fun = head(body);
+    const arg_code *code = body.args.data();
+    const arg_code *const last = code + body.args.size() - 1;
+    for (; code != last; ++code)
+      fun = application(fun, argument(*code));
+    node *const arg = argument(*code);
+    settle();
+    target->type = kApply;
+    target->quote = 0;
+    target->val.a = {fun, arg};
   }
-  case ArgOp::suspended:
-    break;
-  }
-  return build_suspended(code, bindings);
-}
 
-// The head of a spine with arguments. A variable's binding is copied, not shared: reducing the
-// spine then leaves the binding as it is.
-node *build_head(const body_code &body, node *const *bindings) {
-  if (!body.head_is_variable)
+private:
+  node *take() {
+    node *n = next_;
+    while (n->mark == gSpace.epoch)
+      ++n;
+    next_ = n + 1;
+    ++taken_;
+    return n;
+  }
+
+  // Hands the cursor back.
+  void settle() {
+    gSpace.cursor = next_;
+    gSpace.budget -= taken_;
+    taken_ = 0;
+  }
+
+  node *application(node *fun, node *arg) {
+    node *n = take();
+    clear_header(n);
+    n->val.a.a1 = fun;
+    n->val.a.a2 = arg;
+    return n;
+  }
+
+  node *copy_of_leaf(const node *leaf) {
+    node *n = take();
+    n->type = leaf->type;
+    n->quote = 0;
+    n->val = leaf->val;
+    return n;
+  }
+
+  // The head of a spine with arguments. A variable's binding is copied, not shared: reducing the
+  // spine then leaves the binding as it is.
+  node *head(const body_code &body) {
+    if (body.head_is_variable) {
+      node *n = take();
+      overwrite_node(n, bindings_[body.head_var]);
+      return n;
+    }
     return (body.head->flags & (kShareHead | kShareLeaf)) != 0 ? body.head
                                                                : copy_of_leaf(body.head);
-  node *n = take_node();
-  overwrite_node(n, bindings[body.head_var]);
-  return n;
-}
+  }
+
+  // The abstraction of a suspended argument, applied to its variables.
+  node *suspended(const arg_code &code) {
+    const std::uint32_t *v = code.vars.data();
+    const std::uint32_t *const end = v + code.vars.size();
+    node *fun = code.leaf;
+    if (code.first_direct)
+      fun = bindings_[*v++];
+    else if (code.own) [[unlikely]]
+      fun = own_copy(fun);
+    else if (!is_apply(fun) && (fun->flags & (kShareHead | kShareLeaf)) == 0) [[unlikely]]
+      fun = copy_of_leaf(fun);
+    for (; v != end; ++v)
+      fun = application(fun, bindings_[*v]);
+    return fun;
+  }
+
+  // What is seldom needed is made with the cursor in its place.
+  node *own_copy(const node *term) {
+    settle();
+    node *const copy = LCopy(term);
+    next_ = gSpace.cursor;
+    return copy;
+  }
+  node *constant(const arg_code &code) {
+    settle();
+    node *const made = build_constant(code);
+    next_ = gSpace.cursor;
+    return made;
+  }
+
+  node *argument(const arg_code &code) {
+    switch (code.op) {
+    case ArgOp::suspended:
+      return suspended(code);
+    case ArgOp::variable:
+      return bindings_[code.var];
+    case ArgOp::shared:
+      return code.leaf;
+    case ArgOp::held:
+      return application(static_combinator_i(), bindings_[code.var]);
+    case ArgOp::fresh:
+      return copy_of_leaf(code.leaf);
+    case ArgOp::apply:
+      break;
+    }
+    return constant(code);
+  }
+
+  node *const *bindings_;
+  node *next_;
+  std::int64_t taken_ = 0;
+};
 
 } // namespace
 
@@ -88,18 +170,11 @@ void build_body(const body_code &body, node *const *bindings, node *target) {
     return;
   }
   reserve_nodes(body.need);
-  node *fun = build_head(body, bindings);
-  const std::size_t last = body.args.size() - 1;
-  for (std::size_t i = 0; i < last; ++i)
-    fun = LMakeApplyNode(fun, build_arg(body.args[i], bindings));
-  node *arg = build_arg(body.args[last], bindings);
-  target->type = kApply;
-  target->quote = 0;
-  target->val.a = {fun, arg};
+  Building(bindings).level(body, target);
 }
 
 const template_code &template_of(const node *n) {
-  return templates[n->aux];
+  return *template_at[n->aux];
 }
 
 template_code &template_record(std::uint32_t id) {
@@ -113,7 +188,7 @@ std::uint32_t new_template(clause_code *owner) {
     free_records.pop_back();
   } else {
     id = static_cast<std::uint32_t>(templates.size());
-    templates.emplace_back();
+    template_at.push_back(&templates.emplace_back());
   }
   templates[id].owner = owner;
   owner->templates.push_back(id);

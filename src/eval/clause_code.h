@@ -4,6 +4,11 @@
 // application of its own abstraction, a static combinator term shared by all calls, to the
 // variables it uses in ascending order. Evaluating such an argument builds its result in one go in
 // turn; whoever looks at it unevaluated sees ordinary combinators.
+//
+// A part of an argument without variables is one node for one call: the copies that are made of the
+// argument share it, so it is computed once. Where that could be told, because evaluating the part
+// may do something, the call gets an abstraction of its own, which is reduced combinator by
+// combinator.
 #pragma once
 
 #include <cstdint>
@@ -26,6 +31,7 @@ enum class ArgOp : std::uint8_t {
 struct arg_code {
   ArgOp op = ArgOp::shared;
   bool first_direct = false;       // suspended: the first variable stands for the abstraction I
+  bool own = false;                // suspended: each call gets a copy of the abstraction
   std::uint32_t var = 0;           // variable, held
   node *leaf = nullptr;            // shared, fresh; suspended: the abstraction
   std::vector<std::uint32_t> vars; // suspended: the variables it is applied to

@@ -21,8 +21,6 @@ namespace {
 // Larger or deeper bodies are taken the plain way.
 constexpr int kMostBodyNodes = 4000;
 constexpr int kMostBodyDepth = 400;
-constexpr int kHoldNumber = 190;
-constexpr int kHoldnNumber = 213;
 
 using Vars = std::vector<std::uint32_t>; // ascending
 
@@ -39,6 +37,7 @@ struct Term {
 struct Argument {
   const node *expression;
   Vars vars;
+  bool own;             // each call needs an abstraction of its own
   node *term = nullptr; // its static term, once made
   std::uint32_t id = 0; // its template record when the term is an application
 };
@@ -60,7 +59,7 @@ bool may_compile(const node *root) {
       open.push_back({at.n->val.a.a2, at.depth + 1});
     } else if (at.n->type == kLambda || at.n->type >= kCombI ||
                (at.n->type == kBuiltin &&
-                (at.n->val.bi.id == kHoldNumber || at.n->val.bi.id == kHoldnNumber))) {
+                (at.n->val.bi.id == kBiHold || at.n->val.bi.id == kBiHoldn))) {
       return false;
     }
   }
@@ -83,6 +82,45 @@ void collect_head_variables(const choice_node *list, std::uint32_t mask, std::se
     } else if (list->n.type == kVariable) {
       found.insert(list->n.val.v);
     }
+  }
+}
+
+// The least number of arguments that a head of `fc` takes; 0 when there is no head.
+int least_arguments(const func_block *fc) {
+  int least = fc->defs == nullptr ? 0 : kNoLimit;
+  for (const defs_link *group = fc->defs; group != nullptr; group = group->next)
+    for (const choice_node *head = group->lhs_tree; head != nullptr; head = head->next) {
+      std::vector<std::pair<const choice_node *, int>> open{{head, 0}};
+      while (!open.empty()) {
+        const auto [at, count] = open.back();
+        open.pop_back();
+        if (!is_apply(&at->n)) {
+          least = std::min(least, count);
+          continue;
+        }
+        for (const choice_node *f = choice_list(at->n.val.a.a1); f != nullptr; f = f->next)
+          open.emplace_back(f, count + 1);
+      }
+    }
+  return least;
+}
+
+// Whether evaluating a term without variables of the clause can do nothing at all, so that nobody
+// can tell one node from several copies: a value, or a function with too few arguments.
+bool is_inert(const node *n) {
+  int count = 0;
+  for (; is_apply(n); n = n->val.a.a1, ++count)
+    if (n->val.a.a2 == nullptr || !is_inert(n->val.a.a2))
+      return false;
+  switch (n->type) {
+  case kFunctionNode:
+    return count < least_arguments(n->val.fc);
+  case kBuiltin:
+    return count < bi_funcs_table[n->val.bi.id].arity.least;
+  case kConstructorNode:
+    return true;
+  default:
+    return count == 0;
   }
 }
 
@@ -156,6 +194,9 @@ private:
     node *const term = arguments_[static_cast<std::size_t>(index)].term;
     arg.op = ArgOp::suspended;
     arg.leaf = term;
+    arg.own = arguments_[static_cast<std::size_t>(index)].own;
+    if (arg.own)
+      need += tree_size(term);
     arg.first_direct = term->type == kCombI && !holds(before, vars.front());
     for (const std::uint32_t v : vars)
       arg.vars.push_back(static_cast<std::uint32_t>(
@@ -234,6 +275,15 @@ private:
     return static_cast<int>(first);
   }
 
+  // Whether `n` holds a part without variables that must be one node for one call.
+  bool holds_redex(const node *n) const {
+    Vars vars;
+    add_vars(n, vars);
+    if (vars.empty())
+      return !is_inert(n);
+    return is_apply(n) && (holds_redex(n->val.a.a1) || holds_redex(n->val.a.a2));
+  }
+
   void compile_template(std::size_t i) {
     const Argument argument = arguments_[i];
     body_code body;
@@ -267,7 +317,7 @@ private:
       add_vars(n, vars);
       if (!vars.empty()) {
         origin = static_cast<int>(arguments_.size());
-        arguments_.push_back({n, std::move(vars)});
+        arguments_.push_back({n, std::move(vars), holds_redex(n)});
         numbers_.emplace(n, origin);
       }
     }
@@ -337,7 +387,7 @@ private:
     if (t->origin >= 0) {
       Argument &argument = arguments_[static_cast<std::size_t>(t->origin)];
       argument.term = n;
-      if (is_apply(n)) {
+      if (is_apply(n) && !argument.own) {
         argument.id = new_template(&code_);
         n->flags |= kTemplateNode;
         n->aux = argument.id;

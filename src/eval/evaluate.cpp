@@ -3,11 +3,13 @@
 // the spine above that application stays on the stack for the next step.
 #include "eval/evaluate.h"
 
+#include "core/clock.h"
 #include "core/events.h"
 #include "core/space.h"
 #include "core/text.h"
 #include "eval/clause_code.h"
 #include "eval/combinators.h"
+#include "eval/failed_runs.h"
 #include "eval/matcher.h"
 #include "eval/registry.h"
 #include "eval/spine.h"
@@ -18,7 +20,6 @@ namespace velora {
 int Evaluates = 0;
 int gNestingLimit = kDefaultNesting;
 int stack_trace = 0;
-std::uint64_t gReductions = 0;
 
 namespace {
 
@@ -48,127 +49,143 @@ int reduce_head(node **stack, int spine_len) {
   }
 }
 
-// One evaluation: its part of the stack of spines and the count of nesting.
-class Evaluation {
-public:
-  explicit Evaluation(node *root)
-      : root_(root), mark_(gSpines.next), at_(mark_), top_(mark_), chunks_(gSpines.chunks) {
-    if (++Evaluates >= gNestingLimit) {
-      Evaluates = 0;
-      error_exit("Too many nested calls within the Query\n");
-    }
-  }
+// The part of the stack of spines that one evaluation uses: [at, top) is the spine of the step, the
+// head first. It lies below everything that enclosing evaluations use.
+struct Frame {
+  node **at;
+  node **top;
+};
 
-  int run() {
-    const int result = reduce();
-    if (gSpines.chunks != chunks_) [[unlikely]]
-      release_spines(mark_, chunks_);
-    gSpines.next = mark_;
-    --Evaluates;
-    return result;
-  }
+inline void push(Frame &frame, node *n) {
+  if (frame.at == gSpines.low) [[unlikely]]
+    grow_spines(&frame.at, &frame.top);
+  *--frame.at = n;
+}
 
-private:
-  void push(node *n) {
-    if (at_ == gSpines.low) [[unlikely]]
-      grow_spines(&at_, &top_);
-    *--at_ = n;
-  }
-
-  // Builds an argument whose abstraction has all its variables. False when it lacks some.
-  bool build_template(const node *n) {
-    const template_code &code = template_of(n);
-    const std::uint32_t count = code.nargs;
-    if (static_cast<std::uint32_t>(top_ - at_) < count)
-      return false;
-    node *few[8];
-    std::vector<node *> many;
-    node **bindings = few;
-    if (count > 8) {
-      many.resize(count);
-      bindings = many.data();
-    }
+// Builds an argument whose abstraction has all its variables, over the application that completes
+// it. False when it lacks some.
+bool build_template(const node *n, Frame &frame) {
+  const template_code &code = template_of(n);
+  const std::uint32_t count = code.nargs;
+  node **const at = frame.at;
+  if (static_cast<std::uint32_t>(frame.top - at) < count)
+    return false;
+  node *const target = at[count - 1];
+  if (count <= 8) [[likely]] {
+    node *bindings[8];
     for (std::uint32_t i = 0; i < count; ++i)
-      bindings[i] = at_[i]->val.a.a2;
-    node *const target = at_[count - 1];
+      bindings[i] = at[i]->val.a.a2;
     build_body(code.body, bindings, target);
-    at_ += count;
-    return true;
+  } else {
+    std::vector<node *> bindings(count);
+    for (std::uint32_t i = 0; i < count; ++i)
+      bindings[i] = at[i]->val.a.a2;
+    build_body(code.body, bindings.data(), target);
   }
+  frame.at += count;
+  return true;
+}
 
-  // Unwinds from `n` to the head. False when the head's application is bare shared code.
-  bool unwind(node *n) {
-    while (is_apply(n)) {
-      if ((n->flags & kTemplateNode) != 0) [[unlikely]] {
-        if (build_template(n)) {
-          ++gReductions;
-          if (root_->quote != 0)
-            return true;
-          n = at_[-1];
-          continue;
-        }
-        if (at_ == top_)
-          return false;
-        n = own_code(n);
+// Shared code that lacks arguments becomes a term of its own.
+node *own_code(const node *n, const Frame &frame) {
+  node *copy = take_node();
+  LCopy_whole(copy, n, 0);
+  (*frame.at)->val.a.a1 = copy;
+  return copy;
+}
+
+// Unwinds from `n` to the head. False when the head's application is bare shared code. A building
+// may have written a guard over the root; then the unwinding ends early.
+bool unwind(const node *root, node *n, Frame &frame) {
+  node **at = frame.at;
+  while (is_apply(n)) {
+    if ((n->flags & kTemplateNode) != 0) [[unlikely]] {
+      frame.at = at;
+      if (build_template(n, frame)) {
+        ++gReductions;
+        if (root->quote != 0)
+          return true;
+        at = frame.at;
+        n = at[-1];
+        continue;
       }
-      push(n);
-      n = n->val.a.a1;
+      if (at == frame.top)
+        return false;
+      n = own_code(n, frame);
     }
-    push(n);
-    return true;
+    if (at == gSpines.low) [[unlikely]] {
+      grow_spines(&at, &frame.top);
+    }
+    *--at = n;
+    n = n->val.a.a1;
   }
+  frame.at = at;
+  push(frame, n);
+  return true;
+}
 
-  // Shared code that lacks arguments becomes a term of its own.
-  node *own_code(const node *n) {
-    node *copy = take_node();
-    LCopy_whole(copy, n, 0);
-    (*at_)->val.a.a1 = copy;
-    return copy;
-  }
-
-  int reduce() {
-    node *n = root_;
-    for (;;) {
-      CheckForUserEvents(800);
+// Reduces `root` to head normal form, step by step.
+int reduce(node *root, node **mark) {
+  Frame frame{mark, mark};
+  node *n = root;
+  for (;;) {
+    CheckForUserEvents(800);
+    // A result that was copied over the root may be guarded: that ends the evaluation once.
+    if (root->quote != 0) {
+      root->quote = 0;
+      note_change();
+      return 1;
+    }
+    if (!unwind(root, n, frame))
+      return 0;
+    if (root->quote != 0)
+      continue;
+    node **const stack = frame.at;
+    const int spine_len = static_cast<int>(frame.top - stack) - 1;
+    const node *const head = stack[0];
+    // The codes of the kinds stand in this order: what is reduced by clauses or a table, the
+    // values, the combinators.
+    if (head->type == kConstructorNode)
+      return spine_len == head->val.cs->arity;
+    if (head->type > kFunctionNode && head->type < kCombI)
+      return spine_len == 0;
+    if (head->type == kVariable)
+      return spine_len == 0;
+    gSpines.next = stack; // nested evaluations go on below
+    const int place = reduce_head(stack, spine_len);
+    if (place == kNoRule)
+      return 0;
+    ++gReductions;
+    if (place == kRestart) {
+      // A built-in has written somewhere on the spine, and it may have made long texts.
       if (gTextBytes > kTextBytesBetweenCollections) [[unlikely]]
         garbage_collect();
-      if (root_->quote != 0) {
-        root_->quote = 0;
-        return 1;
-      }
-      if (!unwind(n))
-        return 0;
-      if (root_->quote != 0)
-        continue;
-      const int spine_len = static_cast<int>(top_ - at_) - 1;
-      const node *const head = at_[0];
-      if (head->type == kConstructorNode)
-        return spine_len == head->val.cs->arity;
-      if (head->type > kFunctionNode && head->type < kCombI)
-        return spine_len == 0;
-      if (head->type == kVariable)
-        return spine_len == 0;
-      gSpines.next = at_;
-      const int place = reduce_head(at_, spine_len);
-      if (place == kNoRule)
-        return 0;
-      ++gReductions;
-      if (place == kRestart) {
-        at_ = top_;
-        n = root_;
-      } else {
-        n = at_[place];
-        at_ += place + 1;
-      }
+      frame.at = frame.top;
+      n = root;
+    } else {
+      n = stack[place];
+      frame.at = stack + place + 1;
     }
   }
+}
 
-  node *root_;
-  node **mark_;
-  node **at_;
-  node **top_;
-  int chunks_;
-};
+// One evaluation: its place on the stack of spines and the count of nesting.
+int run_evaluation(node *root) {
+  if (++Evaluates >= gNestingLimit) [[unlikely]] {
+    Evaluates = 0;
+    error_exit("Too many nested calls within the Query\n");
+  }
+  if (Evaluates > gDeepest) [[unlikely]]
+    gDeepest = Evaluates;
+  node **const mark = gSpines.next;
+  const int chunks = gSpines.chunks;
+  const int result = reduce(root, mark);
+  if (gSpines.chunks != chunks) [[unlikely]]
+    release_spines(mark, chunks);
+  gSpines.next = mark;
+  --Evaluates;
+  return result;
+}
 
 } // namespace
 
@@ -177,9 +194,29 @@ void reset_reducer() {
   reset_spines();
 }
 
+namespace {
+
+// An evaluation of a node that has failed before.
+int evaluate_again(node *root) {
+  if (fails_again(root, Evaluates + 1))
+    return 0;
+  WatchedRun run(Evaluates + 1);
+  const int result = run_evaluation(root);
+  run.settle(root, result);
+  return result;
+}
+
+} // namespace
+
 int evaluate(node *root) {
   check_stack();
-  return Evaluation(root).run();
+  const bool may_remember = (root->flags & kStaticNode) == 0;
+  if (root->aux != 0 && may_remember) [[unlikely]]
+    return evaluate_again(root);
+  const int result = run_evaluation(root);
+  if (result == 0 && may_remember)
+    root->aux = kFailedOnce;
+  return result;
 }
 
 } // namespace velora

@@ -18,8 +18,10 @@ inline constexpr int kMostNesting = 10000;
 // Non-zero while functions and built-ins are traced on the console.
 extern int stack_trace;
 
-// Reductions since the program started, for `:time`.
-extern std::uint64_t gReductions;
+// Forces a term completely; the result of the last evaluation.
+int full_evaluate(node *root);
+// Forces the arguments along the function part of a spine.
+void eval_args(node *root);
 
 // Forgets what an abandoned query left behind: nesting and spines.
 void reset_reducer();

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/canvas.h"
-#include "platform/desktop.h"
+#include "platform/desk_windows.h"
 #include "platform/geometry.h"
 
 namespace velora {

@@ -1,15 +1,15 @@
 // Graphics and narrative windows on the desktop: the records of the model, each with its window.
 #include "eval/graphics_windows.h"
 
+#include "platform/desktop.h"
 #include "platform/response.h"
+#include "platform/window_maker.h"
 
 namespace velora {
 
 WindowId gNarWind = 0;
 
 namespace {
-
-constexpr Rect kNarrativePlace{10, 50, 360, 450};
 
 void renumber_titles() {
   for (const BgrWinInfo *info = gBgrWinInfo.get(); info != nullptr; info = info->next.get())
@@ -26,10 +26,9 @@ int count_open() {
 } // namespace
 
 BgrWinInfo *open_graphics(int width, int height) {
-  const Rect place{kGraphicsPlace.left, kGraphicsPlace.top, kGraphicsPlace.left + width,
-                   kGraphicsPlace.top + height};
-  const WindowId win =
-      gDesktop->create_window(kGraphicsWindow, "GRAPHICS", stepped(place, count_open()));
+  const Rect asked{0, 0, width, height};
+  const bool usual = width == kGraphicsPlace.width() && height == kGraphicsPlace.height();
+  const WindowId win = make_window(kGraphicsWindow, count_open(), usual ? nullptr : &asked);
   if (win == 0) {
     orvek_error("NewGraphicsWindow: malloc failed");
     return nullptr;
@@ -37,7 +36,6 @@ BgrWinInfo *open_graphics(int width, int height) {
   BgrWinInfo *info = NewGraphicWinInfo(width, height);
   info->win = win;
   renumber_titles();
-  gDesktop->show_window(win);
   return info;
 }
 
@@ -50,7 +48,7 @@ void close_graphics(BgrWinInfo *info) {
 
 int open_narrative() {
   if (gNarWind == 0)
-    gNarWind = gDesktop->create_window(kNarrativeWindow, "narrative", kNarrativePlace);
+    gNarWind = make_window(kNarrativeWindow, 0);
   if (gNarWind == 0)
     return 0;
   gDesktop->show_window(gNarWind);

@@ -8,9 +8,12 @@
 #include <memory>
 #include <string_view>
 
+#include "core/clock.h"
 #include "core/needs.h"
 #include "core/symbols.h"
 #include "core/trees.h"
+#include "eval/clause_code.h"
+#include "front/clause_index.h"
 
 namespace velora {
 
@@ -49,6 +52,102 @@ std::uint64_t key_of(const node *n) {
   return value * 0x9E3779B97F4A7C15ULL + n->type;
 }
 
+// The patterns of applications of a constructor below one alternative, in the order of the tree
+// walk: the function part decides first, and each of its ways goes on with the argument.
+class FlatApplications {
+public:
+  // False when one of them is not flat.
+  bool collect(const choice_node *application, std::uint32_t mask, std::vector<flat_pattern> &out) {
+    std::vector<flat_pattern> found;
+    if (!function_part(application, mask, found))
+      return false;
+    out.insert(out.end(), found.begin(), found.end());
+    return true;
+  }
+
+private:
+  bool function_part(const choice_node *application, std::uint32_t mask,
+                     std::vector<flat_pattern> &out) {
+    const choice_node *f = choice_list(application->n.val.a.a1);
+    for (; f != nullptr; f = f->next) {
+      const std::uint32_t common = f->mask & mask;
+      if (common == 0)
+        continue;
+      std::vector<flat_pattern> ways;
+      if (is_apply(&f->n)) {
+        if (!function_part(f, common, ways))
+          return false;
+      } else if (f->n.type == kConstructorNode) {
+        ways.push_back({common, FlatKind::application, kConstructorNode, 0, {}, flat_value(&f->n)});
+      } else {
+        return false;
+      }
+      for (const flat_pattern &way : ways)
+        if (!add_argument(way, choice_list(application->n.val.a.a2), out))
+          return false;
+    }
+    return true;
+  }
+
+  static bool add_argument(flat_pattern way, const choice_node *list,
+                           std::vector<flat_pattern> &out) {
+    const std::uint32_t mask = way.mask;
+    if (way.count == kFlatArguments)
+      return false;
+    const int place = way.count++;
+    for (; list != nullptr; list = list->next) {
+      way.mask = list->mask & mask;
+      if (way.mask == 0)
+        continue;
+      if (list->n.type != kVariable)
+        return false;
+      way.vars[place] = static_cast<std::int16_t>(list->n.val.v);
+      out.push_back(way);
+    }
+    return true;
+  }
+};
+
+// The patterns of one position; false when one of them is not flat.
+bool flatten(const choice_node *list, std::uint32_t clauses, std::vector<flat_pattern> &out) {
+  for (; list != nullptr; list = list->next) {
+    const std::uint32_t mask = list->mask & clauses;
+    if (mask == 0)
+      continue;
+    flat_pattern pattern{mask, FlatKind::constant, list->n.type, 0, {}, 0};
+    switch (list->n.type) {
+    case kApply:
+      if (!FlatApplications().collect(list, mask, out))
+        return false;
+      continue;
+    case kVariable:
+      pattern.kind = FlatKind::variable;
+      pattern.vars[0] = static_cast<std::int16_t>(list->n.val.v);
+      break;
+    case kConstructorNode:
+    case kInteger:
+    case kCharacter:
+      pattern.value = flat_value(&list->n);
+      break;
+    default:
+      return false;
+    }
+    out.push_back(pattern);
+  }
+  return true;
+}
+
+// Whether the group has flat patterns at all positions; then notes them and its clauses.
+bool flatten_group(group_plan &plan) {
+  std::size_t number = 0;
+  for (rhs_link *clause = plan.group->defs; clause != nullptr; clause = clause->next)
+    plan.by_number[number++] = clause;
+  for (const choice_node *arg : plan.args)
+    if (!flatten(arg, plan.clauses, plan.patterns.emplace_back()))
+      return false;
+  return true;
+}
+
 // The plan of one group; false unless every head takes exactly `arity` arguments.
 bool plan_group(group_plan &plan, const defs_link *group, int arity) {
   const choice_node *at = group->lhs_tree;
@@ -82,6 +181,8 @@ void make_plan(match_plan &plan, const func_block *fc) {
     if (!plan_group(plan.groups.emplace_back(), group, fc->arity))
       return;
   plan.flat = true;
+  plan.straight = plan.groups.size() == 1 && fc->arity > 0 && fc->max_var < kStraightVariables &&
+                  flatten_group(plan.groups[0]);
   plan.indexed = fc->arity > 0 && plan.groups.size() > kFewGroups;
   for (std::uint32_t i = 0; plan.indexed && i < plan.groups.size(); ++i)
     index_group(plan, i);
@@ -99,7 +200,7 @@ const match_plan *plan_of(func_block *fc) {
   if (fc->plan == nullptr)
     fc->plan = new match_plan;
   match_plan &plan = *fc->plan;
-  if (++plan.calls == kCallsBeforePlan)
+  if (++plan.calls == kCallsBeforePlan && gPlainBodies == 0)
     make_plan(plan, fc);
   return plan.flat ? &plan : nullptr;
 }
@@ -116,6 +217,8 @@ std::size_t next_group(const match_plan &plan, const node *arg, std::size_t from
 
 void forget_plan(func_block *fc) {
   ++gClauseChanges;
+  note_change();
+  drop_clause_index(fc);
   if (fc->plan == nullptr)
     return;
   forgotten.emplace_back(fc->plan);

@@ -17,35 +17,30 @@
 #include "core/space.h"
 #include "core/trees.h"
 #include "eval/clause_code.h"
+#include "eval/evaluate.h"
+#include "eval/failed_runs.h"
 #include "eval/match_plan.h"
+#include "eval/match_state.h"
 
 namespace velora {
 
 namespace {
 
-enum class Pass { single, without_variables, with_variables };
-
-// The state of one match.
-struct Match {
-  Pass pass;
-  std::span<node *> bindings;
-  std::uint32_t live = ~0U;    // clauses not yet proved not to match
-  node *forced_once = nullptr; // already forced for the pass that runs: not forced again
-  node *unsettled = nullptr;   // single pass: the argument that did not end as a plain value
-};
-
-// Values that no further forcing changes.
+// Whether forcing `n` again would change nothing, now that forcing it has answered `result`. A
+// consumed guard answers 1 too, before any term, so the head decides: of applications only those
+// of a constructor are values.
 bool is_settled(const node *n, int result) {
   if (n->quote != 0)
     return false;
-  if (is_apply(n))
-    return result != 0;
-  return n->type != kBuiltin && n->type != kFunctionNode;
+  if (!is_apply(n))
+    return n->type != kBuiltin && n->type != kFunctionNode;
+  const node *head = n;
+  while (is_apply(head))
+    head = head->val.a.a1;
+  return result != 0 && head->type == kConstructorNode;
 }
 
-bool needs_forcing(const node *n) {
-  return n->type == kApply || n->type == kBuiltin || n->type == kFunctionNode;
-}
+} // namespace
 
 // Forces the node at one position; false when the single pass must be given up.
 bool force_position(Match &m, node *n) {
@@ -74,6 +69,8 @@ bool bind(const Match &m, int v, node **slot) {
   m.bindings[static_cast<std::size_t>(v)] = n;
   return true;
 }
+
+namespace {
 
 // equal_node for the kinds of pattern that nearly all clauses are made of.
 bool fits(const node *pattern, const node *n) {
@@ -152,6 +149,13 @@ void clear(std::span<node *> bindings) {
     b = nullptr;
 }
 
+rhs_link *clause_number(const defs_link *group, int number) {
+  rhs_link *clause = group->defs;
+  while (clause != nullptr && number-- > 0)
+    clause = clause->next;
+  return clause;
+}
+
 // Applies a clause the plain way: its combinator term is copied and applied to the bindings. A
 // variable that the head does not bind stands for itself.
 void apply_plain(const rhs_link &clause, node *const *bindings, node *target) {
@@ -166,6 +170,8 @@ void apply_plain(const rhs_link &clause, node *const *bindings, node *target) {
   }
   overwrite_node(target, result);
 }
+
+} // namespace
 
 void apply_clause(const rhs_link &clause, const clause_code &code, node **bindings, node *target) {
   for (const int v : code.unbound)
@@ -182,13 +188,6 @@ void apply_clause(const rhs_link &clause, const clause_code &code, node **bindin
   build_body(code.body, bindings, target);
 }
 
-rhs_link *clause_number(const defs_link *group, int number) {
-  rhs_link *clause = group->defs;
-  while (clause != nullptr && number-- > 0)
-    clause = clause->next;
-  return clause;
-}
-
 // The head of a spine as an application target: shared code is replaced by an own copy.
 node *own_target(node **call_stack, int place, int spine_len) {
   node *target = call_stack[place];
@@ -201,6 +200,8 @@ node *own_target(node **call_stack, int place, int spine_len) {
   call_stack[0] = call_stack[1]->val.a.a1 = copy;
   return copy;
 }
+
+namespace {
 
 struct Found {
   rhs_link *clause = nullptr;
@@ -310,14 +311,18 @@ private:
   std::vector<node *> many_;
 };
 
-int lhs_match(Pass pass, node *&unsettled, node *forced_once, node **call_stack, int spine_len) {
+// One pass over all groups. `forced_once` is the argument that has already been forced for the pass
+// that first reaches it; it stays for the next pass when this one stops before it.
+int lhs_match(Pass pass, node *&unsettled, node *&forced_once, node **call_stack, int spine_len) {
   func_block *fc = call_stack[0]->val.fc;
   const MatchScope scope; // until the clause found is applied
   Bindings bindings(fc->max_var);
   Match m{pass, bindings.span()};
   m.forced_once = forced_once;
   Found found;
-  if (match_function(m, fc, call_stack, spine_len, found))
+  const bool matched = match_function(m, fc, call_stack, spine_len, found);
+  forced_once = m.forced_once;
+  if (matched)
     return rewrite(found, bindings.span().data(), call_stack, spine_len);
   unsettled = m.unsettled;
   return -1;
@@ -338,16 +343,22 @@ int reduce_function(node **call_stack, int spine_len) {
   if (fc->defs == nullptr)
     return -1;
   node *unsettled = nullptr;
-  if (fc->defs->next == nullptr && is_even(fc->defs->lhs_tree)) {
-    const int place = lhs_match(Pass::single, unsettled, nullptr, call_stack, spine_len);
+  node *none = nullptr;
+  if (fc->plan != nullptr && fc->plan->straight) {
+    const int place = call_straight(fc, call_stack, spine_len, unsettled);
+    if (unsettled == nullptr)
+      return place;
+  } else if (gPlainBodies == 0 && fc->defs->next == nullptr && is_even(fc->defs->lhs_tree)) {
+    const int place = lhs_match(Pass::single, unsettled, none, call_stack, spine_len);
     if (unsettled == nullptr)
       return place;
   }
-  node *ignored = nullptr;
-  const int place = lhs_match(Pass::without_variables, ignored, unsettled, call_stack, spine_len);
+  // The single pass gave up at `unsettled`, which it has forced: whichever of the two passes
+  // reaches it first finds it so, and only a second pass that reaches it too forces it again.
+  const int place = lhs_match(Pass::without_variables, none, unsettled, call_stack, spine_len);
   if (place >= 0)
     return place;
-  return lhs_match(Pass::with_variables, ignored, nullptr, call_stack, spine_len);
+  return lhs_match(Pass::with_variables, none, unsettled, call_stack, spine_len);
 }
 
 } // namespace velora

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <cstdio>
 
+#include "core/events.h"
+
 namespace velora {
 
 namespace {
@@ -62,6 +64,7 @@ private:
     bool whole_across = true;
     bool first = true;
     for (const PlotValue &v : data_.values) {
+      CheckForUserEvents(800);
       low = first ? v.y : std::min(low, v.y);
       high = first ? v.y : std::max(high, v.y);
       left = first ? v.x : std::min(left, v.x);
@@ -170,8 +173,10 @@ private:
   // Names that would run into each other are left out at regular distances.
   void draw_names() {
     int widest = 1;
-    for (int i = 0; i < count(); ++i)
+    for (int i = 0; i < count(); ++i) {
+      CheckForUserEvents(800);
       widest = std::max(widest, rough_width(place_name(i), kTickFont) + 8);
+    }
     const int each = std::max(1, frame_.width() / std::max(1, count()));
     const int every = std::max(1, (widest + each - 1) / each);
     for (int i = 0; i < count(); i += every)
@@ -183,6 +188,7 @@ private:
     const double share = static_cast<double>(frame_.width()) / std::max(1, count());
     const int half = std::max(1, static_cast<int>(std::min(share * 0.36, 40.0)));
     for (int i = 0; i < count(); ++i) {
+      CheckForUserEvents(800);
       const Point top = value_point(i);
       const Rect bar = Rect{top.x - half, top.y, top.x + half, to_y(0)}.normalised();
       add_box(kPrimFillRect, bar, kSeries);
@@ -200,11 +206,14 @@ private:
 
   void draw_series() {
     if (kind_ == PlotKind::line)
-      for (int i = 1; i < count(); ++i)
+      for (int i = 1; i < count(); ++i) {
+        CheckForUserEvents(800);
         add_line(value_point(i - 1), value_point(i), kSeries, 2);
+      }
     if (kind_ == PlotKind::line && count() > kMostMarked)
       return;
     for (int i = 0; i < count(); ++i) {
+      CheckForUserEvents(800);
       const Point p = value_point(i);
       add_box(kPrimFillOval, {p.x - 3, p.y - 3, p.x + 3, p.y + 3}, kSeries);
     }

@@ -6,12 +6,15 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "core/clock.h"
 #include "core/space.h"
 #include "core/symbols.h"
 #include "eval/bi_support.h"
+#include "eval/effects.h"
 #include "front/parser.h"
 #include "platform/response.h"
 #include "platform/safe_file.h"
+#include "platform/trust.h"
 
 namespace velora {
 
@@ -91,7 +94,7 @@ int check_types() {
 }
 
 int load_library(const char *name) {
-  return load_file(library_file(name), 0);
+  return load_file(library_file(name), 0, {name});
 }
 
 // A scratch file is made and removed again, so that its place in the folder is known to be there.
@@ -144,6 +147,9 @@ int init_Velora() {
     return 19;
   init_free_list();
   basic_types = {"int", "char", "str", "bool", "real", "sym", "color", "compass", "linkage"};
+  trust_folder(gLibDir);
+  if (!gLibDir.empty())
+    trust_folder((std::filesystem::path(gLibDir) / ".." / "examples").string());
   DisplayResponse("Welcome to Velora\n");
   try_scratch_file();
   gSymbolTableChanged = 0; // what the libraries declare is no change of the user's
@@ -157,7 +163,16 @@ int built_in_redex(node **stack, int spine_len) {
   const BuiltinRow &row = bi_funcs_table[number];
   if (spine_len < row.arity.least || spine_len > row.arity.most)
     return 0;
-  return row.function(stack, spine_len);
+  if (row.effect.kind == Effect::nothing)
+    return row.function(stack, spine_len);
+  // What it finds outside may have changed since it was last called, and it may change what others
+  // find: nothing that was remembered before holds during it or after. A refusal is told anew too.
+  note_change();
+  const int rewritten = is_guarded(row.effect.kind) && !may_act(row, stack, spine_len)
+                            ? refused(row, stack, spine_len)
+                            : row.function(stack, spine_len);
+  note_change();
+  return rewritten;
 }
 
 } // namespace velora

@@ -2,14 +2,15 @@
 // to numbers, the start-up sequence that loads and checks the libraries, and the dispatcher.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "core/builtin_ids.h"
 #include "core/records.h"
 
 namespace velora {
 
-inline constexpr int kBuiltins = 224;
 inline constexpr int kSystemFunctions = 32;
 inline constexpr int kNoLimit = 1 << 30;
 
@@ -18,10 +19,28 @@ struct ArityRule {
   int most;
 };
 
+// What a built-in does besides giving its value.
+enum class Effect : std::uint8_t {
+  nothing,  // its value depends on its arguments and the clauses alone
+  reads,    // it looks at files or the clock
+  writes,   // it makes, changes or deletes files
+  database, // it opens, reads, makes, saves or closes a database, or loads a file of commands
+  library,  // it calls the user's library
+  console,  // it shows, asks, draws or waits
+  state     // it uses or changes clauses, declarations, links, or other state of the program
+};
+
+struct EffectRule {
+  Effect kind;
+  int name_argument;    // the argument that names the file or database, counted from 1; 0 for none
+  bool goes_on = false; // with a file that was opened before
+};
+
 struct BuiltinRow {
-  int number;
+  BuiltinId number;
   const char *name;
   ArityRule arity;
+  EffectRule effect;
   int (*function)(node **stack, int spine_len);
 };
 extern const BuiltinRow bi_funcs_table[kBuiltins];

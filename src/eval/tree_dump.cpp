@@ -1,11 +1,11 @@
 // Textual drawings of application trees, appended to the file "apptrees" for the developers of the
 // reducer. No command calls them.
 #include <cstdio>
-#include <memory>
 
 #include "core/events.h"
 #include "core/print.h"
 #include "eval/evaluate.h"
+#include "platform/file_handle.h"
 #include "platform/response.h"
 
 namespace velora {
@@ -18,17 +18,12 @@ int num_trees = 0;
 bool dump_started = false; // later calls append
 int shown_on_line = 0;
 
-struct CloseFile {
-  void operator()(std::FILE *f) const { std::fclose(f); }
-};
-using DumpFile = std::unique_ptr<std::FILE, CloseFile>;
-
-DumpFile open_dump() {
+FileHandle open_dump() {
   if (++num_trees >= kMostTrees) {
     num_trees = 0;
     error_exit("Number of trees reached 1000");
   }
-  DumpFile f(std::fopen("apptrees", dump_started ? "a" : "w"));
+  FileHandle f(std::fopen("apptrees", dump_started ? "a" : "w"));
   dump_started = true;
   return f;
 }
@@ -91,7 +86,7 @@ void dump_edges(std::FILE *f, const node *n, char side, const std::string &path)
 } // namespace
 
 void draw_apply_tree(const char *msg, const node *root) {
-  const DumpFile f = open_dump();
+  const FileHandle f = open_dump();
   if (f == nullptr || root == nullptr)
     return;
   std::fprintf(f.get(), "\n\n%s\n", msg);
@@ -100,7 +95,7 @@ void draw_apply_tree(const char *msg, const node *root) {
 }
 
 void draw_apply_tree1(const char *msg, const node *root) {
-  const DumpFile f = open_dump();
+  const FileHandle f = open_dump();
   if (f == nullptr || root == nullptr)
     return;
   std::fprintf(f.get(), "\n\n(%s) T node\n", msg);

@@ -61,8 +61,8 @@ int fdb_query() {
   return p_query();
 }
 
-int fdb_load(const char *fname) {
-  return load_file(fname, 0);
+int fdb_load(const char *fname, const char *title) {
+  return load_file(fname, 0, title == nullptr ? ShownName{fname} : ShownName{title, true});
 }
 
 int cint_tdec(const std::string &text) {
@@ -90,6 +90,16 @@ int cint_query(const std::string &text) {
     DisplayResponse("\nQUERY> ");
   greqQuery = 1;
   return result;
+}
+
+int cint_command(const std::string &text) {
+  return statement(text, [] {
+    pp_get_token();
+    const int done = p_command();
+    if (done == 0)
+      process_error();
+    return done;
+  });
 }
 
 int create_fdec(const std::string &text, const char *label, const symbol *old_sym) {

@@ -25,13 +25,17 @@ int cint_fdef(const std::string &text);
 // The menus are off while the query runs.
 int cint_query(const std::string &text);
 
+// Runs a listing, a load or a query, as a file would hold it. 1 or 0.
+int cint_command(const std::string &text);
+
 // The parser calls that the above make, with the first token of the statement read here.
 int fdb_tdec();
 int fdb_fdec();
 int fdb_cdec();
 int fdb_fdef();
 int fdb_query();
-int fdb_load(const char *fname);
+// Loads a file; `title` is that of the window whose text it holds, or null.
+int fdb_load(const char *fname, const char *title = nullptr);
 
 // Declares a function or constructor for a picture and tells how it went, by `label`; `old_sym`
 // non-null means a declaration again. 1 or 0.

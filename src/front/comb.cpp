@@ -9,6 +9,7 @@
 
 #include <vector>
 
+#include "core/builtin_ids.h"
 #include "core/events.h"
 #include "core/walks.h"
 
@@ -218,14 +219,14 @@ node *abst_HOLDN_exp(node *e, int id) {
 }
 
 bool is_hold(const node *n) {
-  return is_apply(n) && is_builtin(n->val.a.a1, kHoldId);
+  return is_apply(n) && is_builtin(n->val.a.a1, kBiHold);
 }
 
 bool is_holdn(const node *n) {
   if (!is_apply(n) || n->val.a.a1 == nullptr || !is_apply(n->val.a.a1))
     return false;
   const node *head = n->val.a.a1;
-  return is_builtin(head->val.a.a1, kHoldNId) && head->val.a.a2 != nullptr &&
+  return is_builtin(head->val.a.a1, kBiHoldn) && head->val.a.a2 != nullptr &&
          head->val.a.a2->type == kInteger;
 }
 

@@ -19,9 +19,6 @@ node *abso(int v, node *e);
 node *abst_held_exp(node *e, const node *held);
 node *abst_HOLDN_exp(node *e, int id);
 
-// Numbers of the built-ins that share an expression.
-inline constexpr int kHoldId = 190;
-inline constexpr int kHoldNId = 213;
 // True for an application `HOLD x`, and for `HOLDN #k x`.
 bool is_hold(const node *n);
 bool is_holdn(const node *n);

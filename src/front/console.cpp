@@ -2,6 +2,7 @@
 // brackets open and is read as far as it goes; someone who types is told.
 #include <utility>
 
+#include "front/brackets.h"
 #include "front/cint.h"
 #include "front/parse.h"
 #include "front/parser.h"
@@ -15,19 +16,15 @@ int gRetypeQuery = 0;
 
 namespace {
 
-constexpr const char *kSquare = "Unmatched square brackets\n";
-constexpr const char *kRound = "Unmatched round brackets\n";
-constexpr const char *kQuotes = "Unmatched double quotes\n";
-
 // What the expression just read lacked; null for nothing.
 const char *expression_fault() {
   if (pp_open_string != 0)
-    return kQuotes;
+    return kQuotesFault;
   switch (p_balance) {
   case kSquareUnmatched:
-    return kSquare;
+    return kSquareFault;
   case kRoundUnmatched:
-    return kRound;
+    return kRoundFault;
   default:
     return nullptr;
   }
@@ -62,25 +59,9 @@ bool starts_query(int token) {
 } // namespace
 
 const char *query_fault(const std::string &text) {
-  long round = 0;
-  long square = 0;
-  bool quoted = false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char c = text[i];
-    if (c == '"')
-      quoted = !quoted;
-    if (quoted)
-      continue;
-    if (c == '\'' && i + 2 < text.size() && text[i + 2] == '\'')
-      i += 2; // a character literal
-    round += c == '(' ? 1 : c == ')' ? -1 : 0;
-    square += c == '[' ? 1 : c == ']' ? -1 : 0;
-  }
-  if (quoted)
-    return kQuotes;
-  if (square != 0)
-    return kSquare;
-  return round != 0 ? kRound : nullptr;
+  BracketScan scan;
+  scan.step_over(text);
+  return scan.fault();
 }
 
 int p_console_command() {

@@ -1,13 +1,19 @@
 // Loading of files: `lload`, the start-up libraries and the `load` built-in. Files nest; each is
-// closed, and the former source put back, also when its loading is abandoned.
-#include <cstdio>
+// read whole before its first command runs, and the former source is put back also when its loading
+// is abandoned.
+#include <cerrno>
 #include <string>
+#include <utility>
+
+#include "core/events.h"
 
 #include "front/parse.h"
 #include "front/parser.h"
 #include "front/putils.h"
 #include "front/source.h"
 #include "platform/response.h"
+#include "platform/trust.h"
+#include "platform/whole_file.h"
 
 namespace velora {
 
@@ -19,38 +25,43 @@ struct LoadDepth {
   ~LoadDepth() { --depth; }
 };
 
-// Opens a file that can really be read: a directory opens on some systems, but cannot be.
-std::FILE *open_readable(const std::string &fname) {
-  std::FILE *file = std::fopen(fname.c_str(), "r");
-  if (file == nullptr)
-    return nullptr;
-  const int c = std::getc(file);
-  if (c == EOF && std::ferror(file) != 0) {
-    std::fclose(file);
-    return nullptr;
-  }
-  if (c != EOF)
-    std::ungetc(c, file);
-  return file;
+// Tells that a file cannot be read, and why.
+int cannot_read(const std::string &fname, int error, int silent) {
+  poll_user_events(); // who stopped the reading knows why it ended
+  if (silent != 0)
+    return 0;
+  ++gParseErrors;
+  const std::string reason = file_error_text(fname, error);
+  orvek_errorf("Can't read from file %s", fname.c_str());
+  if (error != ENOENT)
+    show_note("note: " + reason);
+  return 0;
 }
 
 } // namespace
 
 int load_file(const std::string &fname, int silent) {
+  return load_file(fname, silent, {fname});
+}
+
+int load_file(const std::string &fname, int silent, const ShownName &shown) {
+  std::string text;
+  if (!read_whole_file(fname, text))
+    return cannot_read(fname, errno, silent);
+  return load_text(fname, std::move(text), shown);
+}
+
+int load_text(const std::string &fname, std::string text) {
+  return load_text(fname, std::move(text), {fname});
+}
+
+int load_text(const std::string &fname, std::string text, const ShownName &shown) {
   const LoadDepth nested;
   if (LoadDepth::depth > kMostLoads)
     return refuse("Sorry! Files load each other too deeply: " + fname + "\n");
-  std::FILE *file = open_readable(fname);
-  if (file == nullptr) {
-    if (silent == 0) {
-      ++gParseErrors;
-      orvek_errorf("Can't read from file %s", fname.c_str());
-    }
-    return 0;
-  }
   {
-    const FileSource source(file, fname);
-    DisplayResponse("Loading: " + fname + ". . .");
+    const FileSource source(std::move(text), shown);
+    DisplayResponse("Loading: " + shown.name + ". . .");
     parse();
   }
   DisplayResponse(" Loaded.\n");
@@ -65,7 +76,10 @@ int p_load_file() {
   // The command has been read to its end, also when the file cannot be read or the load is
   // abandoned.
   pp_statement_open = 0;
-  load_file(fname, 0);
+  // What the user types acts with the session's rights; what stands in a database asks.
+  if (DatabaseReading::depth == 0 ||
+      effect_is_allowed({"load the file", resolved_path(fname), false, false}))
+    load_file(fname, 0);
   if (reading_console() && pp_semicolon_follows() != 0)
     pp_get_token();
   pp_statement_open = 0;

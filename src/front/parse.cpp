@@ -15,23 +15,7 @@
 
 namespace velora {
 
-std::vector<char> pp_line_buffer{'\n', '\0'};
-char *pp_pos = pp_line_buffer.data();
-char pp_last_char = '\n';
-std::FILE *pp_file = nullptr;
-
-int pp_token = kTokEnd;
-char *pp_start = pp_line_buffer.data() + 1;
-int pp_len = 0;
-int pp_int_val = 0;
-float pp_real_val = 0;
-char pp_char_val = 0;
-char *pp_str_val = pp_line_buffer.data() + 1;
-int pp_str_len = 0;
-int pp_at_end = 0;
-int pp_statement_open = 0;
-int pp_open_string = 0;
-char *pp_hidden_quote = nullptr;
+Tokenizer gReading;
 
 namespace {
 
@@ -115,8 +99,7 @@ bool read_int(const char *p, int &value) {
   const long long limit = negative ? most + 1 : most;
   if (sum > limit) {
     sum = limit;
-    show_note(format_text("note: integers have 32 bits; this one is read as #%s%lld",
-                          negative ? "-" : "", sum));
+    note_integer_bounds(format_text("%s%lld", negative ? "-" : "", sum));
   }
   value = static_cast<int>(negative ? -sum : sum);
   return true;
@@ -263,6 +246,10 @@ bool find_token() {
 }
 
 } // namespace
+
+void note_integer_bounds(const std::string &taken) {
+  show_note(format_text("note: integers have 32 bits; this one is read as #%s", taken.c_str()));
+}
 
 int pp_get_token() {
   restore_line();

@@ -45,8 +45,10 @@ int p_section(const char *prompt, int (*statement)()) {
 // `lambda NAME ;` lists one symbol, `lambda ;` all of them.
 int p_listing() {
   if (pp_get_token() != kTokName) {
+    if (p_end() == 0) // a lambda expression may have been meant: nothing is listed for it
+      return 0;
     print_all();
-    return p_end();
+    return 1;
   }
   const std::string name(pp_str_val, static_cast<std::size_t>(pp_str_len));
   pp_get_token();

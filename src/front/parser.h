@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/trees.h"
+#include "front/source.h"
 
 namespace velora {
 
@@ -20,6 +21,12 @@ int p_command();
 // Loads a file of commands. 1 when it could be opened; otherwise 0, after "Can't read from file %s"
 // unless `silent`.
 int load_file(const std::string &fname, int silent);
+// The same of a file that messages call by another name.
+int load_file(const std::string &fname, int silent, const ShownName &shown);
+// The same for the text of a file that has been read. 1, or 0 when files load each other too
+// deeply.
+int load_text(const std::string &fname, std::string text);
+int load_text(const std::string &fname, std::string text, const ShownName &shown);
 // The command `lload`: the token after the keyword is read here. 1, or 0 for a missing name.
 int p_load_file();
 

@@ -11,6 +11,7 @@
 #include "core/needs.h"
 #include "core/symbols.h"
 #include "core/walks.h"
+#include "front/clause_index.h"
 #include "front/comb.h"
 #include "front/hold.h"
 #include "front/parse.h"
@@ -80,7 +81,9 @@ void abstract_variables(int max_var, Tree &body) {
 }
 
 void replace_body(func_block *fc, rhs_link *clause, Tree compiled, Tree original) {
+  GrowingIndex index(fc);
   forget_plan(fc);
+  index.keep(); // the heads stay
   retire_code(clause->code);
   clause->code = nullptr;
   Tree old_rhs(clause->rhs);
@@ -98,9 +101,13 @@ struct Place {
 };
 
 Place place_for_clause(func_block *fc) {
+  const ClauseIndex *index = clause_index(fc);
+  defs_link *last = index != nullptr ? index->last : nullptr;
   defs_link **link = &fc->defs;
-  while (*link != nullptr && (*link)->next != nullptr)
+  while (last == nullptr && *link != nullptr && (*link)->next != nullptr)
     link = &(*link)->next;
+  if (last != nullptr)
+    link = &last;
   if (*link != nullptr) {
     Place place{*link, 0, &(*link)->defs};
     for (; *place.end != nullptr; place.end = &(*place.end)->next)
@@ -117,8 +124,9 @@ void append_clause(func_block *fc, const node *lhs, const Head &head, Tree compi
                    Tree original) {
   auto clause = std::make_unique<rhs_link>(rhs_link{-1, nullptr, nullptr, nullptr, nullptr});
   const std::uint32_t hash = head_hash(lhs);
-  forget_plan(fc);
   const Place place = place_for_clause(fc);
+  GrowingIndex index(fc);
+  forget_plan(fc);
   merge_lhs(lhs, &place.group->lhs_tree, 1u << place.count, &clause->max_var);
   clause->rhs = compiled.release();
   clause->original = original.release();
@@ -127,6 +135,7 @@ void append_clause(func_block *fc, const node *lhs, const Head &head, Tree compi
   *place.end = clause.release();
   if (place.group->hashed == static_cast<std::uint32_t>(place.count))
     place.group->head_hash[place.group->hashed++] = hash;
+  index.grow(place.group, hash);
   gSymbolTableChanged = 1;
 }
 

@@ -10,6 +10,7 @@
 #include "core/text.h"
 #include "core/trees.h"
 #include "core/walks.h"
+#include "front/clause_index.h"
 
 namespace velora {
 
@@ -178,19 +179,36 @@ std::uint32_t head_hash(const node *lhs) {
   return static_cast<std::uint32_t>(hash >> 32);
 }
 
+namespace {
+
+// The clause of one group whose head is exactly `lhs`, or null.
+rhs_link *find_in_group(const defs_link *group, const node *lhs) {
+  const std::uint32_t found = exact_node_match(~0u, group->lhs_tree, lhs, ~0u);
+  if (found == 0)
+    return nullptr;
+  rhs_link *clause = group->defs;
+  for (int k = std::bit_width(found) - 1; k > 0 && clause != nullptr; --k)
+    clause = clause->next;
+  return clause;
+}
+
+} // namespace
+
 rhs_link *find_lhs_match(const func_block *fc, const node *lhs) {
   const std::uint32_t hash = head_hash(lhs);
-  for (const defs_link *group = fc->defs; group != nullptr; group = group->next) {
-    if (!may_hold(*group, hash))
-      continue;
-    const std::uint32_t found = exact_node_match(~0u, group->lhs_tree, lhs, ~0u);
-    if (found == 0)
-      continue;
-    rhs_link *clause = group->defs;
-    for (int k = std::bit_width(found) - 1; k > 0 && clause != nullptr; --k)
-      clause = clause->next;
-    return clause;
+  if (const ClauseIndex *index = clause_index(fc)) {
+    const auto with = index->groups.find(hash);
+    if (with == index->groups.end())
+      return nullptr;
+    for (const defs_link *group : with->second)
+      if (rhs_link *clause = find_in_group(group, lhs))
+        return clause;
+    return nullptr;
   }
+  for (const defs_link *group = fc->defs; group != nullptr; group = group->next)
+    if (may_hold(*group, hash))
+      if (rhs_link *clause = find_in_group(group, lhs))
+        return clause;
   return nullptr;
 }
 

@@ -62,7 +62,9 @@ void show_excerpt(const std::string &line, std::size_t at) {
 void note_place() {
   if (gNotes == 0)
     return;
-  const std::string line = pp_line_text();
+  std::string line = pp_line_text();
+  if (pp_source_name().empty() && line.ends_with(";;"))
+    line.pop_back(); // the end that a typed statement is given
   const std::size_t at =
       std::min(static_cast<std::size_t>(pp_start - pp_line_buffer.data()), line.size());
   const Place place{pp_source_name(), pp_line_number(), at};
@@ -72,8 +74,7 @@ void note_place() {
   if (place.source.empty())
     show_note("note: here");
   else
-    show_note("note: " + place.source + ":" + std::to_string(place.line) + ":" +
-              std::to_string(count_characters(std::string_view(line).substr(0, at)) + 1));
+    show_note("note: " + pp_place(count_characters(std::string_view(line).substr(0, at)) + 1));
   show_excerpt(line, at);
 }
 

@@ -15,43 +15,25 @@
 namespace velora {
 
 int (*pp_refill)(std::string &line, const char *prompt) = nullptr;
-std::string pp_velora_buffer;
-std::size_t pp_velora_pos = 0;
-
 namespace {
 
-std::string source_name;
-long line_number = 0;
-bool nul_noted = false;
-int statement_depth = 0;
-const char *pending_prompt = nullptr;
-
-// The recording of a console statement. `from` counts characters of the current line.
-struct Recording {
-  bool on = false;
-  bool paused = false;
-  std::string text;
-  std::size_t from = 0;
-};
-Recording recording;
-
 void record_upto(const char *upto) {
-  const char *start = pp_line_buffer.data() + recording.from;
+  const char *start = pp_line_buffer.data() + gReading.record.from;
   if (upto > start)
-    recording.text.append(start, upto);
+    gReading.record.text.append(start, upto);
 }
 
 // Makes `line` (without its end) the current line.
 void install_line(const char *text, std::size_t length) {
-  if (recording.on && !recording.paused)
+  if (gReading.record.on && !gReading.record.paused)
     record_upto(pp_line_buffer.data() + pp_line_buffer.size() - 1);
-  recording.from = 0;
+  gReading.record.from = 0;
   pp_line_buffer.resize(length + 2);
   std::copy_n(text, length, pp_line_buffer.data());
   pp_line_buffer[length] = '\n';
   pp_line_buffer[length + 1] = '\0';
   pp_pos = pp_line_buffer.data();
-  ++line_number;
+  ++gReading.line_number;
 }
 
 // NUL bytes become blanks; one note a source says so.
@@ -59,10 +41,11 @@ void blank_nuls(std::string &line) {
   if (line.find('\0') == std::string::npos)
     return;
   std::replace(line.begin(), line.end(), '\0', ' ');
-  if (!nul_noted)
-    show_note("note: NUL bytes in " + (source_name.empty() ? "the input" : source_name) +
+  if (!gReading.nul_noted)
+    show_note("note: NUL bytes in " +
+              (gReading.source_name.empty() ? "the input" : gReading.source_name) +
               " are read as blanks");
-  nul_noted = true;
+  gReading.nul_noted = true;
 }
 
 void trim_line_end(std::string &line) {
@@ -75,31 +58,19 @@ void trim_line_end(std::string &line) {
 // Some editors put this before the first letter of a file in UTF-8.
 constexpr const char *kByteOrderMark = "\xEF\xBB\xBF";
 
-// Reading a line may be interrupted only when it is very long: a declaration may be half made.
-constexpr std::size_t kLongLine = std::size_t{1} << 20;
-
-void grow_line(std::string &line, int c) {
-  line.push_back(static_cast<char>(c));
-  if (line.size() % kLongLine != 0)
-    return;
-  poll_user_events();
-  if (line.size() >= kLongestLine) {
-    line = std::string();
-    error_exit(("Sorry! A line of " + source_name + " is too long\n").c_str());
-  }
-}
-
 int get_file_line() {
-  static std::string line;
-  line.clear();
-  int c = std::getc(pp_file);
-  if (c == EOF)
+  const std::string &text = *pp_file;
+  if (gReading.file_pos >= text.size())
     return 0;
-  for (; c != EOF && c != '\n'; c = std::getc(pp_file))
-    grow_line(line, c);
-  if (c == '\n')
-    trim_line_end(line);
-  if (line_number == 0 && line.starts_with(kByteOrderMark))
+  const std::size_t start = gReading.file_pos;
+  const std::size_t end = std::min(text.find('\n', start), text.size());
+  if (end - start >= kLongestLine)
+    error_exit(("Sorry! A line of " + gReading.source_name + " is too long\n").c_str());
+  gReading.file_pos = end + 1;
+  std::string line = text.substr(start, end - start);
+  if (end < text.size() && line.ends_with('\r'))
+    line.pop_back();
+  if (gReading.line_number == 0 && line.starts_with(kByteOrderMark))
     line.erase(0, std::strlen(kByteOrderMark));
   blank_nuls(line);
   install_line(line.data(), line.size());
@@ -108,7 +79,7 @@ int get_file_line() {
 
 int get_console_line() {
   std::string line;
-  if (pp_refill(line, pending_prompt) == 0)
+  if (pp_refill(line, gReading.pending_prompt) == 0)
     return 0;
   trim_line_end(line);
   blank_nuls(line);
@@ -137,15 +108,22 @@ int get_velora_line() {
 }
 
 bool reading_console() {
-  return pp_file == nullptr && pp_refill != nullptr && statement_depth == 0;
+  return pp_file == nullptr && pp_refill != nullptr && !gReading.from_buffer;
 }
 
 const std::string &pp_source_name() {
-  return source_name;
+  return gReading.source_name;
+}
+
+std::string pp_place(std::size_t column) {
+  const std::string line = std::to_string(pp_line_number());
+  if (gReading.source_is_window)
+    return gReading.source_name + ", line " + line;
+  return gReading.source_name + ":" + line + ":" + std::to_string(column);
 }
 
 long pp_line_number() {
-  return line_number;
+  return gReading.line_number;
 }
 
 std::string pp_line_text() {
@@ -162,33 +140,34 @@ std::string pp_line_text() {
 }
 
 void pp_set_prompt(const char *prompt) {
-  pending_prompt = prompt;
+  gReading.pending_prompt = prompt;
 }
 
 void pp_drop_prompt() {
-  pending_prompt = nullptr;
+  gReading.pending_prompt = nullptr;
 }
 
 void pp_begin_record() {
-  recording = Recording{};
-  recording.on = true;
-  recording.from = static_cast<std::size_t>(pp_start - pp_line_buffer.data());
+  gReading.record = StatementRecord{};
+  gReading.record.on = true;
+  gReading.record.from = static_cast<std::size_t>(pp_start - pp_line_buffer.data());
 }
 
 std::string pp_take_record() {
   record_upto(pp_at_end != 0 ? pp_line_buffer.data() + pp_line_buffer.size() - 2 : pp_start);
-  std::string text = std::move(recording.text);
-  recording = Recording{};
+  std::string text = std::move(gReading.record.text);
+  gReading.record = StatementRecord{};
   return text;
 }
 
 std::string pp_recorded_statement() {
-  if (!recording.on || recording.paused)
+  if (!gReading.record.on || gReading.record.paused)
     return {};
   const std::string line = pp_line_text();
-  const std::string text = recording.text + line.substr(std::min(recording.from, line.size()));
+  const std::string text =
+      gReading.record.text + line.substr(std::min(gReading.record.from, line.size()));
   bool quoted = false;
-  for (std::size_t i = recording.text.size(); i < text.size(); ++i) {
+  for (std::size_t i = gReading.record.text.size(); i < text.size(); ++i) {
     if (text[i] == '"')
       quoted = !quoted;
     else if (!quoted && text[i] == '\'' && i + 2 < text.size() && text[i + 2] == '\'')
@@ -200,121 +179,96 @@ std::string pp_recorded_statement() {
 }
 
 void pp_record_pause(const char *upto) {
-  if (!recording.on)
+  if (!gReading.record.on)
     return;
   record_upto(upto);
-  recording.text += ' ';
-  recording.paused = true;
+  gReading.record.text += ' ';
+  gReading.record.paused = true;
 }
 
 void pp_record_resume(const char *from) {
-  recording.paused = false;
-  recording.from = static_cast<std::size_t>(from - pp_line_buffer.data());
+  gReading.record.paused = false;
+  gReading.record.from = static_cast<std::size_t>(from - pp_line_buffer.data());
 }
 
 namespace {
 
-// Puts the value of a global aside; it comes back when this goes out of scope.
-template <typename T> class Aside {
-public:
-  explicit Aside(T &place) : place_(place), value_(std::move(place)) {}
-  ~Aside() { place_ = std::move(value_); }
-  Aside(const Aside &) = delete;
-  Aside &operator=(const Aside &) = delete;
-
-private:
-  T &place_;
-  T value_;
-};
+// Puts what is being read aside; what is read next begins with an empty line, so that its first
+// token is looked for on a new one.
+Tokenizer put_aside() {
+  return std::exchange(gReading, Tokenizer{});
+}
 
 // A file that is read again goes on with its next line.
-struct NextLineOfFile {
-  ~NextLineOfFile() {
-    if (pp_file != nullptr)
-      pp_flush();
-  }
-};
+void go_on_with(Tokenizer &former) {
+  gReading = std::move(former);
+  if (pp_file != nullptr)
+    pp_flush();
+}
 
 } // namespace
 
-// Everything that a switch of the source puts aside.
-struct SourceState {
-  NextLineOfFile last; // first here, so done when all the others are back
-  Aside<std::vector<char>> line{pp_line_buffer};
-  Aside<char *> pos{pp_pos};
-  Aside<char> last_char{pp_last_char};
-  Aside<char *> hidden{pp_hidden_quote};
-  Aside<std::FILE *> file{pp_file};
-  Aside<int> token{pp_token};
-  Aside<char *> start{pp_start};
-  Aside<int> len{pp_len};
-  Aside<int> at_end{pp_at_end};
-  Aside<int> open{pp_statement_open};
-  Aside<int> open_string{pp_open_string};
-  Aside<char *> str_val{pp_str_val};
-  Aside<int> str_len{pp_str_len};
-  Aside<std::string> buffer{pp_velora_buffer};
-  Aside<std::size_t> buffer_pos{pp_velora_pos};
-  Aside<std::string> name{source_name};
-  Aside<long> number{line_number};
-  Aside<bool> noted{nul_noted};
-  Aside<int> depth{statement_depth};
-  Aside<const char *> prompt{pending_prompt};
-  Aside<Recording> record{recording};
-};
-
-namespace {
-
-// An empty line before the first of a source, so that the first token is looked for on a new one.
-void start_source() {
-  pp_line_buffer = {'\n', '\0'};
-  pp_pos = pp_line_buffer.data();
-  pp_last_char = '\n';
-  pp_hidden_quote = nullptr;
-  pp_token = kTokEnd;
-  pp_start = pp_str_val = pp_line_buffer.data() + 1;
-  pp_len = pp_str_len = 0;
-  pp_at_end = pp_statement_open = pp_open_string = 0;
-  pp_velora_buffer.clear();
-  pp_velora_pos = 0;
+void Tokenizer::start_over() {
+  line_buffer.resize(2);
+  line_buffer[0] = '\n';
+  line_buffer[1] = '\0';
+  pos = line_buffer.data();
+  start = str_val = line_buffer.data() + 1;
+  last_char = '\n';
+  hidden_quote = nullptr;
+  token = kTokEnd;
+  len = str_len = 0;
+  at_end = statement_open = open_string = 0;
+  file = nullptr;
+  velora_buffer.clear();
+  velora_pos = 0;
+  from_buffer = false;
   source_name.clear();
+  source_is_window = false;
   line_number = 0;
   nul_noted = false;
   pending_prompt = nullptr;
-  recording = Recording{};
+  record = StatementRecord{};
 }
-
-} // namespace
 
 void pp_reset(bool forget_line) {
-  if (!reading_console() || forget_line) {
-    pp_file = nullptr;
-    statement_depth = 0;
-    start_source();
-  }
-  recording = Recording{};
-  pending_prompt = nullptr;
+  if (!reading_console() || forget_line)
+    gReading.start_over();
+  gReading.record = StatementRecord{};
+  gReading.pending_prompt = nullptr;
 }
 
-FileSource::FileSource(std::FILE *file, const std::string &name)
-    : former_(std::make_unique<SourceState>()), file_(file) {
-  start_source();
-  pp_file = file;
-  statement_depth = 0;
-  source_name = name;
+FileSource::FileSource(std::string text, const ShownName &shown)
+    : former_(put_aside()), text_(std::move(text)) {
+  pp_file = &text_;
+  gReading.source_name = shown.name;
+  gReading.source_is_window = shown.is_window;
 }
 
 FileSource::~FileSource() {
-  std::fclose(file_);
+  go_on_with(former_);
 }
 
-StatementSource::StatementSource(std::string text) : former_(std::make_unique<SourceState>()) {
-  start_source();
-  pp_file = nullptr;
-  ++statement_depth;
+StatementSource::StatementSource(std::string text) : former_(put_aside()) {
+  gReading.from_buffer = true;
   pp_velora_buffer = std::move(text);
 }
 
-StatementSource::~StatementSource() = default;
+StatementSource::~StatementSource() {
+  go_on_with(former_);
+}
+
+TextBeside::TextBeside(std::string text, std::string name) {
+  own_.from_buffer = true;
+  own_.velora_buffer = std::move(text);
+  own_.source_name = std::move(name);
+}
+
+TextBeside::Turn::Turn(TextBeside &text)
+    : text_(text), former_(std::exchange(gReading, std::move(text.own_))) {}
+
+TextBeside::Turn::~Turn() {
+  text_.own_ = std::exchange(gReading, std::move(former_));
+}
 
 } // namespace velora

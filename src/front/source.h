@@ -4,9 +4,10 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdio>
-#include <memory>
 #include <string>
+#include <utility>
+
+#include "front/parse.h"
 
 namespace velora {
 
@@ -18,10 +19,6 @@ inline constexpr std::size_t kLongestLine = std::size_t{1} << 28;
 // Null when there is no console to read from.
 extern int (*pp_refill)(std::string &line, const char *prompt);
 
-// The text of the statement that is fed through the command buffer, and what was read of it.
-extern std::string pp_velora_buffer;
-extern std::size_t pp_velora_pos;
-
 // Reads the next line of the source into pp_line_buffer: 1, or 0 at its end, where the old line
 // stays. NUL bytes become blanks; a carriage return before the line end is dropped.
 int pp_get_line();
@@ -32,6 +29,8 @@ int get_velora_line();
 bool reading_console();
 // Where the current line stands: the file's name ("" when none is read) and the line number.
 const std::string &pp_source_name();
+// "NAME:LINE:COLUMN", or for the text of a window "TITLE, line LINE".
+std::string pp_place(std::size_t column);
 long pp_line_number();
 // The current line as it was read, without its line end.
 std::string pp_line_text();
@@ -56,20 +55,27 @@ void pp_record_resume(const char *from);
 // console's line stays unless `forget_line`.
 void pp_reset(bool forget_line = false);
 
-struct SourceState;
+// What a file is called in messages: a window's text that is read through a scratch file has the
+// window's title.
+struct ShownName {
+  std::string name;
+  bool is_window = false;
+};
 
-// Reads from an open file while in scope, and closes it. When the former source was a file, the
-// rest of the line that it stood in is discarded; otherwise everything is as it was.
+// Reads the text of a file while in scope. When the former source was a file, the rest of the line
+// that it stood in is discarded; otherwise everything is as it was.
 class FileSource {
 public:
-  FileSource(std::FILE *file, const std::string &name);
+  FileSource(std::string text, const ShownName &shown);
+  FileSource(std::string text, const std::string &name)
+      : FileSource(std::move(text), ShownName{name}) {}
   ~FileSource();
   FileSource(const FileSource &) = delete;
   FileSource &operator=(const FileSource &) = delete;
 
 private:
-  std::unique_ptr<SourceState> former_;
-  std::FILE *file_;
+  Tokenizer former_;
+  std::string text_;
 };
 
 // Reads from the command buffer while in scope; the former source is put back as by FileSource.
@@ -81,7 +87,31 @@ public:
   StatementSource &operator=(const StatementSource &) = delete;
 
 private:
-  std::unique_ptr<SourceState> former_;
+  Tokenizer former_;
+};
+
+// A text that is read beside the one being read, a piece at a time: while a Turn is in scope the
+// tokenizer and the parsers read this text from where the last turn left it, and afterwards what
+// was read before goes on untouched, in the middle of its line too. `name` stands in messages.
+// A text has one turn at a time; other sources may nest inside a turn.
+class TextBeside {
+public:
+  explicit TextBeside(std::string text, std::string name = {});
+
+  class Turn {
+  public:
+    explicit Turn(TextBeside &text);
+    ~Turn();
+    Turn(const Turn &) = delete;
+    Turn &operator=(const Turn &) = delete;
+
+  private:
+    TextBeside &text_;
+    Tokenizer former_;
+  };
+
+private:
+  Tokenizer own_;
 };
 
 } // namespace velora

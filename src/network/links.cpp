@@ -9,8 +9,10 @@
 #include "core/events.h"
 #include "db/f_dbops.h"
 #include "db/needs.h"
+#include "db/vel_util.h"
 #include "editor/model/wininfo.h"
 #include "network/net_lay.h"
+#include "platform/desktop.h"
 
 namespace velora {
 
@@ -64,8 +66,11 @@ PairList filter_pairs(const PairList &pairs, const std::string &name, bool forwa
   return result;
 }
 
-// A record for a shown network: one that an earlier call left without a window, or a fresh one.
+// A window for a shown network. In programs without windows a record alone: one that an earlier
+// call left, or a fresh one.
 WinInfo *network_record() {
+  if (hControl != 0)
+    return NewWindow(kNetworkPicture);
   for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
     if (wi->name == kNetworkName && wi->cmpnt == -1 && wi->win == 0)
       return ClearWinInfo(wi) != 0 ? wi : nullptr;
@@ -142,6 +147,8 @@ int bi_link_show(int num) {
   wi->seg_ct = do_layout(wi->seg_ments);
   wi->name = kNetworkName;
   wi->saved = 0;
+  if (wi->win != 0)
+    gDesktop->invalidate(wi->win);
   return 1;
 }
 

@@ -20,7 +20,8 @@ WinInfo *stored_network() {
   return nullptr;
 }
 
-// A function that stood in the old picture keeps its box; of two nodes of one name the first.
+// A function that stood in the old picture keeps its box and looks; of two nodes of one name the
+// first.
 void keep_places(const WinInfo *old, SegmArray &segs, int count) {
   std::unordered_map<std::string, const Segm *> places;
   for (int i = 1; i <= old->seg_ct; ++i)
@@ -35,6 +36,8 @@ void keep_places(const WinInfo *old, SegmArray &segs, int count) {
     seg->ly = found->second->ly;
     seg->ux = found->second->ux;
     seg->uy = found->second->uy;
+    // Its colour, and whether it is hidden or pinned, stay as the user left them.
+    seg->style = found->second->style;
   }
 }
 

@@ -4,7 +4,12 @@
 
 #include <cstdarg>
 #include <cstdio>
+#include <set>
 #include <vector>
+
+#include "platform/answer_hint.h"
+#include "platform/null_desktop.h"
+#include "platform/shown_count.h"
 
 namespace velora {
 
@@ -12,6 +17,7 @@ namespace {
 
 NullConsole null_console;
 NullDesktop null_desktop;
+std::set<int> items_off;   // menu items that gDisableItem switched off
 bool line_is_open = false; // what was written last to the console does not end a line
 
 std::string vformat(const char *format, std::va_list args) {
@@ -36,6 +42,7 @@ std::string vformat(const char *format, std::va_list args) {
 Console *gConsole = &null_console;
 Desktop *gDesktop = &null_desktop;
 int gNarPrint = 0;
+std::uint64_t gShown = 0;
 int gProgressDots = 1;
 int gAnswerLines = 0;
 int gNotes = 1;
@@ -80,6 +87,7 @@ void orvek_printf(const char *format, ...) {
 }
 
 void BeepMsge(std::string_view text, int level) {
+  ++gShown;
   gConsole->warn(text, level);
 }
 
@@ -98,6 +106,7 @@ void orvek_errorf(const char *format, ...) {
 }
 
 void show_note(std::string_view text) {
+  ++gShown;
   if (gNotes != 0)
     gConsole->note(text);
 }
@@ -106,12 +115,14 @@ int PromptUser(const std::string &message, std::initializer_list<const char *> b
   std::vector<std::string> labels(buttons.begin(), buttons.end());
   if (!labels.empty() && labels.back() == "Cancel")
     labels.pop_back();
+  ++gShown;
   return gConsole->ask(message, labels);
 }
 
 int GetUserDialogText(const std::string &prompt, std::string &answer) {
   if (answer.empty())
-    answer = "Please type here";
+    answer = kAnswerHint;
+  ++gShown;
   return gConsole->ask_text(prompt, answer) ? 1 : 0;
 }
 
@@ -124,11 +135,17 @@ void EnableAllMenus() {
 }
 
 void gDisableItem(int command) {
+  items_off.insert(command);
   gDesktop->enable_item(command, false);
 }
 
 void gEnableItem(int command) {
+  items_off.erase(command);
   gDesktop->enable_item(command, true);
+}
+
+bool gItemEnabled(int command) {
+  return !items_off.contains(command);
 }
 
 } // namespace velora

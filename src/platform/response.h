@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "platform/console.h"
-#include "platform/desktop.h"
 
 #if defined(__MINGW32__)
 #define VELORA_PRINTF(f, a) __attribute__((format(gnu_printf, f, a)))
@@ -56,6 +55,8 @@ void EnableAllMenus();
 // One menu item off or on.
 void gDisableItem(int command);
 void gEnableItem(int command);
+// Whether an item is on as far as these two know; one that they never switched is.
+bool gItemEnabled(int command);
 // Formats into a string of any length.
 std::string format_text(const char *format, ...) VELORA_PRINTF(1, 2);
 

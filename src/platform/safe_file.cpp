@@ -1,211 +1,113 @@
-// Replacing files safely. Called by the database file and the segment file writers. Every change
-// on disk goes through one of the step functions below, so that a fault can be made at each.
+// Replacing one file. Every call that touches the disk is one of file_calls.h, so that a fault can
+// be made at each.
 #include "platform/safe_file.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <cstdarg>
-#include <cstring>
-#include <filesystem>
-#include <system_error>
-
-#if defined(_WIN32)
-#include <io.h>
-#else
-#include <fcntl.h>
-#include <unistd.h>
-#endif
+#include <cstdio>
 
 namespace velora {
 
-int (*gFileFault)(FileStep step, std::size_t bytes) = nullptr;
 std::size_t gFileChunk = 65536;
-int gSyncFiles = 1;
 
-namespace {
+// --- the hidden file ---------------------------------------------------------------------------
 
-constexpr int kNoFault = -1;
-
-int fault_at(FileStep step, std::size_t bytes = 0) {
-  const int allowed = gFileFault != nullptr ? gFileFault(step, bytes) : kNoFault;
-  if (allowed != kNoFault)
-    errno = ENOSPC;
-  return allowed;
+HiddenFile::~HiddenFile() {
+  if (fd_ >= 0)
+    close();
+  if (made_)
+    remove_file(name_);
 }
 
-bool step_rename(const std::string &from, const std::string &to) {
-  return fault_at(FileStep::rename) == kNoFault && std::rename(from.c_str(), to.c_str()) == 0;
+bool HiddenFile::make(const std::string &name) {
+  name_ = name;
+  fd_ = make_file(name);
+  made_ = fd_ >= 0;
+  return made_;
 }
 
-bool step_remove(const std::string &name) {
-  return fault_at(FileStep::remove) == kNoFault && std::remove(name.c_str()) == 0;
+bool HiddenFile::write(std::string_view bytes) const {
+  return write_bytes(fd_, bytes);
 }
 
-bool step_write(std::FILE *file, std::string_view bytes) {
-  const int allowed = fault_at(FileStep::write, bytes.size());
-  if (allowed == kNoFault)
-    return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-  std::fwrite(bytes.data(), 1, static_cast<std::size_t>(allowed), file);
-  errno = ENOSPC;
+bool HiddenFile::close() {
+  const int fd = fd_;
+  fd_ = -1;
+  return close_file_number(fd);
+}
+
+// The first error counts; the file is closed in any case.
+bool HiddenFile::finish(const std::string &of) {
+  if (take_mode(fd_, name_, of))
+    return finish_private();
+  const int error = errno;
+  close();
+  errno = error;
   return false;
 }
 
-bool step_sync(std::FILE *file) {
-  if (fault_at(FileStep::sync) != kNoFault)
+bool HiddenFile::finish_private() {
+  const bool whole = sync_file(fd_);
+  const int error = errno;
+  const bool closed = close();
+  if (!whole)
+    errno = error;
+  return whole && closed;
+}
+
+bool HiddenFile::take(const std::string &name) {
+  if (!rename_file(name_, name))
     return false;
-  if (gSyncFiles == 0)
-    return true;
-#if defined(_WIN32)
-  return _commit(_fileno(file)) == 0;
-#else
-  // Some file systems offer no fsync for what they hold; that is no failure of the save.
-  return fsync(fileno(file)) == 0 || errno == EINVAL || errno == ENOSYS;
-#endif
+  made_ = false;
+  return true;
 }
 
-// Makes the renames in a folder durable. Best effort: the order of the renames is what keeps a
-// whole version, and not every system can do this.
-void sync_folder(const std::string &name) {
-#if defined(_WIN32)
-  (void)name;
-#else
-  if (gSyncFiles == 0)
-    return;
-  const std::string::size_type slash = name.rfind('/');
-  const std::string folder = slash == std::string::npos ? "." : name.substr(0, slash + 1);
-  const int fd = ::open(folder.c_str(), O_RDONLY);
-  if (fd < 0)
-    return;
-  (void)fsync(fd);
-  ::close(fd);
-#endif
-}
-
-// A new file takes the access rights of the one it replaces.
-void copy_rights(const std::string &from, const std::string &to) {
-  std::error_code error;
-  const auto status = std::filesystem::status(from, error);
-  if (!error)
-    std::filesystem::permissions(to, status.permissions(), error);
-}
-
-bool is_folder(const std::string &name) {
-  std::error_code error;
-  return std::filesystem::is_directory(name, error);
-}
-
-// A device or a pipe: what is written goes through it, and nothing may take its place.
-bool is_channel(const std::string &name) {
-  std::error_code error;
-  return std::filesystem::is_other(std::filesystem::status(name, error));
-}
-
-// The file that a chain of links leads to, which is the one to replace; links stay as they are.
-std::string link_target(const std::string &name) {
-  constexpr int kMostLinks = 40;
-  std::filesystem::path path(name);
-  std::error_code error;
-  for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(path, error); ++i)
-    path = path.parent_path() / std::filesystem::read_symlink(path, error);
-  return path == name ? name : path.string();
-}
-
-} // namespace
-
-bool file_exists(const std::string &name) {
-  std::error_code error;
-  return std::filesystem::exists(name, error);
-}
-
-bool complete_replacement(const std::string &name) {
-  const std::string target = link_target(name);
-  const std::string made = target + ".new";
-  return !file_exists(target) && file_exists(target + ".bak") && file_exists(made) &&
-         std::rename(made.c_str(), target.c_str()) == 0;
-}
-
-std::string new_temporary_name(const std::string &ending) {
-  std::error_code failed;
-  const auto folder = std::filesystem::temp_directory_path(failed);
-  if (failed)
-    return {};
-  const auto now = std::chrono::system_clock::now().time_since_epoch().count();
-  return (folder / ("velora-" + std::to_string(now) + ending)).string();
-}
-
-FileStamp stamp_of(const std::string &name) {
-  FileStamp stamp;
-  std::error_code error;
-  const auto time = std::filesystem::last_write_time(name, error);
-  if (error)
-    return stamp;
-  stamp.exists = true;
-  stamp.time = static_cast<std::int64_t>(time.time_since_epoch().count());
-  stamp.size = std::filesystem::file_size(name, error);
-  return stamp;
-}
-
-bool read_whole_file(const std::string &name, std::string &text) {
-  text.clear();
-  if (is_folder(name))
-    return false;
-  struct Closer {
-    void operator()(std::FILE *file) const { std::fclose(file); }
-  };
-  const std::unique_ptr<std::FILE, Closer> file(std::fopen(name.c_str(), "rb"));
-  if (file == nullptr)
-    return false;
-  char part[65536];
-  std::size_t got = 0;
-  while ((got = std::fread(part, 1, sizeof part, file.get())) > 0)
-    text.append(part, got);
-  return std::ferror(file.get()) == 0;
-}
+// --- replacing one file ------------------------------------------------------------------------
 
 SafeFile::SafeFile(std::string name)
-    : name_(link_target(name)), channel_(is_channel(name_)),
-      new_name_(channel_ ? name_ : name_ + ".new") {}
+    : name_(std::move(name)), target_(link_target(name_)),
+      channel_(entry_kind(target_, true) == EntryKind::other) {}
 
 SafeFile::~SafeFile() {
-  file_.reset();
-  if (made_)
-    std::remove(new_name_.c_str());
+  if (channel_fd_ >= 0)
+    close_file_number(channel_fd_);
 }
 
 std::string SafeFile::reason() const {
-  return error_ != 0 ? std::strerror(error_) : std::string();
+  return reason_;
 }
 
-void SafeFile::fail() {
-  if (!failed_)
-    error_ = errno;
+// Called with errno set; the first failure is the cause of all others.
+void SafeFile::fail(const std::string &path) {
+  if (reason_.empty())
+    reason_ = file_error_text(path, errno);
   failed_ = true;
 }
 
 bool SafeFile::open() {
-  errno = 0;
-  if (is_folder(name_))
-    errno = EISDIR;
-  else if (fault_at(FileStep::open) == kNoFault)
-    file_.reset(std::fopen(new_name_.c_str(), "wb"));
-  if (file_ == nullptr) {
-    error_ = errno;
-    // In a folder that may not be written to, the old file could not be moved either.
-    if ((error_ == EACCES || error_ == EPERM || error_ == EROFS) && file_exists(name_))
-      outcome_ = SaveOutcome::cannot_keep_old;
-    return false;
+  errno = EISDIR;
+  bool opened = false;
+  if (channel_) {
+    channel_fd_ = open_channel(target_);
+    opened = channel_fd_ >= 0;
+  } else if (entry_kind(target_) != EntryKind::folder) {
+    opened = hidden_.make(hidden_name(target_, random_token(), "new"));
   }
-  // The chunk is the buffer: each write below reaches the file when it is made.
-  std::setvbuf(file_.get(), nullptr, _IONBF, 0);
-  made_ = !channel_;
-  failed_ = false;
-  return true;
+  // Where nothing may be made it is the folder that refuses; a missing one too.
+  if (!opened && !channel_ && (errno == EACCES || errno == EROFS))
+    fail(folder_of(target_));
+  else if (!opened)
+    fail(name_);
+  opened_ = opened;
+  failed_ = !opened;
+  return opened;
 }
 
 void SafeFile::flush_chunk() {
-  if (!failed_ && !chunk_.empty() && !step_write(file_.get(), chunk_))
-    fail();
+  if (!failed_ && !chunk_.empty() &&
+      !(channel_ ? write_bytes(channel_fd_, chunk_) : hidden_.write(chunk_)))
+    fail(name_);
   chunk_.clear();
 }
 
@@ -236,55 +138,47 @@ void SafeFile::printf(const char *format, ...) {
   va_end(again);
 }
 
-// Everything that was written must have reached the disk before the old file is touched.
-bool SafeFile::finish_content() {
-  flush_chunk();
-  if (!failed_ && !step_sync(file_.get()))
-    fail();
-  const bool fault = fault_at(FileStep::close) != kNoFault;
-  std::FILE *file = file_.release();
-  if (file != nullptr && (std::fclose(file) != 0 || fault))
-    fail();
+bool SafeFile::finish_channel() {
+  const int fd = channel_fd_;
+  channel_fd_ = -1;
+  if (!failed_ && !close_file_number(fd))
+    fail(name_);
   return !failed_;
 }
 
-bool SafeFile::keep_old() {
-  // Where a rename may not replace a file, the old backup is deleted first. The old file itself
-  // stands under its name until it stands under the backup's.
-  return step_rename(name_, backup_name()) ||
-         (step_remove(backup_name()) && step_rename(name_, backup_name()));
-}
-
-bool SafeFile::take_name() {
-  if (!step_rename(new_name_, name_)) {
-    error_ = errno;
-    return false;
-  }
-  made_ = false;
-  sync_folder(name_);
-  return true;
-}
-
 SaveOutcome SafeFile::replace() {
-  if (file_ == nullptr)
-    return outcome_;
-  if (!finish_content())
-    return SaveOutcome::cannot_write;
+  if (!opened_)
+    return SaveOutcome::cannot_open;
+  flush_chunk();
   if (channel_)
-    return SaveOutcome::saved;
-  const bool replaces = file_exists(name_);
-  if (replaces) {
-    copy_rights(name_, new_name_);
-    if (!keep_old()) {
-      error_ = errno;
-      return SaveOutcome::cannot_keep_old;
-    }
+    return finish_channel() ? SaveOutcome::saved : SaveOutcome::cannot_write;
+  if (!failed_ && !hidden_.finish(target_))
+    fail(name_);
+  if (failed_)
+    return SaveOutcome::cannot_write;
+  if (!hidden_.take(target_)) {
+    fail(name_);
+    return SaveOutcome::cannot_replace;
   }
-  if (take_name())
-    return SaveOutcome::saved;
-  if (replaces)
-    (void)std::rename(backup_name().c_str(), name_.c_str());
-  return SaveOutcome::cannot_replace;
+  sync_folder(folder_of(target_));
+  return SaveOutcome::saved;
+}
+
+bool may_replace_protected(const std::string &name) {
+  constexpr int kReplace = 1;
+  return !is_protected_file(name) ||
+         PromptUser(format_text("%s is write-protected. Replace it?", name.c_str()),
+                    {"Replace", "Cancel"}) == kReplace;
+}
+
+bool write_whole_file(const std::string &name, std::string_view text, std::string &reason) {
+  SafeFile out(name);
+  if (out.open())
+    out.write(text);
+  if (out.replace() == SaveOutcome::saved)
+    return true;
+  reason = out.reason();
+  return false;
 }
 
 } // namespace velora

@@ -1,53 +1,73 @@
-// Replacing a file so that at every instant a whole version of it stands under its name or under
-// its ".bak". The database file and the segment file are both written through this.
+// Replacing files so that at every instant a whole version stands under the name.
 //
-// The new content goes to NAME.new beside the file and is forced to the disk; then the old file
-// becomes NAME.bak and NAME.new becomes NAME. A writer uses it like this:
+// What is new is written into a hidden file beside the old one and forced to the disk; then it
+// takes the name in one step. A writer uses it like this:
 //
 //   SafeFile out(name);
 //   if (out.open()) {
-//     out.write("tdec\n");
-//     out.printf("\t%s ::= enum ;\n", text);   // nothing needs checking on the way
+//     out.write(head);
+//     out.printf("%d\n", count);   // nothing needs checking on the way
 //   }
-//   switch (out.replace()) { ... one message for each outcome ... }
+//   if (out.replace() != SaveOutcome::saved)
+//     ... out.reason() says why, with the path ...
+//
+// The files of a database keep the version before as NAME.bak, and several of them can be replaced
+// together (file_set.h). Nothing else is kept, so files of the user's own beside NAME stay as they
+// are.
 //
 // A symbolic link stays, and the file that it leads to is replaced. A device or a pipe is written
-// to as it is.
-//
-// An object that is dropped without replace(), also by an abandoned command, removes NAME.new and
-// leaves everything as it was. Failed writes are remembered and reported by replace().
+// to as it is. An object that is dropped without replace(), also by an abandoned command, leaves
+// everything as it was.
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <string_view>
 
+#include "platform/file_calls.h"
+#include "platform/file_stamp.h"
 #include "platform/response.h"
+#include "platform/temp_names.h"
+#include "platform/whole_file.h"
 
 namespace velora {
-
-// The steps of a replacement, for faults made on purpose.
-enum class FileStep { open, write, sync, close, remove, rename };
-
-// Asked before every step when set. Answers -1 to go on; otherwise the step fails as on a full
-// disk, a write after that many of its `bytes` have reached the file. The hook may also end the
-// process, which is what a crash at that step looks like. Only tests set it.
-extern int (*gFileFault)(FileStep step, std::size_t bytes);
 
 // How many bytes are collected before they are written; tests make it small.
 extern std::size_t gFileChunk;
 
-// Non-zero forces content to the disk before a file is replaced (the default).
-extern int gSyncFiles;
-
 enum class SaveOutcome {
-  saved,           // the new content stands under the name, the old under ".bak"
+  saved,           // the new content stands under the name
   cannot_open,     // the new content could not be created; nothing changed
   cannot_write,    // it could not be written whole (a full disk); nothing changed
   cannot_keep_old, // the old file could not become the backup; the old file is untouched
-  cannot_replace   // the new file could not take the name; the old one was put back
+  cannot_replace   // the new file could not take the name; the old one stands
+};
+
+// A file that is being made under a hidden name. Gone again unless it took a name or was kept.
+class HiddenFile {
+public:
+  HiddenFile() = default;
+  ~HiddenFile();
+  HiddenFile(const HiddenFile &) = delete;
+  HiddenFile &operator=(const HiddenFile &) = delete;
+  // Makes it; it cannot be there yet.
+  bool make(const std::string &name);
+  bool write(std::string_view bytes) const;
+  // Gives it the rights of `of`, forces it to the disk and closes it.
+  bool finish(const std::string &of);
+  // The same, but for its owner alone, as it was made.
+  bool finish_private();
+  // Lets it take the place of `name`.
+  bool take(const std::string &name);
+  // It is somebody else's to remove from now on.
+  void keep() { made_ = false; }
+  [[nodiscard]] const std::string &name() const { return name_; }
+
+private:
+  bool close();
+  std::string name_;
+  int fd_ = -1;
+  bool made_ = false;
 };
 
 class SafeFile {
@@ -65,54 +85,30 @@ public:
   SaveOutcome replace();
 
   [[nodiscard]] const std::string &name() const { return name_; }
-  [[nodiscard]] std::string backup_name() const { return name_ + ".bak"; }
-  // The system's text for what went wrong, such as "No space left on device".
+  // What went wrong first, in words and with its path: "x.svg: No space left on device".
   [[nodiscard]] std::string reason() const;
 
 private:
-  struct Closer {
-    void operator()(std::FILE *file) const { std::fclose(file); }
-  };
-  void fail();
+  void fail(const std::string &path);
   void flush_chunk();
-  bool finish_content();
-  bool keep_old();
-  bool take_name();
+  bool finish_channel();
 
-  std::string name_;
-  bool channel_; // a device or a pipe, written to as it is
-  std::string new_name_;
+  std::string name_;   // as the user gave it
+  std::string target_; // where its links lead
+  bool channel_;       // a device or a pipe, written to as it is
+  int channel_fd_ = -1;
+  HiddenFile hidden_;
   std::string chunk_;
-  std::unique_ptr<std::FILE, Closer> file_;
-  SaveOutcome outcome_ = SaveOutcome::cannot_open;
+  bool opened_ = false;
   bool failed_ = true;
-  bool made_ = false; // NAME.new exists and is ours
-  int error_ = 0;
+  std::string reason_;
 };
 
-// Completes a replacement that was cut off between its two renames: when no file of that name
-// stands but its NAME.new and NAME.bak do, the new content, which was whole before the old file was
-// touched, takes the name. True when it did.
-bool complete_replacement(const std::string &name);
+// Asks before a file whose owner has taken the right to write away is replaced. True to go on, also
+// when it is no such file.
+bool may_replace_protected(const std::string &name);
 
-// Reads a whole file into `text`; false when it cannot be opened or read.
-bool read_whole_file(const std::string &name, std::string &text);
-
-// True when a file or folder of that name exists.
-bool file_exists(const std::string &name);
-
-// A name among the temporary files that nothing else uses, with that ending; empty when there is no
-// folder for them.
-std::string new_temporary_name(const std::string &ending);
-
-// What a file looked like when it was last read or written, to notice that another program has
-// changed it since. A missing file has `exists` false.
-struct FileStamp {
-  bool exists = false;
-  std::uintmax_t size = 0;
-  std::int64_t time = 0;
-  friend bool operator==(const FileStamp &, const FileStamp &) = default;
-};
-FileStamp stamp_of(const std::string &name);
+// Writes `text` as the whole of `name`; false with the cause in `reason`.
+bool write_whole_file(const std::string &name, std::string_view text, std::string &reason);
 
 } // namespace velora

@@ -26,4 +26,24 @@ constexpr std::size_t first_character(std::string_view text) {
   return end;
 }
 
+// Length in bytes of the valid character at the start of `text`, which is not empty; 0 when there
+// is none.
+constexpr std::size_t whole_character(std::string_view text) {
+  const auto lead = static_cast<unsigned char>(text.front());
+  std::size_t length = 1;
+  if (lead >= 0x80)
+    length = lead >= 0xF0 && lead <= 0xF4 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC2 ? 2 : 0;
+  if (lead > 0xF4 || length > text.size())
+    return 0;
+  for (std::size_t i = 1; i < length; ++i)
+    if (!continues_character(text[i]))
+      return 0;
+  // Neither overlong forms nor surrogates are characters of a document.
+  const auto second = length > 1 ? static_cast<unsigned char>(text[1]) : 0;
+  if ((lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F) ||
+      (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second > 0x8F))
+    return 0;
+  return length;
+}
+
 } // namespace velora

@@ -2,7 +2,9 @@
 // a picture that is gone is never touched, and the text as it was shown.
 #include "shell/annotation.h"
 
+#include "editor/edit.h"
 #include "editor/model/wininfo.h"
+#include "platform/desktop.h"
 #include "shell/picture_windows.h"
 #include "shell/vel_wins.h"
 
@@ -38,6 +40,11 @@ void show(const WinInfo *wi, WindowId win) {
   shown_text = *shown_annotation();
   gDesktop->set_text(gAnnWind, shown_text);
   shown_text = gDesktop->text_of(gAnnWind);
+  std::string title = std::string(look_of(kAnnotationWindow).title) + ": " +
+                      (wi->name.empty() ? "unnamed" : picture_title(wi));
+  if (shown_segment != 0)
+    title += ", " + wi->seg_ments[shown_segment]->label;
+  gDesktop->set_title(gAnnWind, title);
 }
 
 } // namespace
@@ -61,8 +68,8 @@ int AddAnnotation() {
   const std::string typed = gDesktop->text_of(gAnnWind);
   if (typed == shown_text)
     return 0;
-  *text = shown_text = typed;
-  mark_changed(picture_of(shown_window));
+  shown_text = typed;
+  edit_picture(picture_of(shown_window), "Annotation", [text, &typed] { *text = typed; });
   return 1;
 }
 

@@ -37,11 +37,14 @@ int CloseWindowProc(WindowId win) {
 int everything_saved() {
   AddAnnotation();
   const bool database_changed = gSymbolTableChanged != 0 || gSegsChanged != 0;
-  return !database_changed && changed_pictures().empty() && unstored_texts().empty() ? 1 : 0;
+  return !database_changed && changed_pictures().empty() && unstored_texts().empty() &&
+                 !narrative_unsaved()
+             ? 1
+             : 0;
 }
 
 int CloseFrameProc() {
-  if (offer_to_save_pictures() == 0 || offer_to_store_texts() == 0 ||
+  if (offer_to_save_pictures() == 0 || offer_to_store_texts() == 0 || may_lose_narrative() == 0 ||
       SaveDBChanges("Untitled1") == 0)
     return 0;
   CompleteDataBasePair();

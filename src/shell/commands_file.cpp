@@ -5,12 +5,16 @@
 #include "core/space.h"
 #include "core/symbols.h"
 #include "db/vel_dbop.h"
+#include "editor/builder.h"
 #include "editor/model/wininfo.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
 #include "shell/commands.h"
+#include "shell/console_lines.h"
 #include "shell/console_window.h"
-#include "shell/desk_events.h"
+#include "shell/gate.h"
 #include "shell/picture_windows.h"
+#include "shell/recovery.h"
 #include "shell/vel_wins.h"
 
 namespace velora {
@@ -34,6 +38,7 @@ int NewDataBaseCommand() {
 
 int OpenCommand() {
   OpenDataBaseFile();
+  show_recovered_pictures();
   CreateUserMenus();
   return 1;
 }
@@ -50,12 +55,19 @@ int CloseDataBaseCommand() {
 }
 
 int SaveDataBaseCommand() {
+  if (offer_to_commit_pictures() == 0)
+    return 0;
   return SaveDataBase(kNewName), 1;
 }
 
 int ImportCommand() {
   IncludeDataBase();
   CreateUserMenus();
+  return 1;
+}
+
+int BuildSegmentsCommand() {
+  ddb_to_segs();
   return 1;
 }
 
@@ -94,11 +106,12 @@ int SaveControlTextCommand() {
 }
 
 int QuitCommand() {
-  close_asked(0);
+  close_afterwards(0);
   return 0;
 }
 
 int QueryCommand() {
+  leave_section();
   return AskForQuery();
 }
 

@@ -1,10 +1,14 @@
 // The commands of the Edit, Windows and Find menus.
+#include "editor/compound.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
 #include "shell/annotation.h"
 #include "shell/commands.h"
 #include "shell/console_window.h"
 #include "shell/graphics_windows.h"
+#include "shell/picture_edit.h"
 #include "shell/picture_windows.h"
+#include "shell/save_actions.h"
 #include "shell/text_windows.h"
 #include "shell/vel_wins.h"
 
@@ -12,7 +16,29 @@ namespace velora {
 
 namespace {
 
+// What each edit command does in a picture.
+int edit_in_picture(WinInfo *wi, EditCommand command) {
+  switch (command) {
+  case EditCommand::undo:
+    return undo_picture(wi);
+  case EditCommand::cut:
+    return cut_in_picture(wi);
+  case EditCommand::copy:
+    return copy_in_picture(wi);
+  case EditCommand::paste:
+    return paste_in_picture(wi);
+  case EditCommand::clear:
+    break;
+  }
+  return clear_selection_in_picture(wi);
+}
+
 int edit_previous(EditCommand command) {
+  if (WinInfo *wi = picture_of(previous); wi != nullptr)
+    return edit_in_picture(wi, command);
+  if (command == EditCommand::undo && previous == hControl && !orphan_to_undo().empty() &&
+      gDesktop->typed_text(hControl).empty())
+    return undo_orphan();
   if (TextTypeWindow(previous) == 0)
     return 0;
   gDesktop->edit(previous, command);
@@ -66,13 +92,11 @@ int FindAgainCommand() {
 }
 
 int CommitCommand() {
-  if (window_kind(previous) != kOrvekWindow) {
-    DisplayResponse("There is nothing to commit\n");
-    return 0;
-  }
-  if (StoreOrvekToDB(previous) != 0)
-    DisplayResponse("Orvek Code Stored\n");
-  return 1;
+  return commitWindow(previous);
+}
+
+int RemoveCommand() {
+  return RemoveThis(shown_picture());
 }
 
 int NewConstructorsCommand() {
@@ -111,14 +135,6 @@ int ClearControlCommand() {
 int StackCommand() {
   StackWindows();
   return 1;
-}
-
-int BiggerTextCommand() {
-  return BiggerText(shown_picture()), 1;
-}
-
-int SmallerTextCommand() {
-  return SmallerText(shown_picture()), 1;
 }
 
 int RefreshCommand() {

@@ -7,6 +7,8 @@
 
 namespace velora {
 
+std::string *gConsoleTap = nullptr;
+
 ConsoleText::~ConsoleText() {
   drop_log();
 }
@@ -20,6 +22,8 @@ void ConsoleText::drop_log() {
 
 void ConsoleText::append(std::string_view text, bool stands_out) {
   shown_.append(text, stands_out);
+  if (gConsoleTap != nullptr)
+    *gConsoleTap += text;
 }
 
 void ConsoleText::flush() {

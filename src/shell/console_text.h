@@ -3,11 +3,10 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <string_view>
 
+#include "platform/file_handle.h"
 #include "shell/shown_text.h"
 
 namespace velora {
@@ -15,6 +14,9 @@ namespace velora {
 // The window keeps at least kKeptCharacters; once it holds kMostCharacters the older ones go.
 inline constexpr std::size_t kKeptCharacters = 250'000;
 inline constexpr std::size_t kMostCharacters = 500'000;
+
+// Set while a script runs: receives everything that is shown in CONTROL.
+extern std::string *gConsoleTap;
 
 class ConsoleText {
 public:
@@ -38,9 +40,6 @@ public:
   int save_log(const std::string &file);
 
 private:
-  struct CloseFile {
-    void operator()(std::FILE *file) const { std::fclose(file); }
-  };
   void to_log(std::string_view text);
   // Gives up the log and removes its file.
   void drop_log();
@@ -48,7 +47,7 @@ private:
   ShownText shown_{kKeptCharacters, kMostCharacters,
                    "[earlier text: File, Save CONTROL Text...]\n"};
   std::string log_name_;
-  std::unique_ptr<std::FILE, CloseFile> log_;
+  FileHandle log_;
 };
 
 } // namespace velora

@@ -2,16 +2,16 @@
 // and the list of earlier queries.
 #include "shell/console_window.h"
 
-#include <deque>
 #include <span>
-#include <vector>
 
 #include "core/events.h"
 #include "front/cint.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
 #include "platform/utf8.h"
-#include "shell/desk_events.h"
+#include "shell/message_place.h"
 #include "shell/query_text.h"
+#include "shell/running.h"
 #include "shell/vel_wins.h"
 
 namespace velora {
@@ -30,15 +30,7 @@ constexpr milliseconds kBusyAfter{300};
 // So much text is shown without waiting for the clock.
 constexpr std::size_t kShowBytes = 1 << 20;
 
-QueryHistory history;
-// Complete lines that were typed or pasted and have not run yet, and whether they are being run.
-std::deque<std::string> lines;
-bool running_lines = false;
-
-bool ends_with_prompt(std::string_view text) {
-  return text.size() >= kQueryPrompt.size() &&
-         text.substr(text.size() - kQueryPrompt.size()) == kQueryPrompt;
-}
+std::string prompt(kQueryPrompt);
 
 } // namespace
 
@@ -50,7 +42,7 @@ void DesktopConsole::write(std::string_view text) {
       (text.starts_with(kInterrupted) && text_.in_plain_line()))
     text_.append("\n");
   text_.append(text);
-  at_prompt_ = ends_with_prompt(text);
+  at_prompt_ = text.ends_with(prompt) || text.ends_with(kQueryPrompt);
   show_soon();
 }
 
@@ -70,6 +62,8 @@ void DesktopConsole::warn(std::string_view text, int) {
   if (!text.starts_with('\n') && text_.in_plain_line())
     text_.append("\n");
   text_.append(text, true);
+  if (gFaultWatch != nullptr)
+    gFaultWatch->hear_message(text);
   at_prompt_ = false;
   beep();
 }
@@ -97,6 +91,8 @@ void DesktopConsole::clear() {
 }
 
 void DesktopConsole::note(std::string_view text) {
+  if (gFaultWatch != nullptr)
+    gFaultWatch->hear_note(text);
   write(text);
   if (!text.ends_with('\n'))
     write("\n");
@@ -208,8 +204,13 @@ void DesktopConsole::beep() {
 
 // --- the query loop ----------------------------------------------------------------------------
 
+void set_console_prompt(std::string_view text) {
+  prompt = text;
+}
+
 int AskForQuery() {
-  DisplayResponse(kQueryPrompt);
+  set_console_prompt(kQueryPrompt);
+  DisplayResponse(prompt);
   greqQuery = 1;
   gDesktop->focus_window(hControl);
   return 1;
@@ -217,91 +218,9 @@ int AskForQuery() {
 
 void wait_for_query() {
   if (!gDesktopConsole.at_prompt())
-    DisplayResponse(kQueryPrompt);
+    DisplayResponse(prompt);
   greqQuery = 1;
   gDesktopConsole.show_soon();
-}
-
-int GetQuery(const std::string &line) {
-  const std::string query = strip_prompt(line);
-  const char *fault = query_fault(query);
-  if (!query.empty())
-    history.add(query);
-  if (fault == nullptr && !query.empty())
-    return cint_query(query);
-  if (fault != nullptr)
-    DisplayResponse(fault);
-  DisplayResponse("Please re-type QUERY:");
-  DisplayResponse(kQueryPrompt);
-  greqQuery = 1;
-  return 0;
-}
-
-namespace {
-
-// Takes the lines that are complete out of what is typed.
-void take_lines() {
-  std::string rest;
-  const std::vector<std::string> queries = split_queries(gDesktop->typed_text(hControl), rest);
-  if (queries.empty())
-    return;
-  gDesktop->set_typed_text(hControl, rest);
-  for (const std::string &query : queries)
-    if (!query.empty() || queries.size() == 1)
-      lines.push_back(query);
-}
-
-// Runs the oldest line. Between lines that follow at once the keys are looked at, so that a long
-// paste can be stopped; what was pasted behind a query that is stopped is not wanted either.
-void run_line() {
-  const std::string query = lines.front();
-  lines.pop_front();
-  const std::size_t behind = lines.size();
-  gDesktopConsole.hold(behind > 0);
-  DisplayResponse(query + "\n");
-  const CommandEnd end = run_entry([&query, behind] {
-    if (behind > 0)
-      poll_user_events();
-    return GetQuery(query);
-  });
-  if (end == CommandEnd::interrupted)
-    lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(behind));
-}
-
-// Set while lines are run, however that ends.
-struct RunningLines {
-  RunningLines() { running_lines = true; }
-  ~RunningLines() {
-    running_lines = false;
-    gDesktopConsole.hold(false);
-  }
-  RunningLines(const RunningLines &) = delete;
-  RunningLines &operator=(const RunningLines &) = delete;
-};
-
-} // namespace
-
-// Running a line comes back here with what was typed meanwhile, which waits for its turn.
-void console_changed() {
-  if (gDesktopConsole.take_characters() || command_runs())
-    return;
-  take_lines();
-  if (running_lines)
-    return;
-  {
-    const RunningLines now;
-    while (!lines.empty())
-      run_line();
-  }
-  gDesktopConsole.show();
-}
-
-int console_recall(int step) {
-  std::string found;
-  if (command_runs() || !history.recall(step, gDesktop->typed_text(hControl), found))
-    return 0;
-  gDesktop->set_typed_text(hControl, found);
-  return 1;
 }
 
 } // namespace velora

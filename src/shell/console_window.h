@@ -68,15 +68,12 @@ private:
 
 extern DesktopConsole gDesktopConsole;
 
-// Shows the prompt and waits for a query (command Query).
+// Shows the prompt of queries and waits for one (command Query); a section that was being typed is
+// left.
 int AskForQuery();
 // The prompt again after a command, unless it still stands.
 void wait_for_query();
-// Strips the prompt from `line` and runs it as a query, or asks to type it again. 1 when it ran.
-int GetQuery(const std::string &line);
-// The user changed the typed text: runs each line that is complete.
-void console_changed();
-// Puts the query `step` places later (1) or earlier (-1) in place of what is typed; 1 or 0.
-int console_recall(int step);
+// What stands before the next line that is typed: the prompt of queries or that of a section.
+void set_console_prompt(std::string_view text);
 
 } // namespace velora

@@ -1,19 +1,27 @@
 // The gate between the window system and the program. Holds whether a command runs, and which
-// windows wait to be closed until it has ended.
+// windows wait to be closed until it has desktop_ended().
 #include "shell/desk_events.h"
 
-#include <algorithm>
 #include <string>
-#include <vector>
 
+#include "db/f_dbops.h"
 #include "db/vel_dbop.h"
 #include "eval/registry.h"
+#include "platform/desktop.h"
 #include "platform/interrupt.h"
 #include "platform/response.h"
+#include "platform/trust.h"
+#include "shell/command_numbers.h"
+#include "shell/commands.h"
+#include "shell/console_lines.h"
 #include "shell/console_window.h"
+#include "shell/gate.h"
 #include "shell/graphics_windows.h"
+#include "shell/message_place.h"
+#include "shell/picture_hand.h"
 #include "shell/picture_windows.h"
 #include "shell/query_text.h"
+#include "shell/recovery.h"
 #include "shell/vel_wins.h"
 #include "shell/x_menus.h"
 
@@ -21,57 +29,21 @@ namespace velora {
 
 namespace {
 
-bool running = false;
-bool ended = false; // the frame is going
-std::vector<WindowId> to_close;
-
 constexpr int kStopIt = 1;
 const std::string kWhenToClose[] = {"Stop It and Close", "When It Has Ended"};
-
-CommandEnd run_one(const Command &command) {
-  running = true;
-  const CommandEnd end = run_command(command);
-  run_step([] { gDesktopConsole.busy(false); });
-  running = false;
-  gInterrupted = 0;
-  return end;
-}
-
-int close_now(WindowId win) {
-  if (win != 0)
-    return CloseWindowProc(win), 1;
-  if (CloseFrameProc() != 0) {
-    ended = true;
-    gDesktop->quit();
-  }
-  return 1;
-}
 
 int open_named(const std::string &database) {
   Setup_Global_DDB_name(database);
   const int opened = OpenDataBaseFile();
+  show_recovered_pictures();
   CreateUserMenus();
   return opened;
 }
 
-// What waited for the end of a command: closing of windows, the prompt, the menus, typed lines.
-void after_command() {
-  while (!to_close.empty() && !ended) {
-    const WindowId win = to_close.back();
-    to_close.pop_back();
-    run_one([win] { return close_now(win); });
-  }
-  if (ended)
-    return;
-  wait_for_query();
-  refresh_graphics_windows();
-  AdjustMenus();
-  console_changed();
-}
-
-void close_afterwards(WindowId win) {
-  if (std::find(to_close.begin(), to_close.end(), win) == to_close.end())
-    to_close.push_back(win);
+int close_and_open(const std::string &database) {
+  if (!gDDB_basename.empty() && CloseDataBaseCommand() == 0)
+    return 0;
+  return open_named(database);
 }
 
 // The user wants a window closed while a command runs.
@@ -91,77 +63,82 @@ void close_meanwhile(WindowId win) {
 
 } // namespace
 
-bool command_runs() {
-  return running;
-}
-
 CommandEnd run_entry(const Command &command) {
-  if (running || ended) {
-    gDesktop->beep();
-    return CommandEnd::failed;
+  const CommandEnd end = run_gated(command);
+  if (!command_runs() && !desktop_ended()) {
+    run_step(console_changed); // lines typed meanwhile have their turn
+    run_step(recovery_after_command);
   }
-  const CommandEnd end = run_one(command);
-  run_step(after_command);
   return end;
 }
 
 int start_desktop(const std::string &database) {
+  gPersonAnswers = true;
   if (NewTextWindow(kControlWindow) == 0)
     return 0;
   gDesktop->focus_window(hControl);
-  for (const int item : {130, 136, 137, 133})
+  for (const int item : {kCmdOff130, kCmdOff136, kCmdOff137, kCmdOff133})
     gDisableItem(item);
   DisplayResponse("\n");
   int code = 0;
-  const CommandEnd end = run_one([&code] {
+  const CommandEnd end = run_alone([&code] {
     code = init_Velora();
     return code == 0 ? 1 : 0;
   });
   if (end == CommandEnd::done && code == 0) {
     if (!database.empty())
-      run_one([&database] { return open_named(database); });
+      run_alone([&database] { return open_named(database); });
     run_step(after_command);
+    run_step(console_changed);
     return 1;
   }
-  if (to_close.empty()) // otherwise the user gave it up
+  if (!closing_waits()) // otherwise the user gave it up
     gDesktop->message_box("Loading info:", "Sorry - failed");
   return 0;
 }
 
 void menu_chosen(int number, MenuBar bar) {
-  if (running && number == 113)
+  if (command_runs() && number == kCmdQuit)
     close_asked(0);
   else
     run_entry([number, bar] { return DoMenuCommandPC(number, bar), 1; });
 }
 
 void menu_opened() {
-  if (!running)
+  if (!command_runs())
     run_step(AdjustMenus);
 }
 
 void close_asked(WindowId win) {
-  if (running)
+  if (command_runs())
     run_step([win] { close_meanwhile(win); });
   else
     run_entry([win] { return close_now(win); });
 }
 
+void open_database(const std::string &file) {
+  run_entry([&file] { return close_and_open(file); });
+}
+
 bool session_may_end() {
   bool saved = false;
-  if (!running)
-    run_step([&saved] { saved = ended || everything_saved() != 0; });
+  if (!command_runs())
+    run_step([&saved] { saved = desktop_ended() || everything_saved() != 0; });
   return saved;
 }
 
 void interrupt_asked() {
-  if (running)
+  if (command_runs())
     gInterrupted = 1;
 }
 
 void text_changed(WindowId win) {
-  if (win == hControl && !ended)
+  if (desktop_ended())
+    return;
+  if (win == hControl)
     run_step(console_changed);
+  else if (win == gNarWind)
+    narrative_typed();
 }
 
 bool recall_key(int step) {
@@ -171,7 +148,7 @@ bool recall_key(int step) {
 }
 
 bool reuse_line(const std::string &line) {
-  if (running)
+  if (command_runs())
     return false;
   bool reused = false;
   run_step([&line, &reused] {
@@ -183,21 +160,76 @@ bool reuse_line(const std::string &line) {
   return reused;
 }
 
+bool message_leads(const std::vector<std::string> &lines) {
+  return std::any_of(lines.begin(), lines.end(),
+                     [](const std::string &line) { return place_in_message(line).win != 0; });
+}
+
+void message_clicked(const std::vector<std::string> &lines) {
+  if (!command_runs())
+    run_step([&lines] { go_to_message_place(lines); });
+}
+
 void clear_typed() {
-  if (!running)
+  if (!command_runs())
     run_step([] { gDesktop->set_typed_text(hControl, ""); });
 }
 
 void window_activated(WindowId win) {
-  if (ended)
+  if (desktop_ended())
     return;
   run_step([win] { window_focused(win); });
   menu_opened();
 }
 
+void window_put_away(WindowId win) {
+  if (!desktop_ended())
+    run_step([win] { leave_out_of_sight(win); });
+}
+
 void next_window_asked(int step) {
-  if (!ended)
+  if (!desktop_ended())
     run_step([step] { focus_next_window(step); });
+}
+
+bool take_accelerator(const KeyEvent &event) {
+  const MenuBar bar = gDesktop->menu_bar();
+  const int number = accelerator_command(bar, event);
+  if (number == 0)
+    return false;
+  if (item_enabled(number, bar))
+    menu_chosen(number, bar);
+  return true;
+}
+
+bool mouse_event(WindowId win, const MouseEvent &event) {
+  WinInfo *wi = desktop_ended() ? nullptr : picture_of(win);
+  if (wi == nullptr)
+    return false;
+  bool taken = false;
+  run_step([&] { taken = picture_mouse(wi, event); });
+  return taken;
+}
+
+bool key_event(WindowId win, const KeyEvent &event) {
+  if (desktop_ended())
+    return false;
+  if (take_accelerator(event))
+    return true;
+  WinInfo *wi = picture_of(win);
+  if (wi == nullptr)
+    return false;
+  bool taken = false;
+  run_step([&] { taken = picture_key(wi, event); });
+  return taken;
+}
+
+void time_passed() {
+  if (!command_runs() && !desktop_ended())
+    run_step([] {
+      show_database_state();
+      recovery_time_passed();
+    });
 }
 
 void paint_window(WindowId win, Canvas &canvas) {

@@ -19,12 +19,13 @@ int save_graphics(int window, const char *file) {
   }
   SvgCanvas canvas;
   draw_graphics(*info, canvas);
-  SafeFile out(file);
-  if (out.open())
-    out.write(canvas.document(graphics_extent(*info), graphics_title(*info)));
-  if (out.replace() == SaveOutcome::saved)
+  std::string reason;
+  if (!may_replace_protected(file))
+    return 0;
+  if (write_whole_file(file, canvas.document(graphics_extent(*info), graphics_title(*info)),
+                       reason))
     return 1;
-  orvek_errorf("Can't write %s: %s\n", file, out.reason().c_str());
+  orvek_errorf("Can't write %s\n", reason.c_str());
   return 0;
 }
 

@@ -2,16 +2,33 @@
 #include "shell/graphics_windows.h"
 
 #include "eval/graphics_windows.h"
+#include "platform/desktop.h"
+#include "platform/response.h"
+#include "platform/safe_file.h"
 #include "shell/vel_wins.h"
 
 namespace velora {
 
 namespace {
 
+WindowId typed_into = 0; // the narrative window that the user wrote into
+
+int save_narrative() {
+  const auto chosen = gDesktop->choose_file(true, "Save Narrative", "*.txt");
+  if (!chosen)
+    return 0;
+  SafeFile out(*chosen);
+  if (out.open())
+    out.write(gDesktop->text_of(gNarWind));
+  if (out.replace() == SaveOutcome::saved)
+    return 1;
+  orvek_errorf("Can't write to %s\n", chosen->c_str());
+  return 0;
+}
+
 // A window scrolls over what is drawn, not over its first size, which has room for its frame.
 void show_extent(const BgrWinInfo &info) {
-  const Rect all = drawn_extent(info);
-  gDesktop->set_extent(info.win, all.right, all.bottom);
+  gDesktop->set_extent(info.win, drawn_extent(info));
 }
 
 } // namespace
@@ -55,7 +72,39 @@ int open_narrative_window() {
   return 1;
 }
 
+void narrative_typed() {
+  typed_into = gNarWind;
+}
+
+bool narrative_unsaved() {
+  return gNarWind != 0 && typed_into == gNarWind;
+}
+
+namespace {
+
+// Asks what to do with a narrative that the user wrote into; 1 to go on, 0 to stay.
+int offer_to_save_narrative() {
+  gDesktop->focus_window(gNarWind);
+  switch (PromptUser("Save Changes to: narrative?", {"Save", "Discard"})) {
+  case 1:
+    return save_narrative();
+  case 2:
+    return 1;
+  default:
+    return 0;
+  }
+}
+
+} // namespace
+
+int may_lose_narrative() {
+  return !narrative_unsaved() || offer_to_save_narrative() != 0 ? 1 : 0;
+}
+
 int close_narrative_window() {
+  if (may_lose_narrative() == 0)
+    return 0;
+  typed_into = 0;
   leave_window(gNarWind);
   const int closed = close_narrative();
   focus_latest_window();

@@ -19,5 +19,11 @@ void refresh_graphics_windows();
 int open_graphics_window();
 int open_narrative_window();
 int close_narrative_window();
+// The user typed something into the narrative window: closing it asks from now on.
+void narrative_typed();
+// Asks what to do with what was typed; 1 to go on, 0 to stay.
+int may_lose_narrative();
+// True when closing it would lose what was typed.
+bool narrative_unsaved();
 
 } // namespace velora

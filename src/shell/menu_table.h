@@ -29,12 +29,13 @@ enum Need : unsigned {
   kSelection = 2,       // something is selected in it
   kDatabase = 4,        // a database is current
   kTextWindow = 8,      // the active window holds text
-  kUndoable = 16,       // its text can be undone
-  kPasteable = 32,      // the clipboard holds text
-  kTextSelected = 64,   // some of its text is selected
+  kUndoable = 16,       // its text or picture can be undone
+  kPasteable = 32,      // the clipboard holds what fits
+  kTextSelected = 64,   // something in it is selected
   kSearched = 128,      // a text has been searched for
   kCommittable = 256,   // the active window is none of a picture
   kNetworkShown = 512,  // the active window shows a network
+  kRedoable = 2048,     // a step that was taken back can be done again
   kMarkedOutside = 1024 // switched by gEnableItem and gDisableItem alone
 };
 

@@ -7,14 +7,24 @@
 #include <cstdlib>
 
 #include "db/needs.h"
+#include "editor/compound.h"
 #include "editor/draw.h"
+#include "editor/edit.h"
+#include "editor/hand/hand.h"
 #include "editor/model/needs.h"
 #include "editor/model/vel_segs.h"
 #include "editor/model/wininfo.h"
+#include "editor/needs.h"
 #include "editor/user_menus.h"
+#include "editor/vel_cmp.h"
 #include "eval/needs.h"
+#include "network/net_store.h"
+#include "network/net_util.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
 #include "shell/annotation.h"
+#include "shell/fresh_hint.h"
+#include "shell/save_actions.h"
 #include "shell/vel_wins.h"
 
 namespace velora {
@@ -54,14 +64,8 @@ int count_components(const std::string &name, int highest) {
   return count;
 }
 
-std::string picture_title(const WinInfo *wi) {
-  if (wi->name.empty())
-    return look_of(static_cast<WindowKind>(wi->wtype)).title;
-  if (wi->cmpnt < 0)
-    return wi->name;
-  return format_text("%s [%d of %d]", wi->name.c_str(), count_components(wi->name, wi->cmpnt),
-                     count_components(wi->name, INT_MAX));
-}
+// The mark of a picture with something to save.
+constexpr const char *kUnsavedMark = " *";
 
 std::vector<WindowId> picture_windows() {
   std::vector<WindowId> found;
@@ -71,18 +75,15 @@ std::vector<WindowId> picture_windows() {
   return found;
 }
 
+// The origin belongs to it, however far from there the picture lies.
 void show_extent(const WinInfo *wi) {
-  int width = 0;
-  int height = 0;
-  for (int i = 1; i < wi->seg_ments.slots(); ++i) {
-    const Segm *seg = wi->seg_ments[i];
-    if (seg == nullptr)
-      continue;
-    width = std::max({width, seg->lx, seg->ux});
-    height = std::max({height, seg->ly, seg->uy});
-  }
-  gDesktop->set_extent(wi->win, width == 0 ? 0 : width + kMargin,
-                       height == 0 ? 0 : height + kMargin);
+  const Rect drawn = layout_extent(lay_out_picture(wi));
+  const Rect all{std::min(0, drawn.left), std::min(0, drawn.top), std::max(0, drawn.right),
+                 std::max(0, drawn.bottom)};
+  const auto with_margin = [](int side, int margin) { return side == 0 ? 0 : side + margin; };
+  gDesktop->set_extent(wi->win,
+                       {with_margin(all.left, -kMargin), with_margin(all.top, -kMargin),
+                        with_margin(all.right, kMargin), with_margin(all.bottom, kMargin)});
 }
 
 void load_into(const WinInfo *stored, WinInfo *wi) {
@@ -93,34 +94,25 @@ void load_into(const WinInfo *stored, WinInfo *wi) {
 }
 
 void change_text_size(WinInfo *wi, int size) {
-  wi->txtsze = size;
-  mark_changed(wi);
-  redraw_picture(wi);
+  edit_picture(wi, "Text Size", [&] { wi->txtsze = size; }, {.merge = "text size"});
 }
 
-// Stores what can change in a shown picture: the copy goes back over the stored record.
-int store_shown(WinInfo *wi) {
-  for (WinInfo *stored = gWinInfo; stored != nullptr; stored = stored->next) {
-    if (!is_stored(stored, wi->name) || stored->cmpnt != wi->cmpnt)
-      continue;
-    DisplayResponsef("replacing component %d of %s\n", wi->cmpnt, wi->name.c_str());
-    CopyWinInfo(wi, stored);
-    stored->saved = 1;
-    wi->clean = 1;
-    gSegsChanged = 1;
-    return 1;
-  }
-  BeepMsge("Warning : no action determined\n", 0);
-  return 0;
-}
-
-// Asks what to do with a picture; 1 to go on, 0 to stay.
-int offer_to_save(WinInfo *wi) {
+// Asks what to do with a picture; 1 to go on, 0 to stay. A window that is to close stays after the
+// actions that ask for a name, so that the picture is seen under its new one.
+int offer_to_save(WinInfo *wi, bool closing) {
   const char *format =
       shows_annotation_of(wi) ? "Save (Annotation?) Changes to: %s?" : "Save Changes to: %s?";
   const char *name = wi->name.empty() ? "unnamed" : wi->name.c_str();
   const int choice = PromptUser(format_text(format, name), {"Save", "Discard", "Cancel"});
-  return choice == kCancelled || (choice == 1 && store_shown(wi) == 0) ? 0 : 1;
+  if (choice != 1)
+    return choice != kCancelled;
+  const int saved = SaveWindowAction(wi);
+  return closing ? saved : save_action_stored();
+}
+
+int commit_first(WinInfo *wi) {
+  SaveWindowAction(wi);
+  return save_action_stored();
 }
 
 // Asks whether another picture may take the place of changes; 1 when it may.
@@ -129,7 +121,9 @@ int may_overwrite(WinInfo *wi) {
     return 1;
   const int choice =
       PromptUser("Unsaved changes in window", {"Commit first", "Overwrite contents"});
-  return choice == kCancelled || (choice == 1 && store_shown(wi) == 0) ? 0 : 1;
+  if (choice == 1)
+    SaveWindowAction(wi);
+  return choice == kCancelled || (choice == 1 && !save_action_stored()) ? 0 : 1;
 }
 
 // The first stored picture of that name, or the first data type that holds a box so labelled.
@@ -150,6 +144,16 @@ WinInfo *find_picture(const std::string &name) {
 
 } // namespace
 
+std::string picture_title(const WinInfo *wi) {
+  const char *mark = wi->clean == 0 ? kUnsavedMark : "";
+  if (wi->name.empty())
+    return std::string(look_of(static_cast<WindowKind>(wi->wtype)).title) + mark;
+  if (wi->cmpnt < 0)
+    return wi->name + mark;
+  return format_text("%s [%d of %d]%s", wi->name.c_str(), count_components(wi->name, wi->cmpnt),
+                     count_components(wi->name, INT_MAX), mark);
+}
+
 WinInfo *picture_of(WindowId win) {
   WinInfo *wi = nullptr;
   return FindWinInfo(win, &wi) != 0 ? wi : nullptr;
@@ -165,7 +169,17 @@ bool picture_has_selection(WindowId win) {
 
 bool shows_network(WindowId win) {
   const WinInfo *wi = picture_of(win);
-  return wi != nullptr && wi->wtype == kNetworkPicture && wi->seg_ments.slots() > 1;
+  if (wi == nullptr || wi->wtype != kNetworkPicture)
+    return false;
+  for (int slot = 1; slot <= wi->seg_ct; ++slot)
+    if (const Segm *seg = wi->seg_ments[slot]; seg != nullptr && is_node(seg))
+      return true;
+  return false;
+}
+
+bool shows_network_window(WindowId win) {
+  const WinInfo *wi = picture_of(win);
+  return wi != nullptr && wi->wtype == kNetworkPicture;
 }
 
 void register_picture_windows() {
@@ -191,6 +205,21 @@ WinInfo *SetupNewWindow(int wtype) {
   return wi;
 }
 
+int ShowFdec(const std::string &name, WinInfo *wi) {
+  WinInfo drawn;
+  drawn.wth = picture_area(wi).width();
+  drawn.ht = picture_area(wi).height();
+  if (wi->wtype != kFunctionPicture || draw_declaration(name, &drawn) == 0) {
+    BeepMsgef(0, "Sorry! There is no picture of %s\n", name.c_str());
+    return 0;
+  }
+  forget_hand(wi);
+  edit_picture(wi, "Get " + name, [&] { load_into(&drawn, wi); },
+               {.own_flags = true, .settle = false});
+  ShowAnnotation(wi->win);
+  return 1;
+}
+
 int GetNextComponent(WinInfo *wi, const std::string &name, int cmpnt) {
   AddAnnotation();
   if (may_overwrite(wi) == 0)
@@ -199,12 +228,15 @@ int GetNextComponent(WinInfo *wi, const std::string &name, int cmpnt) {
   if (wanted.empty())
     return 0;
   const WinInfo *stored = next_stored(wanted, name.empty() ? wi->cmpnt : cmpnt);
-  if (stored == nullptr) {
-    BeepMsgef(0, "Sorry! There is no picture of %s\n", wanted.c_str());
-    return 0;
+  if (stored == nullptr && wi->wtype == kNetworkPicture) {
+    StoreNetwork();
+    stored = next_stored(kNetworkName, -1);
   }
-  load_into(stored, wi);
-  redraw_picture(wi);
+  if (stored == nullptr)
+    return ShowFdec(wanted, wi);
+  forget_hand(wi);
+  edit_picture(wi, "Get " + wanted, [&] { load_into(stored, wi); },
+               {.own_flags = true, .settle = false});
   ShowAnnotation(wi->win);
   return 1;
 }
@@ -246,11 +278,18 @@ void mark_changed(WinInfo *wi) {
 }
 
 void draw_picture_window(WindowId win, Canvas &canvas) {
-  WinInfo *wi = picture_of(win);
+  const WinInfo *wi = picture_of(win);
   if (wi == nullptr)
     return;
-  DrawVeloraWindow(wi, canvas);
-  show_extent(wi); // boxes may have grown to hold their labels
+  draw_fresh_hint(wi, canvas);
+  const PictureLayout layout = lay_out_picture(wi);
+  draw_layout(wi, layout, canvas);
+  draw_hand(wi, layout, canvas);
+}
+
+void picture_changed(WinInfo *wi) {
+  if (wi->win != 0)
+    redraw_picture(wi);
 }
 
 void redraw_picture(WinInfo *wi) {
@@ -262,8 +301,9 @@ void redraw_picture(WinInfo *wi) {
 int close_picture_window(WindowId win) {
   AddAnnotation();
   WinInfo *wi = picture_of(win);
-  if (wi != nullptr && wi->saved == 0 && offer_to_save(wi) == 0)
+  if (wi != nullptr && wi->saved == 0 && wi->clean == 0 && offer_to_save(wi, true) == 0)
     return 0;
+  forget_hand(wi);
   RemoveWinInfo(win);
   DoCloseWindow(win);
   return 1;
@@ -282,7 +322,25 @@ int offer_to_save_pictures() {
   AddAnnotation();
   for (const WindowId win : changed_pictures()) {
     gDesktop->focus_window(win);
-    if (offer_to_save(picture_of(win)) == 0)
+    if (offer_to_save(picture_of(win), false) == 0)
+      return 0;
+  }
+  return 1;
+}
+
+int offer_to_commit_pictures() {
+  AddAnnotation();
+  const std::vector<WindowId> changed = changed_pictures();
+  if (changed.empty())
+    return 1;
+  constexpr int kGoThrough = 1;
+  const int choice = PromptUser(format_text("%zu pictures are not committed", changed.size()),
+                                {"Go Through Them", "Save Without"});
+  if (choice != kGoThrough)
+    return choice != kCancelled;
+  for (const WindowId win : changed) {
+    gDesktop->focus_window(win);
+    if (WinInfo *wi = picture_of(win); wi != nullptr && commit_first(wi) == 0)
       return 0;
   }
   return 1;
@@ -290,14 +348,21 @@ int offer_to_save_pictures() {
 
 void close_all_pictures() {
   for (const WindowId win : picture_windows()) {
+    forget_hand(picture_of(win));
     RemoveWinInfo(win);
     DoCloseWindow(win);
   }
+  // The steps of their windows were about a database that goes now.
+  forget_orphans();
 }
 
 void CreateUserMenus() {
   for (const int kind : {1, 2, 3})
     ReSetUpUserMenus(kind);
+}
+
+int FindAndDisplayStructure(const std::string &name, WinInfo *wi) {
+  return ShowGraphic(name.c_str(), 1, wi);
 }
 
 int choose_user_item(int command, MenuBar bar) {
@@ -306,22 +371,66 @@ int choose_user_item(int command, MenuBar bar) {
   const UserMenu *menu = user_menu_of(bar);
   if (name.empty() || wi == nullptr || menu == nullptr || !menu->serves)
     return 0;
-  return menu->types ? ShowGraphic(name.c_str(), 1, wi) : GetNextComponent(wi, name, -1);
+  if (wi->wtype == kNetworkPicture)
+    return edit_picture(wi, "Add " + name, [&] { Add_Net_Node(wi, name); }) ? 1 : 0;
+  return menu->types ? FindAndDisplayStructure(name, wi) : GetNextComponent(wi, name, -1);
 }
+
+namespace {
+
+// Makes a window that stands at `place` as large as its picture needs, within the frame.
+void grow_to_picture(const WinInfo *wi, const Rect &place) {
+  const Rect drawn = layout_extent(lay_out_picture(wi));
+  const Rect inside = gDesktop->client_rect(wi->win);
+  const Rect area = gDesktop->work_area();
+  const int wider = drawn.right - std::min(0, drawn.left) + kMargin - inside.width();
+  const int higher = drawn.bottom - std::min(0, drawn.top) + kMargin - inside.height();
+  // What finds no room to the right or below finds it on the other side, as far as the frame goes.
+  const auto grow = [](int &low, int &high, int by, int room) {
+    if (by <= 0)
+      return;
+    const int size = std::max(high - low, std::min(high - low + by, room));
+    low = std::max(0, std::min(low, room - size));
+    high = low + size;
+  };
+  Rect grown = place;
+  grow(grown.left, grown.right, wider, area.width());
+  grow(grown.top, grown.bottom, higher, area.height());
+  if (!(grown == place))
+    gDesktop->place_window(wi->win, grown);
+}
+
+// Shows the starting picture of a declared function, in a new window when none is given: which is
+// opened only when there is something to show in it.
+int show_declaration(const std::string &name, WinInfo *wi) {
+  WinInfo probe;
+  if (wi != nullptr && wi->wtype == kFunctionPicture)
+    return may_overwrite(wi) != 0 ? ShowFdec(name, wi) : 0;
+  if (draw_declaration(name, &probe) == 0) {
+    BeepMsgef(0, "Sorry! There is no picture of %s\n", name.c_str());
+    return 0;
+  }
+  WinInfo *fresh = new_picture_window(kFunctionPicture);
+  return fresh != nullptr ? ShowFdec(name, fresh) : 0;
+}
+
+} // namespace
 
 int ShowGraphic(const char *name, int type, WinInfo *wi) {
   if (hControl == 0)
     return 0; // a program without windows
   const WinInfo *stored = find_picture(name);
-  if (stored == nullptr) {
-    BeepMsgef(0, "Sorry! There is no picture of %s\n", name);
-    return 0;
-  }
-  if (wi == nullptr)
+  if (stored == nullptr)
+    return show_declaration(name, wi);
+  const bool fresh = wi == nullptr;
+  if (fresh)
     wi = new_picture_window(stored->wtype); // the focus stays with what asked for it
   if (wi == nullptr)
     return 0;
-  return GetNextComponent(wi, stored->name, type == 0 ? -1 : stored->cmpnt - 1);
+  const int loaded = GetNextComponent(wi, stored->name, type == 0 ? -1 : stored->cmpnt - 1);
+  if (fresh && loaded != 0)
+    grow_to_picture(wi, newest_window_place());
+  return loaded;
 }
 
 int show_picture(const char *name) {

@@ -3,34 +3,11 @@
 
 #include <algorithm>
 
+#include "front/brackets.h"
+
 namespace velora {
 
 namespace {
-
-// Walks over a text and counts what is open at its end.
-struct OpenMarks {
-  int square = 0;
-  int round = 0;
-  bool quoted = false;
-  bool crossed = false; // a bracket was closed that was not open
-
-  void step_over(std::string_view text) {
-    for (const char c : text)
-      step(c);
-  }
-  void step(char c) {
-    if (c == '"')
-      quoted = !quoted;
-    else if (!quoted)
-      count(c);
-  }
-  void count(char c) {
-    square += (c == '[') - (c == ']');
-    round += (c == '(') - (c == ')');
-    crossed = crossed || square < 0 || round < 0;
-  }
-  [[nodiscard]] bool unfinished() const { return !crossed && (quoted || square > 0 || round > 0); }
-};
 
 std::string_view trimmed(std::string_view text) {
   const std::size_t first = text.find_first_not_of(" \t\r\n");
@@ -52,7 +29,7 @@ std::string strip_prompt(std::string_view line) {
 std::vector<std::string> split_queries(std::string_view typed, std::string &rest) {
   std::vector<std::string> queries;
   std::string open_lines;
-  OpenMarks marks;
+  BracketScan marks;
   for (std::size_t end = typed.find('\n'); end != std::string_view::npos;) {
     open_lines += typed.substr(0, end);
     marks.step_over(typed.substr(0, end));

@@ -3,8 +3,10 @@
 #include "shell/return_point.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <exception>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -12,11 +14,13 @@
 #include "core/needs.h"
 #include "core/print.h"
 #include "core/space.h"
+#include "db/f_dbops.h"
 #include "eval/evaluate.h"
 #include "front/cint.h"
 #include "front/putils.h"
 #include "front/source.h"
 #include "platform/response.h"
+#include "platform/trust.h"
 
 namespace velora {
 
@@ -45,8 +49,14 @@ bool attempt(const Command &command, int &answer) {
     return true;
   } catch (const Abandoned &) {
     return false;
-  } catch (const std::exception &) { // out of memory in one of its forms
+  } catch (const std::bad_alloc &) {
     set_reason("Alloc failed");
+    return false;
+  } catch (const std::exception &fault) {
+    std::snprintf(reason, sizeof reason, "Sorry! Internal fault: %s\n", fault.what());
+    return false;
+  } catch (...) {
+    set_reason("Sorry! Internal fault\n");
     return false;
   }
 }
@@ -112,6 +122,18 @@ bool act_on_reason(const Command &again, int &answer, bool &over) {
   return attempt(show_reason, answer);
 }
 
+// What may only happen when nothing of the command runs any more.
+void settle_command() {
+  int done = 0;
+  attempt(
+      [] {
+        settle_cut_off_opening();
+        settle_trust();
+        return 1;
+      },
+      done);
+}
+
 } // namespace
 
 void error_exit(const char *msg) {
@@ -130,6 +152,7 @@ int run_step(const std::function<void()> &step) {
 
 CommandEnd run_command(const Command &command, const Command &again) {
   const int errors = gParseErrors;
+  const int refusals = gRefusals;
   int answer = 0;
   gQuery.clear();
   bool ended = attempt(command, answer);
@@ -138,10 +161,12 @@ CommandEnd run_command(const Command &command, const Command &again) {
     reset_command_state();
     ended = act_on_reason(again, answer, over);
   }
+  settle_command();
   if (over)
     return reason[0] == '\0' || reason_begins(kInterrupted) ? CommandEnd::interrupted
                                                             : CommandEnd::failed;
-  return answer == 0 || gParseErrors != errors ? CommandEnd::failed : CommandEnd::done;
+  return answer == 0 || gParseErrors != errors || gRefusals != refusals ? CommandEnd::failed
+                                                                        : CommandEnd::done;
 }
 
 } // namespace velora

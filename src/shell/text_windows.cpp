@@ -6,12 +6,16 @@
 #include <cstdio>
 #include <filesystem>
 #include <map>
+#include <set>
 
 #include "db/needs.h"
+#include "editor/builder.h"
 #include "front/cint.h"
 #include "front/putils.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
 #include "platform/safe_file.h"
+#include "shell/message_place.h"
 #include "shell/picture_windows.h"
 #include "shell/vel_wins.h"
 
@@ -19,18 +23,29 @@ namespace velora {
 
 namespace {
 
+constexpr const char *kOrvekTitle = "Orvek [%d of %d]";
+
 std::map<WindowId, std::string> stored_texts;
 std::string searched;
 
+// Windows whose text was refused. What stands in such a window when it is closed is asked about,
+// also when a step back has emptied it.
+std::set<WindowId> refused;
+
 bool is_stored(WindowId win) {
-  return gDesktop->text_of(win) == stored_texts[win];
+  return !refused.contains(win) && gDesktop->text_of(win) == stored_texts[win];
+}
+
+// The title that renumber_windows gives.
+std::string title_of_orvek(WindowId win) {
+  const std::vector<WindowId> wins = windows_of_kind(kOrvekWindow);
+  const auto place = std::find(wins.begin(), wins.end(), win) - wins.begin() + 1;
+  return format_text(kOrvekTitle, static_cast<int>(place), static_cast<int>(wins.size()));
 }
 
 bool write_text(const std::string &file, const std::string &text) {
-  SafeFile out(file);
-  if (out.open())
-    out.write(text);
-  return out.replace() == SaveOutcome::saved;
+  std::string reason;
+  return write_whole_file(file, text, reason);
 }
 
 // The scratch file that a text is loaded from. It stands in the program's directory; where that
@@ -75,8 +90,9 @@ private:
 
 void forget(WindowId win) {
   stored_texts.erase(win);
+  refused.erase(win);
   DoCloseWindow(win);
-  renumber_windows(kOrvekWindow, "Orvek [%d of %d]");
+  renumber_windows(kOrvekWindow, kOrvekTitle);
 }
 
 // Asks what to do with a text that is not stored; 1 to go on, 0 to stay.
@@ -105,7 +121,7 @@ WindowId NewOrvekWindow() {
     return 0;
   }
   stored_texts[win].clear();
-  renumber_windows(kOrvekWindow, "Orvek [%d of %d]");
+  renumber_windows(kOrvekWindow, kOrvekTitle);
   return win;
 }
 
@@ -117,9 +133,16 @@ int close_orvek_window(WindowId win) {
 }
 
 int CloseOrvekWindows() {
-  for (const WindowId win : windows_of_kind(kOrvekWindow))
-    if (is_stored(win))
-      forget(win);
+  int closed = 0;
+  for (const WindowId win : windows_of_kind(kOrvekWindow)) {
+    if (!is_stored(win))
+      continue;
+    closed += gDesktop->text_of(win).empty() ? 0 : 1;
+    forget(win);
+  }
+  if (closed > 0)
+    DisplayResponsef("%d Orvek window%s closed: the text is stored\n", closed,
+                     closed == 1 ? "" : "s");
   return windows_of_kind(kOrvekWindow).empty() ? 1 : 0;
 }
 
@@ -144,8 +167,11 @@ int StoreOrvekToDB(WindowId win) {
     return 0;
   }
   const int errors = gParseErrors;
-  const int loaded = fdb_load(scratch.name().c_str());
+  FaultWatch faults(win);
+  const int loaded = fdb_load(scratch.name().c_str(), title_of_orvek(win).c_str());
+  faults.mark();
   CreateUserMenus(); // what was declared before a fault counts as well
+  refused.insert(win);
   if (loaded == 0) {
     DisplayResponse("Unable to load orvek code\n");
     return 0;
@@ -154,6 +180,7 @@ int StoreOrvekToDB(WindowId win) {
     BeepMsge("Sorry! Not all of the text could be stored; its window keeps it\n", 0);
     return 0;
   }
+  refused.erase(win);
   stored_texts[win] = text;
   return 1;
 }
@@ -162,22 +189,18 @@ void FreeOrvekWindows() {
   CloseOrvekWindows();
 }
 
-int BackupOrvekCode() {
+int BackupOrvekCode(std::string &name) {
   if (hControl == 0)
     return 1; // a program without windows has no such text
   const auto chosen = gDesktop->choose_file(true, "Extra Database Name?", "*.ddb");
   if (!chosen)
     return 0;
   // Kept: the last four characters go, whatever they are.
-  const std::string base =
-      chosen->substr(0, chosen->size() - std::min<std::size_t>(4, chosen->size()));
-  const std::string text = gOrvWind != 0 ? gDesktop->text_of(gOrvWind) : std::string();
-  if (!write_text(base + ".ddb", text)) {
-    orvek_errorf("Cannot open %s.ddb for write\n", base.c_str());
+  name = chosen->substr(0, chosen->size() - std::min<std::size_t>(4, chosen->size()));
+  if (!may_build_over(name, false))
     return 0;
-  }
-  DisplayResponsef("Orvek code saved in file %s.ddb\n", base.c_str());
-  return 1;
+  const std::string text = gOrvWind != 0 ? gDesktop->text_of(gOrvWind) : std::string();
+  return save_code(name, text);
 }
 
 TextRange find_in_text(std::string_view text, std::string_view wanted, std::size_t from) {

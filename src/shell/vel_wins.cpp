@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "db/vel_dbop.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
 #include "shell/annotation.h"
 
@@ -22,19 +23,6 @@ namespace {
 constexpr Rect placed(int x, int y, int width, int height) {
   return {x, y, x + width, y + height};
 }
-
-// The place of the console stands for one that is made again; the first one depends on the screen.
-const WindowLook kLooks[] = {
-    {kFunctionWindow, "Functions", MenuBar::functions, true, placed(100, 100, 450, 360)},
-    {kDataWindow, "Constructors", MenuBar::datatype, true, placed(100, 100, 450, 360)},
-    {kNetworkWindow, "Function Network", MenuBar::network, true, placed(100, 100, 450, 360)},
-    {kControlWindow, "CONTROL", MenuBar::main, true, placed(50, 50, 430, 280)},
-    {kOrvekWindow, "ORVEK", MenuBar::orvek, true, placed(10, 50, 350, 400)},
-    {kGraphicsWindow, "GRAPHICS", MenuBar::main, false, placed(100, 50, 350, 400)},
-    {kNarrativeWindow, "narrative", MenuBar::main, true, placed(10, 50, 350, 400)},
-    {kAnnotationWindow, "Annotation", MenuBar::main, true, placed(60, 60, 350, 400)},
-};
-static_assert(std::size(kLooks) == kAnnotationWindow);
 
 int focus_count = 0; // how often a window has got the focus
 
@@ -53,10 +41,6 @@ void count_documents() {
 }
 
 } // namespace
-
-const WindowLook &look_of(WindowKind kind) {
-  return kLooks[kind - 1];
-}
 
 int window_kind(WindowId win) {
   const auto found = std::find_if(gWindows.begin(), gWindows.end(),
@@ -84,25 +68,22 @@ std::vector<WindowId> windows_of_kind(WindowKind kind) {
   return found;
 }
 
-WindowId open_window(WindowKind kind, const std::string &title, const Rect &place) {
-  const WindowId win = gDesktop->create_window(kind, title, place);
+// The console made at the start takes the lower half of the screen.
+// A desktop tells of each window that it makes, so whether the console is the first one is known
+// before.
+WindowId NewTextWindow(WindowKind kind) {
+  const bool first_console = kind == kControlWindow && hControl == 0;
+  const WindowId win = make_window(kind, static_cast<int>(windows_of_kind(kind).size()));
   if (win == 0)
     return 0;
+  if (first_console) {
+    const Rect screen = gDesktop->screen();
+    gDesktop->place_window(
+        win, placed(30, screen.height() / 2, screen.width() / 2, screen.height() / 4));
+  }
   enter_window(win, kind);
-  gDesktop->show_window(win);
   gDesktop->focus_window(win);
   return win;
-}
-
-WindowId NewTextWindow(WindowKind kind) {
-  const WindowLook &look = look_of(kind);
-  Rect place = look.place;
-  if (kind == kControlWindow && hControl == 0) {
-    const Rect screen = gDesktop->screen();
-    place = placed(30, screen.height() / 2, screen.width() / 2, screen.height() / 4);
-  }
-  const int others = static_cast<int>(windows_of_kind(kind).size());
-  return open_window(kind, look.title, stepped(place, others));
 }
 
 void renumber_windows(WindowKind kind, const char *format) {
@@ -136,19 +117,34 @@ void leave_window(WindowId win) {
 }
 
 void DoCloseWindow(WindowId win) {
-  if (window_kind(win) == 0)
+  const int kind = window_kind(win);
+  if (kind == 0)
     return;
   leave_window(win);
   gDesktop->close_window(win);
+  // The window that comes next may be one that leaves the bar as it is.
+  if (shows_picture(kind) && gDesktop->menu_bar() == look_of(static_cast<WindowKind>(kind)).bar)
+    gDesktop->show_menu_bar(MenuBar::main);
   focus_latest_window();
 }
 
 void focus_latest_window() {
+  const auto rank = [](const ShellWindow &w) { return w.out_of_sight ? -1 : w.last_focus; };
   const auto latest =
       std::max_element(gWindows.begin(), gWindows.end(),
-                       [](const auto &a, const auto &b) { return a.last_focus < b.last_focus; });
+                       [&](const auto &a, const auto &b) { return rank(a) < rank(b); });
   if (previous == 0 && latest != gWindows.end())
     gDesktop->focus_window(latest->id);
+}
+
+void leave_out_of_sight(WindowId win) {
+  for (ShellWindow &w : gWindows)
+    if (w.id == win)
+      w.out_of_sight = true;
+  if (previous != win)
+    return;
+  previous = 0;
+  focus_latest_window();
 }
 
 void window_focused(WindowId win) {
@@ -158,8 +154,10 @@ void window_focused(WindowId win) {
   annotation_focus(win);
   previous = win;
   for (ShellWindow &w : gWindows)
-    if (w.id == win)
+    if (w.id == win) {
       w.last_focus = ++focus_count;
+      w.out_of_sight = false;
+    }
   if (kind == kOrvekWindow)
     gOrvWind = win;
   const WindowLook &look = look_of(static_cast<WindowKind>(kind));

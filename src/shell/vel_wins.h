@@ -10,6 +10,7 @@
 #include "db/vel_util.h"
 #include "eval/graphics_windows.h"
 #include "platform/desktop.h"
+#include "platform/window_maker.h"
 
 namespace velora {
 
@@ -25,7 +26,8 @@ extern std::string gAppDirectory;
 struct ShellWindow {
   WindowId id;
   WindowKind kind;
-  int last_focus = 0; // greater the later it had the focus
+  int last_focus = 0;        // greater the later it had the focus
+  bool out_of_sight = false; // minimised
 };
 // Every open window in the order of its making; gNumDocuments is their number and the frame.
 extern std::vector<ShellWindow> gWindows;
@@ -33,16 +35,6 @@ extern std::vector<ShellWindow> gWindows;
 // desktop tells of each; telling twice does no harm.
 void enter_window(WindowId win, WindowKind kind);
 void leave_window(WindowId win);
-
-// A kind's title, menu bar and first placement. Graphics windows leave the menu bar as it is.
-struct WindowLook {
-  WindowKind kind;
-  const char *title;
-  MenuBar bar;
-  bool changes_bar;
-  Rect place;
-};
-const WindowLook &look_of(WindowKind kind);
 
 // The kind of an open window, 0 for an unknown one.
 int window_kind(WindowId win);
@@ -55,8 +47,6 @@ std::vector<WindowId> windows_of_kind(WindowKind kind);
 
 // Makes and shows a window of kind 4 to 8; 0 on failure.
 WindowId NewTextWindow(WindowKind kind);
-// Makes, registers and shows a window of any kind at `place`, with the focus; 0 on failure.
-WindowId open_window(WindowKind kind, const std::string &title, const Rect &place);
 // Retitles all windows of a kind by the format ("Orvek [%d of %d]").
 void renumber_windows(WindowKind kind, const char *format);
 
@@ -71,6 +61,8 @@ int everything_saved();
 // Closing the frame: offers to save first; 1 when the program ends, 0 when the user went back.
 int CloseFrameProc();
 
+// A window was minimised: it gives up the focus to the one that had it before.
+void leave_out_of_sight(WindowId win);
 // A window got the focus: the menu bar follows it and commands act on it.
 void window_focused(WindowId win);
 // Arranges all windows so that none hides another one's title.

@@ -3,14 +3,10 @@
 #pragma once
 
 #include "platform/desktop.h"
+#include "platform/input.h"
 #include "shell/menu_table.h"
 
 namespace velora {
-
-// The placement mode of the adding commands, and the step that follows it; every command clears
-// them first.
-extern int greqMode;
-extern int greqNext;
 
 // Everything that the enabling of items depends on.
 struct MenuSnapshot {
@@ -21,13 +17,21 @@ struct MenuSnapshot {
   bool searched = false;
   bool committable = false;
   bool network_shown = false;
+  // Of the text, or of the picture: its steps, its selection, what can be pasted into it.
   EditState edit;
+  bool redoable = false;
 };
 // Looks at the windows as they are.
 MenuSnapshot take_menu_snapshot();
 // Whether a command is of use.
 bool command_enabled(const MenuCommand &command, const MenuSnapshot &snapshot);
-// Brings the menus up to date; items that have not changed are left alone.
+// Whether an item of a bar can be chosen, be it a command or a name of the bar's user menu.
+bool item_enabled(int number, MenuBar bar);
+// The command that a key stands for while `bar` is shown, 0 for none. Those that send the same
+// number whatever the bar, and those of the bar itself.
+int accelerator_command(MenuBar bar, const KeyEvent &event);
+// Brings the menus up to date; items that have not changed are left alone. Done once after each
+// command, by the gate.
 void AdjustMenus();
 
 // Does a menu command chosen from `bar`; a number that is no command is an item of the bar's user

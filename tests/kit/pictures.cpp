@@ -172,12 +172,14 @@ PictureTest::PictureTest()
   FreeAllPictures();
   forget_segment_files();
   gSyncFiles = 0;
+  gProgressDots = 1; // a language that was started before has put them out
 }
 
 PictureTest::~PictureTest() {
   FreeAllPictures();
   forget_segment_files();
   gSyncFiles = 1;
+  gProgressDots = 0;
   fs::remove_all(folder_);
 }
 

@@ -238,13 +238,13 @@ void RecorderDesktop::select_text(WindowId win, TextRange range) {
   windows[win].selection = range;
 }
 
-void RecorderDesktop::show_menu_bar(MenuBar menu_bar) {
-  note_call("menu bar %d", static_cast<int>(menu_bar));
-  bar = menu_bar;
+void RecorderDesktop::show_menu_bar(MenuBar shown) {
+  note_call("menu bar %d", static_cast<int>(shown));
+  bar = shown;
 }
 
-void RecorderDesktop::enable_menu(MenuBar menu_bar, const std::string &label, bool on) {
-  note_call("menu %d %s %s", static_cast<int>(menu_bar), quoted(label).c_str(), on ? "on" : "off");
+void RecorderDesktop::enable_menu(MenuBar of, const std::string &label, bool on) {
+  note_call("menu %d %s %s", static_cast<int>(of), quoted(label).c_str(), on ? "on" : "off");
 }
 
 void RecorderDesktop::enable_menus(bool on) {
@@ -256,7 +256,7 @@ void RecorderDesktop::enable_item(int command, bool on) {
   items[command] = on;
 }
 
-void RecorderDesktop::set_user_menu(MenuBar menu_bar, const std::string &header,
+void RecorderDesktop::set_user_menu(MenuBar of, const std::string &header,
                                     const std::vector<std::string> &names, int first_command) {
   std::string line;
   int command = first_command;
@@ -264,7 +264,7 @@ void RecorderDesktop::set_user_menu(MenuBar menu_bar, const std::string &header,
     line += " " + quoted(name);
     labels[command++] = name;
   }
-  note_call("user menu %d %s from %d:%s", static_cast<int>(menu_bar), quoted(header).c_str(),
+  note_call("user menu %d %s from %d:%s", static_cast<int>(of), quoted(header).c_str(),
             first_command, line.c_str());
 }
 
@@ -281,9 +281,21 @@ std::string RecorderDesktop::menu_label(MenuBar, int command) {
   return found == labels.end() ? std::string() : found->second;
 }
 
-void RecorderDesktop::set_extent(WindowId win, int width, int height) {
-  windows[win].width = width;
-  windows[win].height = height;
+void RecorderDesktop::set_extent(WindowId win, const Rect &extent) {
+  windows[win].extent = extent;
+}
+
+void RecorderDesktop::set_view(WindowId win, const PictureView &view) {
+  note_call("view %d %d,%d %d%%", win, view.origin.x, view.origin.y, view.percent);
+  windows[win].view = view;
+}
+
+void RecorderDesktop::show_database(const std::string &name, bool unsaved) {
+  database = name + (unsaved ? "*" : "");
+}
+
+void RecorderDesktop::mark_faults(WindowId win, const std::vector<TextMark> &marks) {
+  windows[win].marks = marks;
 }
 
 int RecorderDesktop::ask(const std::string &message, const std::vector<std::string> &buttons) {

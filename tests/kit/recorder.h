@@ -54,9 +54,11 @@ public:
     Rect place;
     bool shown = false;
     std::string text;
-    std::string typed{};       // what the user typed behind the text
-    TextRange selection{};     // of the text
-    int width = 0, height = 0; // the extent
+    std::string typed{};   // what the user typed behind the text
+    TextRange selection{}; // of the text
+    Rect extent{};
+    PictureView view{};
+    std::vector<TextMark> marks{}; // of faults
   };
   std::map<WindowId, Window> windows;
   std::vector<std::string> log;
@@ -71,6 +73,9 @@ public:
   MenuBar bar = MenuBar::main;
   CursorShape cursor = CursorShape::arrow;
   bool has_quit = false;
+  std::string database; // behind the title of the frame, with its mark
+  std::string hint;
+  std::string clipboard;
 
   std::string log_text() const;
 
@@ -93,22 +98,30 @@ public:
   void edit(WindowId win, EditCommand command) override;
   TextRange selection(WindowId win) override;
   void select_text(WindowId win, TextRange range) override;
-  void show_menu_bar(MenuBar menu_bar) override;
+  void show_menu_bar(MenuBar shown) override;
+  MenuBar menu_bar() override { return bar; }
   void enable_item(int command, bool on) override;
-  void enable_menu(MenuBar menu_bar, const std::string &label, bool on) override;
+  void enable_menu(MenuBar of, const std::string &label, bool on) override;
   void enable_menus(bool on) override;
-  void set_user_menu(MenuBar menu_bar, const std::string &header,
-                     const std::vector<std::string> &names, int first_command) override;
+  void set_user_menu(MenuBar of, const std::string &header, const std::vector<std::string> &names,
+                     int first_command) override;
   std::optional<std::string> choose_file(bool for_saving, const std::string &title,
                                          const std::string &pattern) override;
-  std::string menu_label(MenuBar menu_bar, int command) override;
+  std::string menu_label(MenuBar of, int command) override;
   void set_cursor(CursorShape shape) override;
   int text_width(WindowId win, std::string_view text, const Font &font) override;
   int text_height(WindowId win, const Font &font) override;
-  void set_extent(WindowId win, int width, int height) override;
+  void set_extent(WindowId win, const Rect &extent) override;
+  PictureView view_of(WindowId win) override { return windows[win].view; }
+  void set_view(WindowId win, const PictureView &view) override;
+  void show_database(const std::string &name, bool unsaved) override;
+  void show_hint(const std::string &text) override { hint = text; }
+  void mark_faults(WindowId win, const std::vector<TextMark> &marks) override;
   int ask(const std::string &message, const std::vector<std::string> &buttons) override;
   bool ask_text(const std::string &prompt, std::string &answer) override;
   void message_box(const std::string &title, const std::string &text) override;
+  std::string clipboard_text() override { return clipboard; }
+  void set_clipboard_text(const std::string &text) override { clipboard = text; }
   void pump(int milliseconds) override;
   void beep() override;
   bool save_bitmap(WindowId win, const std::string &file) override;

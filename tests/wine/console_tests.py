@@ -181,10 +181,15 @@ def test_long_paste(desk):
     desk.do("type", "\n")
     desk.shows("c\"\nQUERY> ", 20)
     desk.do("key", 38)  # the query comes back whole
-    desk.do("select", 0, -1)
-    desk.command(204)
-    check_soon(lambda: desk.do("clipboard").count(pasted) == 3,
-               lambda: "query, answer and query again: " + desk.do("clipboard"))
+
+    def copied():
+        desk.do("select", 0, -1)
+        desk.command(204)
+        desk.pause(200)
+        return desk.do("clipboard")
+
+    check_soon(lambda: copied().count(pasted) == 3,
+               lambda: "query, answer and query again: " + copied()[-80:])
 
 
 def test_messages(desk):

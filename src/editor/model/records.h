@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/desktop.h"
+#include "platform/desk_windows.h"
 
 namespace velora {
 
@@ -36,8 +36,15 @@ inline constexpr unsigned kVisited = 0x40;    // reached by a walk over the netw
 inline constexpr unsigned kCopiedBit = 0x100; // copied by the collapse that runs
 inline constexpr unsigned kSelected = 0x200;
 inline constexpr unsigned kHighlighted = 0x400; // an arc that is pointed out, as in a cycle
-inline constexpr int kColourShift = 12;         // three bits: the palette index
-inline constexpr unsigned kColourMask = 7u << kColourShift;
+
+// Parts of Segm::style, which files keep: the variant of the shape, three bits of colour (the
+// palette index), and the marks of a segment that is not shown and of one that layouts leave where
+// it is.
+inline constexpr int kShapeMask = 15;
+inline constexpr int kColourShift = 4;
+inline constexpr int kColourMask = 7 << kColourShift;
+inline constexpr int kHidden = 1 << 7;
+inline constexpr int kPinned = 1 << 8;
 
 // One item of a picture: a node with a label, or an arc between two nodes.
 // Invariants: `segnum` is the slot in the picture's array (but see DoCopyNodes); an arc has one
@@ -61,6 +68,20 @@ struct Segm {
   [[nodiscard]] Rect box() const { return {lx, ly, ux, uy}; }
 };
 
+// The variant of a segment's shape: SegmentStyle. Styles are compared by this alone.
+inline int shape_style(const Segm *seg) {
+  return seg->style & kShapeMask;
+}
+inline void set_shape_style(Segm *seg, int style) {
+  seg->style = (seg->style & ~kShapeMask) | (style & kShapeMask);
+}
+// The colour of a segment, a PaletteIndex.
+inline int colour_index(const Segm *seg) {
+  return (seg->style & kColourMask) >> kColourShift;
+}
+inline void set_colour(Segm *seg, int palette_index) {
+  seg->style = (seg->style & ~kColourMask) | ((palette_index << kColourShift) & kColourMask);
+}
 inline bool is_node(const Segm *seg) {
   return seg->type == kHexagon || seg->type == kBox || seg->type == kJunction ||
          seg->type == kHoldValue;
@@ -115,6 +136,8 @@ struct WinInfo {
   int txtsze = 12; // text size (zoom), used within 8 to 22
   std::string annot;
   SegmArray seg_ments;
+  // The steps it went through, made with the first one; the editor knows what is in it.
+  std::shared_ptr<struct PictureHistory> history;
   WinInfo *next = nullptr;
 };
 

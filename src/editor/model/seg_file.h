@@ -7,11 +7,13 @@
 // and labels are written "~". Called by the database layer, which saves and opens both files.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "platform/safe_file.h"
+#include "editor/model/records.h"
+#include "platform/file_set.h"
 
 namespace velora {
 
@@ -28,14 +30,40 @@ int SaveAll(const std::string &fname);
 // read is kept.
 int RestoreAll(const std::string &filename);
 
+// Reads the pictures of a segment file's text quietly into records of their own, beside the list:
+// what can be made out of it. Abandons the command when memory is short.
+std::vector<std::unique_ptr<WinInfo>> pictures_of_text(std::string_view text);
+// The two halves of SaveAll, for who replaces the pictures together with the text.
+// Asks what has to be asked and keeps aside what would be lost; false when nothing may be saved.
+bool may_save_pictures(const std::string &fname);
+// True when the file holds what this program read, wrote or was told to overwrite.
+bool is_as_left(const std::string &fname);
+// All pictures whose `saved` is set, as the file has them.
+std::string pictures_text();
+// Every picture, shown and unfinished ones too, as it stands, with its empty slots.
+std::string work_pictures_text();
+// Tells how the replacement of `fname` by `text` ended. 1 or 0.
+int report_pictures(const std::string &fname, const std::string &text, const SetOutcome &end);
+
+// The two halves of RestoreAll.
+enum class PicturesFound { whole, missing, unreadable };
+// Reads the segment file, or the variant of its name that stands, into `text`; `found` is the name
+// of the one that was looked at last. What stands but cannot be read is told.
+PicturesFound read_pictures(const std::string &filename, std::string &found, std::string &text);
+// Takes the pictures of a text that was read from `found` into the list; 1, or 0 after a message.
+int restore_pictures(const std::string &found, const std::string &text);
+
 // Creates `name`.seg as an empty segment file; 1 or 0.
 int fdb_create_segs(const std::string &name);
 
 // Makes every picture named like a constructor or type a constructors picture.
 void OrvekVeloraConsistencyCheck();
 
+// A picture as it stands in the file, with every slot that it has.
+std::string picture_block(const WinInfo *wi);
+
 // Ends a picture's or segment's line, with the count and the lines of its annotation if any.
-void SaveAnnotation(SafeFile &out, std::string_view annot);
+void SaveAnnotation(std::string &out, std::string_view annot);
 // Number of lines of an annotation, a final line end not counted.
 int annotation_lines(std::string_view annot);
 // Joins the next `lines` lines, from line `at` on, each with its line end; moves `at` past them.
@@ -48,9 +76,9 @@ std::string AdjustAnnotation(std::string annot, int whichway);
 std::string label_to_file(std::string_view label);
 std::string label_from_file(std::string_view text);
 
-// For the reader and the writer: notes how a file looks now, and whether it could not be read
+// For the reader and the writer: notes what a file holds now, and whether it could not be read
 // whole.
-void note_segment_file(const std::string &fname);
+void note_segment_file(const std::string &fname, std::string_view text);
 void note_damaged_file(const std::string &fname, bool damaged);
 // Non-zero after a reading that ended nowhere: the next file saved over is kept aside, whichever.
 extern int gReadingAbandoned;

@@ -3,14 +3,17 @@
 // that the next save first keeps it aside.
 #include "editor/model/seg_file.h"
 
+#include <cerrno>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
 
+#include "core/needs.h"
 #include "editor/model/needs.h"
 #include "editor/model/seg_build.h"
 #include "editor/model/seg_reader.h"
 #include "editor/model/wininfo.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
 
 namespace velora {
@@ -42,6 +45,10 @@ public:
       known_.emplace(picture_key(wi->name, wi->cmpnt), wi);
   }
 
+  // A reading that leaves the list alone: what it reads goes to `aside`.
+  FileReader(std::string_view text, std::vector<std::unique_ptr<WinInfo>> &aside)
+      : lines_(split_lines(text)), damage_(""), aside_(&aside) {}
+
   int read();
   DamageList &damage() { return damage_; }
 
@@ -61,6 +68,7 @@ private:
   DamageList damage_;
   std::unordered_map<std::string, WinInfo *> known_;
   std::unordered_set<std::string> read_;
+  std::vector<std::unique_ptr<WinInfo>> *aside_ = nullptr;
 };
 
 bool FileReader::at_picture_or_end() const {
@@ -165,6 +173,11 @@ std::vector<SegEntry> FileReader::read_entries(const WindowLine &window, std::si
 }
 
 WinInfo *FileReader::record_for(const WindowLine &window, std::size_t window_at) {
+  if (aside_ != nullptr) {
+    aside_->push_back(std::make_unique<WinInfo>());
+    aside_->back()->wtype = static_cast<short>(window.wtype);
+    return aside_->back().get();
+  }
   const std::string key = picture_key(window.name, window.cmpnt);
   if (!read_.insert(key).second)
     damage_.add(window_at, format_text("picture %s %d stands in the file before",
@@ -210,7 +223,7 @@ void FileReader::check_end(bool ended) {
 int FileReader::read() {
   bool ended = false;
   for (int count = 0; !lines_.done() && !ended; ++count) {
-    if (count % kProgressStep == 0 && gProgressDots != 0)
+    if (count % kProgressStep == 0 && gProgressDots != 0 && aside_ == nullptr)
       DisplayResponse(" .");
     const std::size_t at = lines_.at;
     WindowLine window;
@@ -229,28 +242,16 @@ int FileReader::read() {
   return 1;
 }
 
-// Reads the file, or the variant of its name that exists; `found` is the name that was read.
-bool read_variant(const std::string &filename, std::string &found, std::string &text) {
-  const std::string stem =
-      filename.substr(0, filename.size() - std::min<std::size_t>(4, filename.size()));
-  for (const std::string &name : {filename, stem + ".segs", stem + ".SEG", stem + ".SEGS"}) {
-    found = name;
-    if (read_whole_file(name, text))
-      return true;
-  }
-  return false;
+std::string stem_of(const std::string &filename) {
+  return filename.substr(0, filename.size() - std::min<std::size_t>(4, filename.size()));
 }
 
 bool create_empty(const std::string &filename) {
-  const std::string stem =
-      filename.substr(0, filename.size() - std::min<std::size_t>(4, filename.size()));
-  DisplayResponsef("Can't open a %s seg file to read\n", stem.c_str());
+  DisplayResponsef("Can't open a %s seg file to read\n", stem_of(filename).c_str());
   DisplayResponsef("Trying to create %s. . .", filename.c_str());
+  std::string reason;
   // A file that is there but cannot be read must not be replaced by an empty one.
-  SafeFile out(filename);
-  if (!file_exists(filename) && out.open())
-    out.write("$$$$");
-  if (out.replace() != SaveOutcome::saved) {
+  if (file_exists(filename) || !write_whole_file(filename, "$$$$", reason)) {
     DisplayResponsef("Failed to create %s\n", filename.c_str());
     return false;
   }
@@ -259,37 +260,56 @@ bool create_empty(const std::string &filename) {
   return true;
 }
 
-bool reopen(const std::string &filename, std::string &text) {
-  if (read_whole_file(filename, text))
-    return true;
-  DisplayResponsef("Can't open %s to read\n", filename.c_str());
-  return false;
-}
-
 } // namespace
 
-int RestoreAll(const std::string &filename) {
+std::vector<std::unique_ptr<WinInfo>> pictures_of_text(std::string_view text) {
+  std::vector<std::unique_ptr<WinInfo>> pictures;
+  if (FileReader(text, pictures).read() == 0)
+    error_exit("Alloc failed");
+  return pictures;
+}
+
+PicturesFound read_pictures(const std::string &filename, std::string &found, std::string &text) {
+  const std::string stem = stem_of(filename);
+  for (const std::string &name : {filename, stem + ".segs", stem + ".SEG", stem + ".SEGS"}) {
+    found = name;
+    if (!file_exists(name))
+      continue;
+    if (read_whole_file(name, text))
+      return PicturesFound::whole;
+    const std::string reason = file_error_text(name, errno);
+    DisplayResponsef("Can't open %s to read\n", name.c_str());
+    show_note("note: " + reason);
+    return PicturesFound::unreadable;
+  }
+  found = filename;
+  return PicturesFound::missing;
+}
+
+int restore_pictures(const std::string &found, const std::string &text) {
   // An abandoned reading must not lead to a save over what it did not reach.
   gReadingAbandoned = 1;
-  std::string found;
-  std::string text;
-  if (!read_variant(filename, found, text)) {
-    found = filename;
-    if (!create_empty(filename) || !reopen(filename, text)) {
-      gReadingAbandoned = 0;
-      return 0;
-    }
-  }
   DisplayResponse("Loading picture segments. . .");
   FileReader reader(found, text);
   if (reader.read() == 0)
     return 0;
   DisplayResponse(" Loaded\n");
   reader.damage().report();
-  note_segment_file(found);
+  note_segment_file(found, text);
   note_damaged_file(found, !reader.damage().empty());
   gReadingAbandoned = 0;
   return 1;
+}
+
+int RestoreAll(const std::string &filename) {
+  gReadingAbandoned = 1;
+  std::string found;
+  std::string text;
+  PicturesFound kind = read_pictures(filename, found, text);
+  if (kind == PicturesFound::missing && create_empty(filename))
+    kind = read_pictures(filename, found, text);
+  gReadingAbandoned = 0;
+  return kind == PicturesFound::whole ? restore_pictures(found, text) : 0;
 }
 
 } // namespace velora

@@ -1,7 +1,8 @@
 // Writing the segment file. Everything that could make the file unreadable is refused before
-// anything is written; the file is replaced only when the new one is whole.
+// anything is written; the text is made in memory and replaces the file as a whole.
 #include "editor/model/seg_file.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -66,17 +67,17 @@ bool can_be_written() {
   return good;
 }
 
-// Asks before a file that another program changed is replaced.
+// Asks before a file that another program changed is replaced. What the user wants replaced is then
+// known, so that the same change is not asked about twice.
 bool may_replace(const std::string &fname) {
-  const auto known = known_stamps.find(full_name(fname));
-  if (known == known_stamps.end())
-    return true;
-  const FileStamp now = stamp_of(fname);
-  if (!now.exists || now == known->second)
+  if (is_as_left(fname))
     return true;
   const std::string question =
       format_text("%s was changed by another program. Overwrite it?", fname.c_str());
-  return PromptUser(question, {"Overwrite", "Cancel"}) == 1;
+  if (PromptUser(question, {"Overwrite", "Cancel"}) != 1)
+    return false;
+  known_stamps[full_name(fname)] = stamp_of(fname);
+  return true;
 }
 
 // Copies aside a file that could not be read whole, so that no save can lose the rest.
@@ -88,12 +89,14 @@ bool damaged_copy_is_kept(const std::string &fname) {
   for (int number = 2; file_exists(copy); ++number)
     copy = format_text("%s.damaged.%d", fname.c_str(), number);
   std::string text;
-  SafeFile out(copy);
-  if (read_whole_file(fname, text) && out.open())
-    out.write(text);
-  if (out.replace() != SaveOutcome::saved) {
+  std::string reason;
+  if (!read_whole_file(fname, text))
+    reason = file_error_text(fname, errno);
+  else if (write_whole_file(copy, text, reason))
+    reason.clear();
+  if (!reason.empty()) {
     orvek_errorf("%s could not be read whole and cannot be kept as %s: %s\n", fname.c_str(),
-                 copy.c_str(), out.reason().c_str());
+                 copy.c_str(), reason.c_str());
     return false;
   }
   DisplayResponsef("What could not be read of %s is kept in %s\n", fname.c_str(), copy.c_str());
@@ -103,63 +106,45 @@ bool damaged_copy_is_kept(const std::string &fname) {
   return true;
 }
 
-void write_links(SafeFile &out, char mark, const std::vector<Segm *> &links) {
-  std::string line;
-  for (const Segm *linked : links) {
-    line += mark;
-    line += std::to_string(linked->segnum);
-  }
-  line += '\n';
-  out.write(line);
+void add_links(std::string &out, char mark, const std::vector<Segm *> &links) {
+  for (const Segm *linked : links)
+    out += mark + std::to_string(linked->segnum);
+  out += '\n';
 }
 
-void write_segment(SafeFile &out, const Segm *seg) {
+void add_segment(std::string &out, const Segm *seg) {
   if (seg == nullptr) {
-    out.write("~~~~~~\n");
+    out += "~~~~~~\n";
     return;
   }
-  out.write(label_to_file(seg->label));
-  out.printf(" %d %d %d %d %d %d %d", seg->segnum, seg->type, seg->style, seg->lx, seg->ly, seg->ux,
-             seg->uy);
+  out += label_to_file(seg->label);
+  out += format_text(" %d %d %d %d %d %d %d", seg->segnum, seg->type, seg->style, seg->lx, seg->ly,
+                     seg->ux, seg->uy);
   SaveAnnotation(out, seg->annot);
-  write_links(out, 'B', seg->segb_ptr);
-  write_links(out, 'F', seg->segf_ptr);
+  add_links(out, 'B', seg->segb_ptr);
+  add_links(out, 'F', seg->segf_ptr);
 }
 
-void write_picture(SafeFile &out, WinInfo *wi) {
+void write_picture(std::string &out, WinInfo *wi) {
   if (is_network(wi))
     wi->wtype = kNetworkPicture;
-  out.write(label_to_file(wi->name));
-  out.printf(" %d %d %d %d", wi->cmpnt, wi->seg_ct, wi->wtype, wi->txtsze);
-  SaveAnnotation(out, wi->annot);
-  for (int slot = 1; slot <= wi->seg_ct; ++slot)
-    write_segment(out, wi->seg_ments[slot]);
-}
-
-int report(const SafeFile &out, SaveOutcome outcome) {
-  switch (outcome) {
-  case SaveOutcome::saved:
-    setVeloraEye(out.name());
-    note_segment_file(out.name());
-    return 1;
-  case SaveOutcome::cannot_keep_old:
-    orvek_errorf("Can't remove old backup file %s\n", out.backup_name().c_str());
-    return 0;
-  case SaveOutcome::cannot_open:
-    orvek_error("Can't open .seg file for write\n");
-    return 0;
-  case SaveOutcome::cannot_write:
-  case SaveOutcome::cannot_replace:
-    orvek_errorf("Can't write %s: %s\n", out.name().c_str(), out.reason().c_str());
-    return 0;
-  }
-  return 0;
+  out += picture_block(wi);
 }
 
 } // namespace
 
-void note_segment_file(const std::string &fname) {
-  known_stamps[full_name(fname)] = stamp_of(fname);
+std::string picture_block(const WinInfo *wi) {
+  std::string out = label_to_file(wi->name);
+  const int wtype = is_network(wi) ? int{kNetworkPicture} : wi->wtype;
+  out += format_text(" %d %d %d %d", wi->cmpnt, wi->seg_ct, wtype, wi->txtsze);
+  SaveAnnotation(out, wi->annot);
+  for (int slot = 1; slot <= wi->seg_ct; ++slot)
+    add_segment(out, wi->seg_ments[slot]);
+  return out;
+}
+
+void note_segment_file(const std::string &fname, std::string_view text) {
+  known_stamps[full_name(fname)] = stamp_of_text(text);
 }
 
 void note_damaged_file(const std::string &fname, bool damaged) {
@@ -175,21 +160,70 @@ void forget_segment_files() {
   gReadingAbandoned = 0;
 }
 
-int SaveAll(const std::string &fname) {
-  if (!can_be_written() || !may_replace(fname) || !damaged_copy_is_kept(fname))
-    return 0;
-  SafeFile out(fname);
-  if (out.open()) {
-    for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next) {
-      if (wi->saved == 0)
-        continue;
-      CleanUpSegments(wi);
-      if (wi->seg_ct > 0)
-        write_picture(out, wi);
-    }
-    out.write(kEndMark);
+bool is_as_left(const std::string &fname) {
+  const auto known = known_stamps.find(full_name(fname));
+  if (known == known_stamps.end())
+    return true;
+  const FileStamp now = stamp_of(fname);
+  return !now.exists || now == known->second;
+}
+
+bool may_save_pictures(const std::string &fname) {
+  return can_be_written() && may_replace(fname) && may_replace_protected(fname) &&
+         damaged_copy_is_kept(fname);
+}
+
+std::string pictures_text() {
+  std::string text;
+  for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next) {
+    if (wi->saved == 0)
+      continue;
+    CleanUpSegments(wi);
+    if (wi->seg_ct > 0)
+      write_picture(text, wi);
   }
-  return report(out, out.replace());
+  return text + kEndMark;
+}
+
+std::string work_pictures_text() {
+  std::string text;
+  for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
+    write_picture(text, wi);
+  return text + kEndMark;
+}
+
+int report_pictures(const std::string &fname, const std::string &text, const SetOutcome &end) {
+  switch (end.outcome) {
+  case SaveOutcome::saved:
+    setVeloraEye(fname);
+    note_segment_file(fname, text);
+    return 1;
+  case SaveOutcome::cannot_keep_old:
+    orvek_errorf("Can't remove old backup file %s.bak\n", link_target(fname).c_str());
+    show_note("note: " + end.reason);
+    return 0;
+  case SaveOutcome::cannot_open:
+    orvek_error("Can't open .seg file for write\n");
+    show_note("note: " + end.reason);
+    return 0;
+  case SaveOutcome::cannot_write:
+  case SaveOutcome::cannot_replace:
+    orvek_errorf("Can't write %s\n", end.reason.c_str());
+    return 0;
+  }
+  return 0;
+}
+
+int SaveAll(const std::string &fname) {
+  if (!may_save_pictures(fname))
+    return 0;
+  const FileLock lock(set_lock_name(fname));
+  if (lock.busy()) {
+    orvek_errorf("Sorry! Another program is saving %s\n", fname.c_str());
+    return 0;
+  }
+  const std::string text = pictures_text();
+  return report_pictures(fname, text, replace_files({{fname, text}}, ""));
 }
 
 int fdb_create_segs(const std::string &name) {
@@ -198,14 +232,13 @@ int fdb_create_segs(const std::string &name) {
     DisplayResponsef("Segment File %s already exists\n", fname.c_str());
     return 0;
   }
-  SafeFile out(fname);
-  if (out.open())
-    out.write(kEndMark);
-  if (out.replace() != SaveOutcome::saved) {
+  std::string reason;
+  if (!write_whole_file(fname, kEndMark, reason)) {
     DisplayResponsef("Failed to create segment file: %s\n", fname.c_str());
+    show_note("note: " + reason);
     return 0;
   }
-  note_segment_file(fname);
+  note_segment_file(fname, kEndMark);
   DisplayResponsef("Created: %s\n", fname.c_str());
   setVeloraEye(fname);
   return 1;

@@ -38,12 +38,12 @@ int annotation_lines(std::string_view annot) {
   return 1 + static_cast<int>(std::count(text.begin(), text.end(), '\n'));
 }
 
-void SaveAnnotation(SafeFile &out, std::string_view annot) {
+void SaveAnnotation(std::string &out, std::string_view annot) {
   if (!annot.empty()) {
-    out.printf(" %d\n", annotation_lines(annot));
-    out.write(without_final_line_end(annot));
+    out += " " + std::to_string(annotation_lines(annot)) + "\n";
+    out += without_final_line_end(annot);
   }
-  out.write("\n");
+  out += '\n';
 }
 
 std::string RestoreAnnotation(const std::vector<std::string_view> &text, std::size_t &at,

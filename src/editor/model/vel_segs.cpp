@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <new>
 
+#include "platform/desktop.h"
 #include "platform/response.h"
+#include "platform/text_measures.h"
 
 namespace velora {
 
@@ -75,8 +77,8 @@ Font picture_font(const WinInfo *wi) {
 // h = height of the font, scaled by gNodeTextSize / txtsze: zooming leaves it nearly as it is.
 int NodeHeight(const WinInfo *wi) {
   if (wi == nullptr)
-    return gDesktop->text_height(0, Font{});
-  return gDesktop->text_height(wi->win, picture_font(wi)) * gNodeTextSize / text_size_of(wi);
+    return measured_height(Font{});
+  return measured_height(picture_font(wi)) * gNodeTextSize / text_size_of(wi);
 }
 
 Rect picture_area(const WinInfo *wi) {

@@ -42,13 +42,16 @@ int put_arc_between(WinInfo *wi, int from, int to, int connection);
 // Makes room for one more link in a list.
 void make_pointer_space(std::vector<Segm *> &list);
 
+// True when a point is near enough to a line, from the left and top of `line` to its right and
+// bottom, to hit an arc that runs there.
+bool line_is_hit(const Rect &line, int x, int y);
 // Hit test: the lowest slot hit, 0 for none. `nodeonly` non-zero leaves arcs out.
 int search_for_segment(int x, int y, int nodeonly, const WinInfo *wi);
 // The first function box labelled `name`, 0 for none.
 int NamedFunInWin(const WinInfo *wi, const std::string &name);
 // The arcs that enter a node in the order of its arguments: by the centre of the node each comes
 // from, left to right, then upper first, then by number.
-std::vector<Segm *> input_order(const Segm *node);
+std::vector<Segm *> cyclic_order_types_of(const Segm *node);
 
 // Removes a segment, a node with all its arcs.
 void remove_segment(int segi, WinInfo *wi);

@@ -4,6 +4,7 @@
 
 #include "editor/model/vel_segs.h"
 #include "editor/model/wininfo.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
 
 namespace velora {

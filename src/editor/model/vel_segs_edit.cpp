@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "editor/model/vel_segs.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
 
 namespace velora {
@@ -19,29 +20,21 @@ bool in_span(const Rect &box, int x, int y) {
   return box.normalised().contains({x, y});
 }
 
-// Distance from the line through the arc's ends, truncated: |(y-ly)dx - (x-lx)dy| / length.
-long long distance_from(const Segm *arc, int x, int y) {
-  const double dx = static_cast<double>(arc->ux) - arc->lx;
-  const double dy = static_cast<double>(arc->uy) - arc->ly;
-  const double px = static_cast<double>(x) - arc->lx;
-  const double py = static_cast<double>(y) - arc->ly;
+// Distance from the line through an arc's ends, truncated: |(y-ly)dx - (x-lx)dy| / length.
+long long distance_from(const Rect &line, int x, int y) {
+  const double dx = static_cast<double>(line.right) - line.left;
+  const double dy = static_cast<double>(line.bottom) - line.top;
+  const double px = static_cast<double>(x) - line.left;
+  const double py = static_cast<double>(y) - line.top;
   return static_cast<long long>(std::fabs(py * dx - px * dy) / std::sqrt(dx * dx + dy * dy));
 }
 
-bool arc_is_hit(const Segm *arc, int x, int y) {
-  if (arc->lx == arc->ux && arc->ly == arc->uy)
-    return false;
-  if (distance_from(arc, x, y) > kReach)
-    return false;
-  Rect span = arc->box().normalised();
-  // An upright or level arc spans no area of its own.
-  if (arc->lx == arc->ux)
-    return std::abs(static_cast<long long>(x) - arc->lx) <= kReach && y >= span.top &&
-           y <= span.bottom;
-  if (arc->ly == arc->uy)
-    return std::abs(static_cast<long long>(y) - arc->ly) <= kReach && x >= span.left &&
-           x <= span.right;
-  return in_span(span, x, y);
+// Hidden nodes, and the arcs of hidden nodes.
+bool is_out_of_sight(const Segm *seg) {
+  const auto hidden = [](const Segm *node) {
+    return node != nullptr && (node->style & kHidden) != 0;
+  };
+  return is_arc(seg) ? hidden(arc_start(seg)) || hidden(arc_end(seg)) : hidden(seg);
 }
 
 void redraw(const WinInfo *wi) {
@@ -60,16 +53,34 @@ int middle(int low, int high) {
 
 } // namespace
 
+bool line_is_hit(const Rect &line, int x, int y) {
+  if (line.left == line.right && line.top == line.bottom)
+    return false;
+  if (distance_from(line, x, y) > kReach)
+    return false;
+  const Rect span = line.normalised();
+  // An upright or level line spans no area of its own.
+  if (line.left == line.right)
+    return std::abs(static_cast<long long>(x) - line.left) <= kReach && y >= span.top &&
+           y <= span.bottom;
+  if (line.top == line.bottom)
+    return std::abs(static_cast<long long>(y) - line.top) <= kReach && x >= span.left &&
+           x <= span.right;
+  return in_span(span, x, y);
+}
+
 int search_for_segment(int x, int y, int nodeonly, const WinInfo *wi) {
   for (int slot = 1; slot <= wi->seg_ct; ++slot) {
     const Segm *seg = wi->seg_ments[slot];
     if (seg == nullptr)
       continue;
+    if (is_out_of_sight(seg))
+      continue;
     bool hit = false;
     if (nodeonly != 0)
       hit = is_node(seg) && seg->lx <= x && x <= seg->ux && seg->ly <= y && y <= seg->uy;
     else
-      hit = is_arc(seg) ? arc_is_hit(seg, x, y) : in_span(seg->box(), x, y);
+      hit = is_arc(seg) ? line_is_hit(seg->box(), x, y) : in_span(seg->box(), x, y);
     if (hit)
       return slot;
   }
@@ -85,7 +96,7 @@ int NamedFunInWin(const WinInfo *wi, const std::string &name) {
   return 0;
 }
 
-std::vector<Segm *> input_order(const Segm *node) {
+std::vector<Segm *> cyclic_order_types_of(const Segm *node) {
   std::vector<Segm *> arcs = node->segb_ptr;
   std::erase_if(arcs, [](const Segm *arc) { return arc_start(arc) == nullptr; });
   std::stable_sort(arcs.begin(), arcs.end(), [](const Segm *a, const Segm *b) {

@@ -5,7 +5,9 @@
 #include <new>
 
 #include "editor/model/vel_segs.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
+#include "platform/window_maker.h"
 
 namespace velora {
 
@@ -19,21 +21,8 @@ WinInfo *last_picture = nullptr;
 // Picture windows made so far, for cascading.
 int windows_made = 0;
 
-constexpr int kFirstPlace = 100;
-constexpr int kCascadeStep = 40;
-constexpr int kWindowWidth = 450;
-constexpr int kWindowHeight = 360;
-
-const char *window_title(int wtype) {
-  switch (wtype) {
-  case kConstructorsPicture:
-    return "Constructors";
-  case kNetworkPicture:
-    return "Function Network";
-  default:
-    return "Functions";
-  }
-}
+// Where NewWindow placed the last of them.
+Rect newest_place;
 
 } // namespace
 
@@ -99,15 +88,16 @@ int CopyWinInfo(const WinInfo *from, WinInfo *to) {
   return 1;
 }
 
+Rect newest_window_place() {
+  return newest_place;
+}
+
 WinInfo *NewWindow(int wtype) {
-  const int at = kFirstPlace + kCascadeStep * (windows_made++ % 5);
-  const WindowId window =
-      gDesktop->create_window(static_cast<WindowKind>(wtype), window_title(wtype),
-                              Rect{at, at, at + kWindowWidth, at + kWindowHeight});
+  newest_place = first_place(static_cast<WindowKind>(wtype), windows_made);
+  const WindowId window = make_window(static_cast<WindowKind>(wtype), windows_made++);
   WinInfo *wi = nullptr;
   if (window == 0 || NewWinInfo(window, wtype, &wi) == 0)
     return nullptr;
-  gDesktop->show_window(window);
   return wi;
 }
 

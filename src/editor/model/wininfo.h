@@ -30,6 +30,8 @@ int RemoveWinInfo(WindowId window);
 // Opens a picture window of a kind, cascaded, and appends its fresh record; the record, or null
 // when no window could be made.
 WinInfo *NewWindow(int wtype);
+// Where the last of them was placed.
+Rect newest_window_place();
 
 // Removes every record.
 void FreeAllPictures();

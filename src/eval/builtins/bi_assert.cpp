@@ -8,6 +8,7 @@
 #include "eval/builtins/families.h"
 #include "eval/clause_terms.h"
 #include "front/cint.h"
+#include "front/type_names.h"
 
 namespace velora {
 

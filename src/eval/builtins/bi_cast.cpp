@@ -10,6 +10,7 @@
 #include "eval/bi_support.h"
 #include "eval/builtins/families.h"
 #include "eval/builtins/user_terms.h"
+#include "front/parse.h"
 #include "platform/response.h"
 
 namespace velora {
@@ -111,7 +112,8 @@ int bi_strtosym(node **stack, int) {
   return 1;
 }
 
-// Everything but the digits is dropped first; a number that needs more than 32 bits is refused.
+// Everything but the digits is dropped first; a number beyond 32 bits gives the nearest one that
+// fits, with the note that such a literal gets.
 int bi_str_to_int(node **stack, int) {
   const node *s = force_arg(stack, 1, kString);
   if (s == nullptr)
@@ -122,9 +124,12 @@ int bi_str_to_int(node **stack, int) {
     if (!is_digit(c))
       continue;
     any = true;
-    number = number * 10 + (c - '0');
-    if (number > kMostInteger)
-      return 0;
+    if (number <= kMostInteger)
+      number = number * 10 + (c - '0');
+  }
+  if (number > kMostInteger) {
+    number = kMostInteger;
+    note_integer_bounds(format_text("%lld", static_cast<long long>(number)));
   }
   return any ? set_int(stack[1], static_cast<std::int32_t>(number)) : 0;
 }

@@ -5,6 +5,7 @@
 // A table's rows have the values in the order of the features and the class at the end. When no
 // features have been named, the first row names them (its last field, the heading of the classes,
 // is passed over). A table is learnt whole or not at all.
+#include <algorithm>
 #include <optional>
 
 #include "core/events.h"
@@ -61,6 +62,8 @@ public:
     ++rows_;
     if (rows_ == 1 && learnt_.features().empty())
       return take_heading(row);
+    if (!names_.empty() && is_heading(row))
+      return 1;
     if (learnt_.learn(row))
       return 1;
     DisplayResponsef("Row %d: %d fields found where %d are expected\n", rows_,
@@ -73,6 +76,10 @@ public:
   }
 
 private:
+  // A table that is learnt after another begins with the names of the features too.
+  [[nodiscard]] bool is_heading(const TableRow &row) const {
+    return row.size() == names_.size() + 1 && std::equal(names_.begin(), names_.end(), row.begin());
+  }
   int take_heading(const TableRow &row) {
     if (learnt_.set_features({row.begin(), row.end() - 1}))
       return 1;
@@ -80,6 +87,7 @@ private:
     return 0;
   }
   BayesModel learnt_ = gBayes;
+  const std::vector<std::string> names_ = gBayes.features(); // known before this table
   int rows_ = 0;
 };
 

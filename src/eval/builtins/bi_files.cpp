@@ -3,11 +3,15 @@
 #include "eval/builtins/bi_files.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
+
+#include "core/events.h"
 
 #include "eval/bi_support.h"
 #include "eval/builtins/families.h"
 #include "platform/response.h"
+#include "platform/whole_file.h"
 
 namespace velora {
 
@@ -42,6 +46,19 @@ std::FILE *reading_file(node **stack) {
   if (slot < 0 || gUserFile[slot].mode != 'r')
     return nullptr;
   return gUserFile[slot].fp.get();
+}
+
+// True when the last reading met an error, which is no end of the file; tells so.
+bool reading_failed(std::FILE *fp, node **stack) {
+  if (std::ferror(fp) == 0)
+    return false;
+  const int error = errno;
+  std::clearerr(fp);
+  poll_user_events(); // a wait that the user ended is no failure
+  const std::string name(text_of(bi_arg(stack, 1)));
+  DisplayResponsef("Cannot read file %s\n", name.c_str());
+  show_note("note: " + file_error_text(name, error));
+  return true;
 }
 
 // The slot of the file named by the first argument if it is open for writing, else -1.
@@ -100,8 +117,7 @@ int find_file(const std::string &name) {
 int open_file(const std::string &name, char how) {
   if (!file_name_fits(name))
     return -1;
-  const char *mode = how == 'r' ? "r" : output_mode(name.c_str());
-  if (mode == nullptr)
+  if (how != 'r' && output_is_safe(name) == 0)
     return -1;
   auto slot = std::find_if(std::begin(gUserFile), std::end(gUserFile),
                            [](const UserFileInfo &file) { return file.fp == nullptr; });
@@ -109,12 +125,13 @@ int open_file(const std::string &name, char how) {
     DisplayResponse("Too many files open, trying closing one\n");
     return -1;
   }
-  FileHandle fp = how == 'r' ? open_text(name.c_str()) : FileHandle(std::fopen(name.c_str(), mode));
+  char mode = 'r';
+  FileHandle fp = how == 'r' ? open_text(name.c_str()) : open_output(name, mode);
   if (fp == nullptr)
     return -1;
   std::memcpy(slot->name, name.c_str(), name.size() + 1);
   slot->fp = std::move(fp);
-  slot->mode = *mode;
+  slot->mode = mode;
   return static_cast<int>(slot - gUserFile);
 }
 
@@ -146,7 +163,7 @@ int bi_file_read_line(node **stack, int) {
   if (fp == nullptr)
     return 0;
   read_line(fp, gUserWord, kMostRead);
-  return set_string(stack[1], gUserWord);
+  return reading_failed(fp, stack) ? 0 : set_string(stack[1], gUserWord);
 }
 
 int bi_file_read_word(node **stack, int) {
@@ -154,15 +171,18 @@ int bi_file_read_word(node **stack, int) {
   if (fp == nullptr)
     return 0;
   read_word(fp, gUserWord, kMostRead);
-  return set_string(stack[1], gUserWord);
+  return reading_failed(fp, stack) ? 0 : set_string(stack[1], gUserWord);
 }
 
-// At the end of the file the character whose code is -1.
+// At the end of the file there is none, and the expression stays as it is.
 int bi_file_read_char(node **stack, int) {
   std::FILE *fp = reading_file(stack);
   if (fp == nullptr)
     return 0;
-  return set_char(stack[1], static_cast<char>(read_char(fp)));
+  const int c = read_char(fp);
+  if (reading_failed(fp, stack) || c == EOF)
+    return 0;
+  return set_char(stack[1], static_cast<char>(c));
 }
 
 int bi_file_write_line(node **stack, int) {

@@ -9,6 +9,7 @@
 #include "eval/builtins/families.h"
 #include "eval/graphics_windows.h"
 #include "eval/needs.h"
+#include "platform/desktop.h"
 
 namespace velora {
 

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "core/clock.h"
 #include "eval/builtins/bi_maths.h"
 #include "eval/builtins/families.h"
 
@@ -279,6 +280,7 @@ int bi_tag(node **stack, int) {
   while (is_cell(end))
     end = cell_tail(end);
   overwrite_node(end, added.finish());
+  note_change();
   return set_copy(stack[2], list);
 }
 

@@ -5,20 +5,26 @@
 #include <cstdint>
 #include <limits>
 
+#include "core/builtin_ids.h"
 #include "core/records.h"
 
 namespace velora {
 
 // Operations on two numbers by the number of their built-in.
 enum ArithOp {
-  kPlusOp = 1,
-  kMinusOp = 2,
-  kTimesOp = 3,
-  kDivideOp = 4,
-  kGreaterOp = 84,
-  kLesserOp = 85
+  kPlusOp = kBiPlus,
+  kMinusOp = kBiMinus,
+  kTimesOp = kBiTimes,
+  kDivideOp = kBiDivide,
+  kGreaterOp = kBiGreater,
+  kLesserOp = kBiLesser
 };
-enum CompareOp { kLessOp = 7, kMoreOp = 8, kAtMostOp = 10, kAtLeastOp = 11 };
+enum CompareOp {
+  kLessOp = kBiLess,
+  kMoreOp = kBiMore,
+  kAtMostOp = kBiAtMost,
+  kAtLeastOp = kBiAtLeast
+};
 
 inline bool is_number(const node *n) {
   return n->type == kInteger || n->type == kReal;

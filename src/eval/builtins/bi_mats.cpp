@@ -7,6 +7,7 @@
 #include <new>
 #include <vector>
 
+#include "core/clock.h"
 #include "core/events.h"
 #include "eval/bi_support.h"
 #include "eval/builtins/bi_maths.h"
@@ -131,6 +132,7 @@ int add_in_place(node **stack, int op) {
       node *result = LMakeInteger(0);
       bi_arith(op, cell_head(a), cell_head(b), result);
       b->val.a.a1->val.a.a2 = result;
+      note_change();
     }
   }
   return set_copy(stack[2], own);

@@ -2,10 +2,12 @@
 // texts without quotes, numbers without marks. Called by the dispatcher.
 #include <cmath>
 
+#include "core/events.h"
 #include "eval/bi_support.h"
 #include "eval/builtins/families.h"
 #include "eval/graphics_windows.h"
 #include "eval/plot.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
 
 namespace velora {
@@ -72,6 +74,7 @@ bool read_value(const node *n, PlotValue *value, bool *named) {
 // The data of a plot; false unless it is a list of one sort of element, with at least one.
 bool read_data(const node *list, PlotData *data) {
   for (; is_cell(list); list = cell_tail(list)) {
+    CheckForUserEvents(800);
     PlotValue value;
     value.x = static_cast<double>(data->values.size() + 1);
     bool named = false;

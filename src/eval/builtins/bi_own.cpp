@@ -3,6 +3,7 @@
 // every program, so two integers are dealt with before anything else is looked at.
 #include <functional>
 
+#include "core/clock.h"
 #include "core/events.h"
 #include "eval/bi_support.h"
 #include "eval/builtins/bi_maths.h"
@@ -101,10 +102,10 @@ node *evaluated(node **stack, int i) {
 // Kept: a comparison of numbers writes its truth value but reports that nothing was reduced, so
 // the engine does not look at the rewritten node again; one of strings reports a reduction.
 template <typename Holds> int comparison(int op_id, node **stack, Holds holds) {
-  if (!is_comparable(evaluated(stack, 1)))
-    return 0;
+  evaluated(stack, 1);
   const node *n2 = evaluated(stack, 2);
   const node *n1 = bi_arg(stack, 1);
+  note_change();
   if (both_integers(n1, n2)) {
     set_bool(stack[2], holds(static_cast<float>(n1->val.i), static_cast<float>(n2->val.i)));
     return 0;

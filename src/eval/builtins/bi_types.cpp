@@ -10,6 +10,7 @@
 #include "eval/bi_support.h"
 #include "eval/builtins/families.h"
 #include "eval/registry.h"
+#include "front/type_names.h"
 #include "platform/response.h"
 
 namespace velora {

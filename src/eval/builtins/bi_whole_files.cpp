@@ -36,8 +36,13 @@ int can_read(const LineSource &source, const std::string &name) {
   return source.is_open() ? 1 : 0;
 }
 
-int open_output(LineSink &sink, const std::string &name) {
+int open_sink(LineSink &sink, const std::string &name) {
   return file_name_fits(name) ? sink.open(name) : 0;
+}
+
+// Ends a pass: the output is kept when the input was read to its end.
+int end_pass(const LineSource &source, const std::string &in, LineSink &sink) {
+  return source.failed(in) ? 0 : sink.commit();
 }
 
 // The two ends of a pass from one file to another.
@@ -45,10 +50,10 @@ struct Pass {
   Pass(const std::string &in, const std::string &out) : source(in.c_str()) {
     if (!file_name_fits(in) || !can_read(source, in))
       return;
-    if (same_file(in, out))
+    if (same_file(in, out) && may_write_again(out))
       DisplayResponse("Safer not to write onto the file being read\n");
     else
-      open = open_output(sink, out) != 0;
+      open = open_sink(sink, out) != 0;
   }
   LineSource source;
   LineSink sink;
@@ -99,7 +104,7 @@ int filter_lines(node **stack, bool stop_at_first) {
     if (stop_at_first && !is_true(result))
       break;
   }
-  return set_bool(stack[3], pass.sink.commit());
+  return set_bool(stack[3], end_pass(pass.source, in, pass.sink));
 }
 
 // The fields of a list of values that have texts; 0 for any other value.
@@ -139,7 +144,7 @@ int write_list(node **stack, bool table) {
     if (!line_of(cell_head(cell), table, line))
       return 0;
   LineSink sink;
-  if (!open_output(sink, out))
+  if (!open_sink(sink, out))
     return set_bool(stack[2], false);
   for (const node *cell = list; is_cell(cell); cell = cell_tail(cell)) {
     CheckForUserEvents(800);
@@ -184,7 +189,7 @@ int bi_file_map(node **stack, int) {
     if (!pass.sink.write_line(text_of(result)))
       break;
   }
-  return set_bool(stack[3], pass.sink.commit());
+  return set_bool(stack[3], end_pass(pass.source, in, pass.sink));
 }
 
 // file_fold op z name = op line_n (... (op line_1 z)), the order of foldl.
@@ -200,7 +205,7 @@ int bi_file_fold(node **stack, int) {
     value = LMakeApplyNode(applied, value);
     evaluate(value);
   }
-  return set_copy(stack[3], value);
+  return source.failed(name) ? 0 : set_copy(stack[3], value);
 }
 
 int bi_file_to_list(node **stack, int) {
@@ -211,7 +216,7 @@ int bi_file_to_list(node **stack, int) {
   ListBuilder lines;
   while (source.next(line))
     lines.add_string(line);
-  return lines.write_over(stack[1]);
+  return source.failed(name) ? 0 : lines.write_over(stack[1]);
 }
 
 int bi_list_to_file(node **stack, int) {
@@ -234,7 +239,7 @@ int bi_file_to_table(node **stack, int) {
       row.add_string(field);
     table.add_list(row);
   }
-  return table.write_over(stack[1]);
+  return source.failed(name) ? 0 : table.write_over(stack[1]);
 }
 
 // file_cut first last in out: the lines numbered first to last, the first line being 1.
@@ -251,7 +256,7 @@ int bi_file_cut(node **stack, int) {
   while (pass.source.lines_read() < last->val.i && pass.source.next(line))
     if (pass.source.lines_read() >= first->val.i && !pass.sink.write_line(line))
       break;
-  return set_bool(stack[4], pass.sink.commit());
+  return set_bool(stack[4], end_pass(pass.source, in, pass.sink));
 }
 
 // From a file of printed lists, one a line, to a table.
@@ -265,7 +270,7 @@ int bi_lfile_to_tfile(node **stack, int) {
   while (pass.source.next(line))
     if (!pass.sink.write_line(join_row(list_line_fields(line))))
       break;
-  return set_bool(stack[2], pass.sink.commit());
+  return set_bool(stack[2], end_pass(pass.source, in, pass.sink));
 }
 
 } // namespace velora

@@ -47,12 +47,11 @@ constexpr HelpRow kRows[] = {
      kNoReading},
     {"file_read_char",
      "str -> char",
-     "The next character of a file; at the end the character with the code -1. A file that is not "
-     "open is opened.",
+     "The next character of a file. A file that is not open is opened.",
      {{R"(list_to_file ["x"] "a.tmp")", "True"},
-      {R"(file_read_char "a.tmp")", "'x'"},
-      {R"([(encode (file_read_char "a.tmp")) (encode (file_read_char "a.tmp"))])", "[ #10 #-1 ]"}},
-     kNoReading},
+      {R"([(file_read_char "a.tmp") (file_read_char "a.tmp")])", "[ 'x' '\n' ]"},
+      {R"(file_read_char "a.tmp")", R"(( file_read_char "a.tmp"))"}},
+     "a name that cannot be opened, a file open for writing, and the end of the file."},
     {"file_write_line",
      "str -> str -> bool",
      "Writes the second string and a line end to the file named by the first. False when it is not "

@@ -71,9 +71,10 @@ constexpr HelpRow kRows[] = {
      "other kinds."},
     {"str_to_int",
      "str -> int",
-     "The number made of the digits of a string; all else in it, a sign too, is passed over.",
+     "The number made of the digits of a string; all else in it, a sign too, is passed over. A "
+     "number beyond the integers gives the largest one, with a note.",
      {{R"(str_to_int "-12a3")", "#123"}, {R"(str_to_int "none")", R"(( str_to_int "none"))"}},
-     "a string without digits, or with more than an integer can hold."},
+     "a string without digits."},
     {"int_to_str",
      "int -> str",
      "The decimal text of an integer.",

@@ -4,12 +4,16 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
 
 #include "core/events.h"
+#include "platform/file_calls.h"
 #include "platform/response.h"
+#include "platform/trust.h"
+#include "platform/whole_file.h"
 
 namespace velora {
 
@@ -23,11 +27,14 @@ int file_name_fits(std::string_view name) {
   return 0;
 }
 
-// A folder can be opened on some systems, but not read; the look at the first byte tells.
 FileHandle open_text(const char *name) {
-  FileHandle file(std::fopen(name, "rb"));
-  if (file == nullptr)
-    return file;
+  const int fd = open_to_read(name);
+  if (fd < 0) {
+    poll_user_events();
+    return nullptr;
+  }
+  FileHandle file(stream_of(fd, "rb"));
+  // Some files can be opened, but not read; the look at the first byte tells.
   int first = std::getc(file.get());
   if (first == EOF && std::ferror(file.get()))
     return nullptr;
@@ -113,13 +120,63 @@ int read_word(std::FILE *fp, std::string &word, std::size_t most) {
   return word.empty() ? 0 : 1;
 }
 
-const char *output_mode(const char *name) {
-  FileHandle existing(std::fopen(name, "r"));
-  if (existing == nullptr || ends_in(name, ".tmp"))
-    return "w";
-  if (ends_in(name, ".add"))
-    return "a";
+namespace {
+
+// Where a link may be followed to: inside its own folder always, elsewhere when the user says so.
+bool may_follow(const std::string &name, const std::string &target) {
+  if (gTrustAll || lies_in(resolved_path(target), folder_of(name)))
+    return true;
+  constexpr int kFollow = 1;
+  const std::string question =
+      format_text("%s leads out of its folder to %s. Write there?", name.c_str(), target.c_str());
+  if (gPersonAnswers && PromptUser(question, {"Write", "Cancel"}) == kFollow)
+    return true;
+  refuse_effect("to write " + name + ", which leads out of its folder to " + target);
+  return false;
+}
+
+// Opens what stands under `target` as its kind allows, or makes it; -1 with errno set.
+int open_for_output(const std::string &target, bool append) {
+  switch (entry_kind(target)) {
+  case EntryKind::none: {
+    const int fd = make_file(target);
+    if (fd >= 0)
+      take_mode(fd, target, {});
+    return fd;
+  }
+  case EntryKind::other:
+    return open_channel(target);
+  default:
+    return open_to_append(target, !append);
+  }
+}
+
+} // namespace
+
+int output_is_safe(const std::string &name) {
+  if (!file_exists(name) || ends_in(name, ".tmp") || ends_in(name, ".add"))
+    return 1;
   DisplayResponse("Safer not to write onto an existing file\n");
+  return 0;
+}
+
+FileHandle open_output(const std::string &name, char &mode) {
+  const bool append = ends_in(name, ".add");
+  errno = 0;
+  if (output_is_safe(name) == 0)
+    return nullptr;
+  mode = append && file_exists(name) ? 'a' : 'w';
+  const std::string target = link_target(name);
+  if (target != name && !may_follow(name, target)) {
+    errno = 0;
+    return nullptr;
+  }
+  const int fd = open_for_output(target, append);
+  const int error = errno;
+  if (fd >= 0)
+    return FileHandle(stream_of(fd, append ? "ab" : "wb"));
+  poll_user_events(); // who stopped the waiting for a reader knows why it ended
+  errno = error;
   return nullptr;
 }
 
@@ -130,7 +187,17 @@ int LineSource::fill() {
   CheckForUserEvents(800);
   at_ = 0;
   end_ = std::fread(buffer_.data(), 1, buffer_.size(), file_.get());
+  if (end_ == 0 && std::ferror(file_.get()) != 0)
+    error_ = errno;
   return end_ > 0 ? 1 : 0;
+}
+
+bool LineSource::failed(const std::string &name) const {
+  if (error_ == 0)
+    return false;
+  DisplayResponsef("Cannot read all of file %s\n", name.c_str());
+  show_note("note: " + file_error_text(name, error_));
+  return true;
 }
 
 int LineSource::next(std::string &line) {
@@ -159,18 +226,19 @@ LineSink::~LineSink() {
 }
 
 int LineSink::open(const std::string &name) {
-  const char *mode = output_mode(name.c_str());
-  if (mode == nullptr)
-    return 0;
-  appending_ = *mode == 'a';
   std::error_code error;
   std::uintmax_t length = fs::file_size(name, error);
   old_length_ = error ? -1 : static_cast<std::int64_t>(length);
   failed_ = false;
   name_ = name;
-  file_.reset(std::fopen(name.c_str(), mode));
-  if (file_ == nullptr)
+  char mode = 'w';
+  file_ = open_output(name, mode);
+  if (file_ == nullptr && errno != 0) {
+    const std::string reason = file_error_text(name, errno);
     DisplayResponsef("Cannot write to file %s\n", name.c_str());
+    show_note("note: " + reason);
+  }
+  appending_ = mode == 'a';
   return file_ == nullptr ? 0 : 1;
 }
 
@@ -200,6 +268,10 @@ void LineSink::take_back() {
     fs::remove(name_, ignored);
   else if (old_length_ >= 0)
     fs::resize_file(name_, static_cast<std::uintmax_t>(old_length_), ignored);
+}
+
+bool may_write_again(const std::string &name) {
+  return ends_in(name, ".tmp") || ends_in(name, ".add");
 }
 
 int same_file(const std::string &one, const std::string &other) {

@@ -5,10 +5,11 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "platform/file_handle.h"
 
 namespace velora {
 
@@ -16,13 +17,20 @@ namespace velora {
 inline constexpr std::size_t kFileNameSize = 80;
 int file_name_fits(std::string_view name);
 
-struct FileCloser {
-  void operator()(std::FILE *fp) const { std::fclose(fp); }
-};
-using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
-
-// Opens a file for reading; null when it cannot be read (a folder cannot).
+// Opens a file for reading; null when it cannot be read (a folder cannot). Ends the command when
+// the user interrupts the waiting for a pipe.
 FileHandle open_text(const char *name);
+
+// 1 when `name` may be written: nothing stands there, or its ending is ".tmp" or ".add"; else 0
+// after the safety message. What stands is taken from the directory entry, readable or not.
+int output_is_safe(const std::string &name);
+
+// Opens a file to be written: a new one exclusively, so that nothing that stands is written over;
+// one whose name ends in ".tmp" from its beginning, in ".add" from its end. `mode` receives 'w' or
+// 'a'. Null, with errno 0 after a message: the safety message for any other name under which
+// something stands; or with errno set when the file cannot be opened. A link out of its folder is
+// followed only when the user says so.
+FileHandle open_output(const std::string &name, char &mode);
 
 // The next character, a carriage return before a newline being passed over; EOF at the end. A file
 // that has grown since its end was met is read on.
@@ -35,10 +43,6 @@ int read_line(std::FILE *fp, std::string &line, std::size_t most);
 // Reads the next word between blanks, at most `most` characters of it. 0 at the end of the file.
 int read_word(std::FILE *fp, std::string &word, std::size_t most);
 
-// How `name` may be written: "w" to create or, for a name ending in ".tmp", to overwrite; "a" to
-// append for one ending in ".add". Null, after the safety message, for any other existing file.
-const char *output_mode(const char *name);
-
 // Reads the lines of one file, without their line ends and NUL bytes, and counts them.
 class LineSource {
 public:
@@ -48,6 +52,8 @@ public:
   // 1 with the next line in `line`, 0 at the end. A last line without line end counts.
   int next(std::string &line);
   std::int64_t lines_read() const { return count_; }
+  // True when reading ended at an error and not at the end of the file, which is then told.
+  bool failed(const std::string &name) const;
 
 private:
   int fill();
@@ -56,6 +62,7 @@ private:
   std::size_t at_ = 0;
   std::size_t end_ = 0;
   std::int64_t count_ = 0;
+  int error_ = 0;
 };
 
 // A file being written as a whole. Unless it is committed, what was written is taken back: a new
@@ -82,6 +89,8 @@ private:
   bool failed_ = false;
 };
 
+// True for a name that an existing file may be written under: it ends in ".tmp" or ".add".
+bool may_write_again(const std::string &name);
 // 1 when both names lead to the same existing file.
 int same_file(const std::string &one, const std::string &other);
 

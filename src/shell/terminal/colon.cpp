@@ -27,7 +27,27 @@ constexpr ColonCommand kColonTable[] = {
     {"close", "", "close the database", colon_close},
     {"copy", "[mac|dos]", "copy the database with the line ends of another machine", colon_copy},
     {"status", "", "show what is open, what it holds and whether it is saved", colon_status},
-    {"draw", "NAME [COMPONENT] FILE.svg", "draw a picture as an SVG file", colon_draw},
+    {"translate", "NAME [N] [replace]",
+     "define the clause or the type that picture N of NAME shows, in place of another body when it "
+     "says replace; N counts from 0, titles of windows from 1",
+     colon_translate},
+    {"evaluate", "NAME [N]", "run picture N of NAME as a query", colon_evaluate},
+    {"remove", "NAME [N] picture|code|both|all",
+     "remove picture N of NAME, its clause, or the whole function", colon_remove},
+    {"draw", "NAME [N] FILE.svg", "draw a picture as an SVG file; a name may stand in quotes",
+     colon_draw},
+    {"trust", "", "let the open databases write files and open others without asking", colon_trust},
+    {"build", "FILE [NAME] [tidy]", "make the pictures of a text, as the database NAME",
+     colon_build},
+    {"components", "[NAME]", "tell where pictures and text differ", colon_components},
+    {"network", "[FILE]", "lay out who calls whom and store it, or write it as a drawing or table",
+     colon_network},
+    {"calls", "NAME", "show what the clauses of a function mention", colon_calls},
+    {"callers", "NAME", "show which functions mention a name", colon_callers},
+    {"path", "A B", "show how calls lead from one function to another", colon_path},
+    {"unused", "[ROOT...]", "show functions nobody calls, or that no ROOT reaches", colon_unused},
+    {"export", "NEW NAME...", "make a database of some functions and all that they need",
+     colon_export},
     {"space", "[more|less|reset]", "double, halve or reset the query space, or show its size",
      colon_space},
     {"time", "[on|off]", "show what each answer cost", colon_time},
@@ -67,6 +87,20 @@ bool is_colon_command(const std::string &line) {
   const std::size_t at = line.find_first_not_of(" \t");
   return at != std::string::npos && line[at] == ':' && at + 1 < line.size() &&
          std::isalpha(static_cast<unsigned char>(line[at + 1])) != 0;
+}
+
+std::vector<ColonWord> colon_words(const std::string &argument) {
+  std::vector<ColonWord> words;
+  std::size_t at = 0;
+  while ((at = argument.find_first_not_of(" \t", at)) != std::string::npos) {
+    const bool quoted = argument[at] == '"';
+    const std::size_t from = quoted ? at + 1 : at;
+    const std::size_t to = std::min(
+        quoted ? argument.find('"', from) : argument.find_first_of(" \t", from), argument.size());
+    words.push_back({argument.substr(from, to - from), quoted});
+    at = std::min(to + (quoted ? 1 : 0), argument.size());
+  }
+  return words;
 }
 
 int run_colon_command(const std::string &line) {

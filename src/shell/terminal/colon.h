@@ -27,6 +27,13 @@ bool is_colon_command(const std::string &line);
 // Runs such a line. A name may be cut short as long as one command only begins with it.
 int run_colon_command(const std::string &line);
 
+// The words of a command's argument, parted by blanks; double quotes hold blanks together.
+struct ColonWord {
+  std::string text;
+  bool quoted = false;
+};
+std::vector<ColonWord> colon_words(const std::string &argument);
+
 // Names of symbols and colon commands that begin with `start`, for completion.
 std::vector<std::string> complete_names(std::string_view start);
 
@@ -40,7 +47,24 @@ int colon_space(const std::string &argument);
 int colon_time(const std::string &argument);
 int colon_nesting(const std::string &argument);
 int colon_quit(const std::string &argument);
+// colon_build.cpp:
+int colon_build(const std::string &argument);
+int colon_components(const std::string &argument);
+// colon_pictures.cpp:
+int colon_translate(const std::string &argument);
+int colon_evaluate(const std::string &argument);
+int colon_remove(const std::string &argument);
+int colon_draw(const std::string &argument);
+// Draws the picture that "NAME" or "NAME COMPONENT" means, a name with blanks in quotes; 1 or 0.
+int draw_named_picture(const std::string &argument, const std::string &file);
 // colon_graphics.cpp:
 int colon_graphics(const std::string &argument);
+// colon_network.cpp:
+int colon_network(const std::string &argument);
+int colon_calls(const std::string &argument);
+int colon_callers(const std::string &argument);
+int colon_path(const std::string &argument);
+int colon_unused(const std::string &argument);
+int colon_export(const std::string &argument);
 
 } // namespace velora

@@ -6,6 +6,7 @@
 #include "eval/help.h"
 #include "front/parser.h"
 #include "platform/response.h"
+#include "shell/name_help.h"
 #include "shell/terminal/colon.h"
 
 namespace velora {
@@ -31,31 +32,6 @@ std::string declared_by(const symbol &s) {
   if ((s.stype & kBuiltinBit) != 0)
     return "built in";
   return (s.stype & kSystemBit) != 0 ? "system function" : "";
-}
-
-// A signature as it is printed, without the blank that may end it.
-std::string signature(const top_node *types) {
-  std::string text = tspecs_text(types);
-  text.erase(text.find_last_not_of(' ') + 1);
-  return text;
-}
-
-// "name ::= type" and the like, as the declaration reads.
-std::string declaration_text(const symbol &s) {
-  std::string text(s.name, s.name_len);
-  if ((s.stype & kFunctionBit) != 0)
-    return text.append(" ::= ").append(signature(s.b.fc->types));
-  if ((s.stype & kConstructorBit) != 0)
-    return text.append(" ::= ").append(signature(s.b.cs->types));
-  if ((s.stype & kKindMask) == (kTypeOp & kKindMask))
-    return text.append(" ::= typeop #").append(std::to_string(s.b.tp->arity));
-  if ((s.stype & kTypeNameBit) == 0)
-    return text;
-  text += (s.stype & 2) != 0 ? " ::= nonlex" : " ::= enum";
-  const symbol *value = s.b.en == nullptr ? nullptr : s.b.en->head;
-  for (text += value == nullptr ? "" : "   values:"; value != nullptr; value = value->b.cs->link)
-    text.append(" ").append(value->name, value->name_len);
-  return text;
 }
 
 // How a command is written: its name and what stands behind it.

@@ -1,19 +1,19 @@
-// Commands of the shell about the database: new, open, include, save, close, copy, status, draw.
+// Commands of the shell about the database: new, open, include, save, close, copy, status.
 #include "shell/terminal/db_commands.h"
 
-#include <charconv>
 #include <cstdio>
 #include <filesystem>
 
 #include "core/symbols.h"
 #include "db/f_dbops.h"
+#include "db/recovery_file.h"
 #include "db/vel_dbop.h"
 #include "db/vel_util.h"
-#include "editor/draw.h"
 #include "editor/model/wininfo.h"
 #include "front/parser.h"
 #include "platform/response.h"
 #include "platform/safe_file.h"
+#include "platform/trust.h"
 
 namespace velora {
 
@@ -21,17 +21,9 @@ namespace {
 
 constexpr const char *kUnnamed = "Untitled1";
 
-// Set while the current database was named on the command line and nothing was written yet: only
-// reading it makes no files beside it.
-bool only_read = false;
-
 void changes_are_none() {
   gSymbolTableChanged = 0;
   gSegsChanged = 0;
-}
-
-bool database_is_current() {
-  return Db_file != 0 || !gDDB_basename.empty();
 }
 
 // True for a plain file that can be read; a pipe would wait for its other end.
@@ -121,49 +113,34 @@ Contents count_contents() {
   return c;
 }
 
-// Takes the last word off `text`.
-std::string take_last_word(std::string &text) {
-  const std::size_t end = text.find_last_not_of(" \t");
-  const std::size_t blank = end == std::string::npos ? end : text.find_last_of(" \t", end);
-  const std::size_t start = blank == std::string::npos ? 0 : blank + 1;
-  std::string word = end == std::string::npos ? "" : text.substr(start, end + 1 - start);
-  text.erase(start == 0 ? 0 : text.find_last_not_of(" \t", start - 1) + 1);
-  return word;
-}
-
-bool read_component(const std::string &word, int &component) {
-  const char *end = word.data() + word.size();
-  const auto [stop, error] = std::from_chars(word.data(), end, component);
-  return error == std::errc() && stop == end && component >= 0;
-}
-
-bool has_picture_file(const std::string &base) {
-  for (const char *ending : {".seg", ".segs", ".SEG", ".SEGS"})
-    if (file_exists(base + ending))
-      return true;
-  return false;
-}
-
 } // namespace
 
 int open_named_database(const std::string &name) {
   std::string base;
   Make_Base_Name(name, base);
-  complete_save(base + File_ext);
-  complete_save(base + ".seg");
   if (!file_exists(base + File_ext) && base == name && file_exists(name)) {
     const int loaded = load_file(name, 0);
     gSymbolTableChanged = 0;
     return loaded;
   }
-  const bool paired = has_picture_file(base);
-  only_read = !paired;
   if (!can_be_opened(base))
     return 0;
   Setup_Global_DDB_name(base);
-  const int opened = paired ? OpenDataBaseFile() : OpenDB();
-  changes_are_none();
-  return opened;
+  return OpenDataBaseFile();
+}
+
+bool database_is_current() {
+  return Db_file != 0 || !gDDB_basename.empty();
+}
+
+int keep_unsaved_work() {
+  if ((gSymbolTableChanged == 0 && gSegsChanged == 0) || !something_is_in_memory())
+    return 1;
+  const std::string name = write_work();
+  if (name.empty())
+    return 0;
+  show_note("note: what is not saved is kept in " + name + " and offered at the next start");
+  return 1;
 }
 
 int leave_database(bool typed) {
@@ -171,15 +148,15 @@ int leave_database(bool typed) {
   const bool asked = database_is_current() || (typed && something_is_in_memory());
   if (asked && SaveDBChanges(kUnnamed) == 0)
     return 0;
-  if (!only_read)
-    CompleteDataBasePair();
+  if (database_is_current())
+    remove_work(gDDB_basename);
+  CompleteDataBasePair();
   return 1;
 }
 
 int colon_new(const std::string &argument) {
   if (refuse_second_database())
     return 0;
-  only_read = false;
   const int created = CreateDataBase(argument);
   if (created != 0)
     changes_are_none();
@@ -191,11 +168,9 @@ int colon_open(const std::string &argument) {
     return 0;
   std::string base;
   Make_Base_Name(argument, base);
-  complete_save(base + File_ext);
   if (!can_be_opened(base))
     return 0;
-  only_read = false;
-  Setup_Global_DDB_name(argument);
+  Setup_Global_DDB_name(base);
   return OpenDataBaseFile();
 }
 
@@ -209,7 +184,6 @@ int colon_include(const std::string &argument) {
 }
 
 int colon_save(const std::string &) {
-  only_read = false;
   return SaveDataBase(kUnnamed);
 }
 
@@ -251,22 +225,20 @@ int colon_status(const std::string &) {
   DisplayResponsef("The code %s, the pictures %s\n",
                    gSymbolTableChanged != 0 ? "has changed" : "is saved",
                    gSegsChanged != 0 ? "have changed" : "are saved");
+  if (session_is_restricted())
+    DisplayResponsef("The session is restricted: %s is not trusted (:trust)\n",
+                     restricting_databases().c_str());
   return 1;
 }
 
-int colon_draw(const std::string &argument) {
-  std::string name = argument;
-  const std::string file = take_last_word(name);
-  if (name.empty()) {
-    BeepMsge("Use: :draw NAME [COMPONENT] FILE.svg\n", 1);
-    return 0;
+int colon_trust(const std::string &) {
+  if (!session_is_restricted()) {
+    DisplayResponse("Nothing here needs trust\n");
+    return 1;
   }
-  int component = -1;
-  std::string shorter = name;
-  const std::string number = take_last_word(shorter);
-  if (!shorter.empty() && read_component(number, component))
-    name = shorter;
-  return draw_to_svg(name.c_str(), component, file.c_str());
+  DisplayResponsef("Trusted from now on: %s\n", restricting_databases().c_str());
+  lift_restriction();
+  return 1;
 }
 
 } // namespace velora

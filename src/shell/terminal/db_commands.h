@@ -1,5 +1,5 @@
-// The database in the terminal program: opening the one named on the command line, drawing one of
-// its pictures, and the question asked before the program ends. Called by main.
+// The database in the terminal program: opening the one named on the command line,
+// and the question asked before the program ends. Called by main.
 #pragma once
 
 #include <string>
@@ -14,6 +14,12 @@ int open_named_database(const std::string &name);
 // belongs to no database is asked for too.
 int leave_database(bool typed);
 
+// True when a database is open or named.
+bool database_is_current();
+
+// Keeps what is unsaved for the next start and says where. 1, or 0 when it could not be kept.
+int keep_unsaved_work();
+
 // Commands of the shell, in the table of colon.cpp.
 int colon_new(const std::string &argument);
 int colon_open(const std::string &argument);
@@ -22,6 +28,6 @@ int colon_save(const std::string &argument);
 int colon_close(const std::string &argument);
 int colon_copy(const std::string &argument);
 int colon_status(const std::string &argument);
-int colon_draw(const std::string &argument);
+int colon_trust(const std::string &argument);
 
 } // namespace velora

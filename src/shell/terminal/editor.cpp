@@ -74,7 +74,10 @@ std::string history_file() {
   fs::path folder = state != nullptr && *state != '\0' ? fs::path(state)
                     : home != nullptr                  ? fs::path(home) / ".local/state"
                                                        : fs::path();
-  if (!folder.empty() && fs::is_directory(folder, error)) {
+  // Who has the older file keeps it, also when the folder is made later.
+  const bool has_older = home != nullptr && fs::exists(fs::path(home) / ".velora_history", error) &&
+                         !fs::exists(folder / "velora/history", error);
+  if (!has_older && !folder.empty() && fs::is_directory(folder, error)) {
     fs::create_directories(folder / "velora", error);
     if (!error)
       return folder / "velora/history";
@@ -133,10 +136,15 @@ void Editor::remember(const std::string &command) {
 Got Editor::wait_for_line() {
   while (!line_ready) {
     pollfd keys{STDIN_FILENO, POLLIN, 0};
-    if (gInterrupted == 0 && ::poll(&keys, 1, -1) > 0) {
+    // A signal just before the waiting would not end it, so the flag is looked at in between.
+    constexpr int kLookEvery = 100;
+    const int ready = gInterrupted == 0 ? ::poll(&keys, 1, kLookEvery) : -1;
+    if (ready > 0) {
       rl_callback_read_char();
       continue;
     }
+    if (ready == 0)
+      continue;
     if (gInterrupted == 0) {
       if (errno != EINTR)
         return Got::end;
@@ -145,7 +153,8 @@ Got Editor::wait_for_line() {
       continue;
     }
     gInterrupted = 0;
-    std::fputs("^C\n", stdout);
+    if (gEndAsked == 0)
+      std::fputs("^C\n", stdout);
     std::fflush(stdout);
     rl_free_line_state();
     rl_callback_sigcleanup();

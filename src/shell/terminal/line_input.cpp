@@ -2,6 +2,7 @@
 #include "shell/terminal/line_input.h"
 
 #include <cerrno>
+#include <poll.h>
 #include <unistd.h>
 #include <utility>
 
@@ -16,10 +17,15 @@ Got StreamInput::fill() {
   buffer_.erase(0, start_);
   start_ = 0;
   char piece[65536];
-  ssize_t n = 0;
-  do
-    n = ::read(fd_, piece, sizeof piece);
-  while (n < 0 && errno == EINTR && gInterrupted == 0);
+  ssize_t n = -1;
+  // A signal just before the waiting would not end it, so the flag is looked at in between. Input
+  // that was given up has no descriptor, for which one would wait without end.
+  constexpr int kLookEvery = 100;
+  pollfd input{fd_, POLLIN, 0};
+  while (fd_ >= 0 && gInterrupted == 0 && ::poll(&input, 1, kLookEvery) == 0)
+    continue;
+  while (gInterrupted == 0 && (n = ::read(fd_, piece, sizeof piece)) < 0 && errno == EINTR)
+    continue;
   if (n > 0) {
     buffer_.append(piece, static_cast<std::size_t>(n));
     return Got::line;

@@ -21,6 +21,8 @@ public:
   // The next character as 0..255, or -1 at the end and when the user stopped the reading, in which
   // case gInterrupted stays set.
   virtual int read_char() = 0;
+  // Gives back a line that was read: it is the next one. Nothing where lines are typed.
+  virtual void put_back(const std::string &line) { (void)line; }
   // Forgets the rest of a line that read_char began, where the input is typed.
   virtual void drop_rest() {}
   // Adds a whole command to the history.
@@ -33,6 +35,7 @@ public:
   explicit StreamInput(int fd) : fd_(fd) {}
   Got read(std::string &line, const std::string &prompt) override;
   int read_char() override;
+  void put_back(const std::string &line) override { buffer_.insert(start_, line + "\n"); }
 
 private:
   Got fill(); // reads more; `line` when there is some
@@ -48,6 +51,7 @@ public:
   explicit TextInput(const std::vector<std::string> &texts);
   Got read(std::string &line, const std::string &prompt) override;
   int read_char() override { return -1; }
+  void put_back(const std::string &line) override { lines_.push_front(line); }
 
 private:
   std::deque<std::string> lines_;

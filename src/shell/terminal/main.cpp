@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <memory>
 #include <pthread.h>
 #include <unistd.h>
@@ -14,14 +13,21 @@
 #include "core/events.h"
 #include "core/space.h"
 #include "core/symbols.h"
-#include "editor/draw.h"
+#include "db/recovery_file.h"
 #include "eval/clause_code.h"
 #include "eval/evaluate.h"
 #include "eval/help.h"
 #include "eval/registry.h"
 #include "front/cint.h"
+#include "platform/interrupt.h"
 #include "platform/response.h"
+#include "platform/trust.h"
+#include "shell/console_window.h"
+#include "shell/desk_events.h"
+#include "shell/events/event_runner.h"
+#include "shell/events/screenless_desktop.h"
 #include "shell/graphics_files.h"
+#include "shell/library_folder.h"
 #include "shell/terminal/colon.h"
 #include "shell/terminal/db_commands.h"
 #include "shell/terminal/options.h"
@@ -33,6 +39,7 @@ namespace {
 
 constexpr std::size_t kStackBytes = std::size_t{512} << 20;
 constexpr int kWrongUse = 2;
+constexpr int kEndedBySignal = 128; // and its number
 
 // How the program runs, decided once from the options and what the standard streams are.
 struct Manner {
@@ -42,24 +49,10 @@ struct Manner {
 };
 
 Manner manner_of(const Options &options) {
-  const bool scripted = options.batch || !options.queries.empty() || !options.draw.empty();
+  const bool scripted = options.batch || !options.queries.empty() || !options.draw.empty() ||
+                        !options.network.file.empty();
   const bool typed = !scripted && isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
   return {typed, scripted, !scripted};
-}
-
-// --- the libraries -----------------------------------------------------------------------------
-
-// The folder of the libraries: beside a build tree's program, or in the installed tree.
-std::string find_lib_dir() {
-  namespace fs = std::filesystem;
-  std::error_code error;
-  const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
-  for (const char *place : {"../../../lib", "../share/velora/lib"}) {
-    const fs::path dir = (folder / place).lexically_normal();
-    if (fs::exists(dir / "bis.fdb", error))
-      return dir.string();
-  }
-  return gLibDir;
 }
 
 // --- the session -------------------------------------------------------------------------------
@@ -82,10 +75,12 @@ std::vector<std::string> closed_queries(const Options &options) {
 
 void apply(const Options &options, const Manner &manner) {
   gNotes = options.notes ? 1 : 0;
+  gTrustAll = options.trust;
+  gPersonAnswers = manner.typed;
   gProgressDots = manner.quiet ? 0 : 1;
   gAnswerLines = manner.quiet ? 1 : 0;
   gConsolePrompt = 0;
-  gLibDir = options.lib_dir.empty() ? find_lib_dir() : options.lib_dir;
+  gLibDir = options.lib_dir.empty() ? find_library_folder() : options.lib_dir;
   if (options.space != 0)
     node_count = options.space;
   if (options.max_space != 0)
@@ -124,34 +119,62 @@ void open_at_start(TerminalConsole &console, Session &session, const std::string
   console.let_go(opened == 0);
 }
 
-// Runs the session until it may end. A script that has come to its end cannot answer, so it is not
-// asked whether to save; who leaves by a command or at a terminal is.
+// Runs the session until it may end. Who could not say what is to become of unsaved work, because
+// the input or the terminal is gone or the program was asked to end, finds it at the next start. A
+// script that has come to its end cannot answer, so it is not asked whether to save; who leaves by
+// a command or at a terminal is.
 void run_session(Session &session, const Manner &manner) {
   int may_end = 0;
   while (may_end == 0) {
     session.run();
-    if (!gQuit && !manner.typed)
-      return;
+    if (gEndAsked != 0 || (!gQuit && !manner.typed))
+      break;
     session.run_one([&] {
       may_end = leave_database(manner.typed);
       return 1;
     });
-    if (!session.go_on())
-      return;
+    if (may_end == 0 && !session.go_on())
+      break;
   }
+  const bool asked = gEndAsked != 0 && (manner.goes_on || database_is_current());
+  if (may_end == 0 && (asked || manner.typed))
+    session.run_one([] { return keep_unsaved_work(); });
 }
 
 // What is to be done with the database: one picture drawn, or the session.
 void do_work(Session &session, const Options &options, const Manner &manner) {
-  if (!options.draw.empty())
-    session.run_one(
-        [&] { return draw_to_svg(options.draw.c_str(), -1, options.draw_file.c_str()); });
+  if (!options.network.file.empty())
+    session.run_one([&] { return write_network(options.network); });
+  else if (!options.draw.empty())
+    session.run_one([&] { return draw_named_picture(options.draw, options.draw_file); });
   else
     run_session(session, manner);
 }
 
+// The desktop program without a screen, used by a script.
+int run_events(const Options &options) {
+  ScreenlessDesktop desktop;
+  gDesktop = &desktop;
+  gConsole = &gDesktopConsole;
+  gNotes = options.notes ? 1 : 0;
+  gProgressDots = 0;
+  EventRunner runner(desktop);
+  if (!runner.read(options.events)) {
+    std::fprintf(stderr, "velora: cannot read %s\n", options.events.c_str());
+    return kWrongUse;
+  }
+  if (start_desktop(options.database) == 0)
+    return 13;
+  return run_event_script(runner) ? 0 : 1;
+}
+
 int run_program(const Options &options) {
   const Manner manner = manner_of(options);
+  if (!options.events.empty()) {
+    apply(options, manner);
+    gConsolePrompt = 1;
+    return run_events(options);
+  }
   TerminalConsole console(manner.typed);
   gConsole = &console;
   apply(options, manner);
@@ -167,10 +190,12 @@ int run_program(const Options &options) {
     console.let_go(false);
     if (!options.database.empty())
       open_at_start(console, session, options.database, manner.quiet);
+    else if (manner.typed)
+      session.run_one([] { return offer_unnamed_work(), 1; });
     do_work(session, options, manner);
     if (!options.graphics_dir.empty())
       session.run_one([&] { return save_all_graphics(options.graphics_dir.c_str()); });
-    status = session.exit_status();
+    status = gEndAsked != 0 ? kEndedBySignal + gEndAsked : session.exit_status();
   } else {
     console.let_go(true);
   }
@@ -186,11 +211,18 @@ struct Run {
   int status = 1;
 };
 
+// The signals that the evaluating thread gets, and no other.
+sigset_t watched_signals() {
+  sigset_t watched;
+  sigemptyset(&watched);
+  for (const int each : {SIGINT, SIGHUP, SIGTERM})
+    sigaddset(&watched, each);
+  return watched;
+}
+
 void *run_on_thread(void *arg) {
-  sigset_t interrupt;
-  sigemptyset(&interrupt);
-  sigaddset(&interrupt, SIGINT);
-  pthread_sigmask(SIG_UNBLOCK, &interrupt, nullptr);
+  const sigset_t watched = watched_signals();
+  pthread_sigmask(SIG_UNBLOCK, &watched, nullptr);
   set_stack_limit(kStackBytes);
   Run &run = *static_cast<Run *>(arg);
   run.status = run_program(run.options);
@@ -201,21 +233,32 @@ void note_interrupt(int) {
   gInterrupted = 1;
 }
 
-// The key reaches the thread that reads and evaluates, and no other; waiting reads are woken.
-void catch_interrupts() {
+// What runs is stopped first; the session then keeps what is unsaved.
+void note_end(int signal) {
+  gEndAsked = signal;
+  gInterrupted = 1;
+}
+
+// Waiting reads are woken by the signals.
+void catch_signals() {
   struct sigaction action = {};
-  action.sa_handler = note_interrupt;
   sigemptyset(&action.sa_mask);
+  action.sa_handler = note_interrupt;
   sigaction(SIGINT, &action, nullptr);
+  action.sa_handler = note_end;
+  // Who starts the program with hang-ups ignored wants it to outlive its terminal.
+  struct sigaction before = {};
+  sigaction(SIGHUP, nullptr, &before);
+  if (before.sa_handler != SIG_IGN)
+    sigaction(SIGHUP, &action, nullptr);
+  sigaction(SIGTERM, &action, nullptr);
   std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow is a failed write, as on a full disk
-  sigset_t interrupt;
-  sigemptyset(&interrupt);
-  sigaddset(&interrupt, SIGINT);
-  pthread_sigmask(SIG_BLOCK, &interrupt, nullptr);
+  const sigset_t watched = watched_signals();
+  pthread_sigmask(SIG_BLOCK, &watched, nullptr);
 }
 
 int run_with_stack(Run &run) {
-  catch_interrupts();
+  catch_signals();
   pthread_attr_t attributes;
   pthread_attr_init(&attributes);
   pthread_attr_setstacksize(&attributes, kStackBytes);

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "eval/evaluate.h"
+#include "network/net_view.h"
 
 namespace velora {
 
@@ -38,6 +39,14 @@ bool take_nesting(Options &o, const std::string &value) {
   return true;
 }
 
+bool take_depth(Options &o, const std::string &value) {
+  std::int64_t n = 0;
+  if (!read_number(value, std::numeric_limits<std::int32_t>::max(), n))
+    return false;
+  o.network.depth = static_cast<int>(n);
+  return true;
+}
+
 struct OptionRow {
   const char *name;
   const char *argument; // null for an option without one
@@ -50,10 +59,24 @@ constexpr OptionRow kOptionTable[] = {
      [](Options &o, const std::string &) { return o.batch = true; }},
     {"--eval", "QUERY", "print the answer of QUERY and end; may be repeated",
      [](Options &o, const std::string &v) { return o.queries.push_back(v), true; }},
-    {"--draw", "NAME", "draw a picture of the database into the file named by -o, and end",
+    {"--draw", "NAME",
+     "draw picture NAME, or \"NAME N\", of the database into the file named by -o, and end",
      [](Options &o, const std::string &v) { return o.draw = v, !v.empty(); }},
     {"-o", "FILE.svg", "the file that --draw writes",
      [](Options &o, const std::string &v) { return o.draw_file = v, !v.empty(); }},
+    {"--events", "FILE", "use the windows of the desktop as an event script says, without a screen",
+     [](Options &o, const std::string &v) { return o.events = v, !v.empty(); }},
+    {"--network", "FILE", "write who calls whom into FILE.svg, .dot, .graphml or .csv, and end",
+     [](Options &o, const std::string &v) { return o.network.file = v, is_network_file(v); }},
+    {"--from", "NAME", "of the network, only what NAME reaches",
+     [](Options &o, const std::string &v) { return o.network.from = v, !v.empty(); }},
+    {"--to", "NAME", "of the network, only what reaches NAME",
+     [](Options &o, const std::string &v) { return o.network.to = v, !v.empty(); }},
+    {"--depth", "N", "no farther than N calls from these", take_depth},
+    {"--hide", "KINDS", "leave out of the network: builtin,system,constructors",
+     [](Options &o, const std::string &v) { return read_hidden_kinds(v, o.network.hide); }},
+    {"--tidy", nullptr, "lay the network out with few crossings and nothing overlapping",
+     [](Options &o, const std::string &) { return o.network.tidy = true; }},
     {"--lib", "DIR", "the folder of bis.fdb and sys.fdb",
      [](Options &o, const std::string &v) { return o.lib_dir = v, !v.empty(); }},
     {"--space", "NODES", "size of the query space at the start", take_space},
@@ -62,6 +85,8 @@ constexpr OptionRow kOptionTable[] = {
     {"--nesting", "N", "how deep evaluations may nest, 1 to 10000 (default: 120)", take_nesting},
     {"--graphics-dir", "DIR", "write every graphics window as a picture at the end",
      [](Options &o, const std::string &v) { return o.graphics_dir = v, !v.empty(); }},
+    {"--trust", nullptr, "let databases write files and open others without asking",
+     [](Options &o, const std::string &) { return o.trust = true; }},
     {"--no-notes", nullptr, "leave out the lines of help beside messages",
      [](Options &o, const std::string &) { return !(o.notes = false); }},
     {"--version", nullptr, "print the version and end",
@@ -121,6 +146,17 @@ namespace {
 
 // Options that only make sense together.
 bool fit_together(const Options &options, std::string &complaint) {
+  const NetworkRequest &network = options.network;
+  const bool narrowed = !network.from.empty() || !network.to.empty();
+  if (network.file.empty() ? narrowed || network.hide != 0 || network.tidy || network.depth >= 0
+                           : options.database.empty() || !options.draw.empty()) {
+    complaint = "a network is written with --network FILE DATABASE";
+    return false;
+  }
+  if (network.depth >= 0 && !narrowed) {
+    complaint = "--depth wants --from NAME or --to NAME";
+    return false;
+  }
   if (options.draw.empty() == options.draw_file.empty() &&
       (options.draw.empty() || !options.database.empty()))
     return true;

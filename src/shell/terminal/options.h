@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "shell/network_files.h"
+
 namespace velora {
 
 // What the user asked for on the command line; numbers are 0 where nothing was asked.
@@ -14,12 +16,15 @@ struct Options {
   bool version = false;
   bool builtins_page = false;
   bool notes = true;
+  bool trust = false;
   std::vector<std::string> queries; // --eval, in order
   std::string lib_dir;
   std::string database;
   std::string graphics_dir;
-  std::string draw;      // --draw, the name of a picture
-  std::string draw_file; // -o
+  std::string draw;       // --draw, the name of a picture
+  std::string draw_file;  // -o
+  std::string events;     // --events, an event script
+  NetworkRequest network; // --network and what stands with it
   std::int32_t space = 0;
   std::int64_t max_space = 0;
   int nesting = 0;

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <utility>
 
+#include "core/clock.h"
 #include "core/events.h"
 #include "core/needs.h"
 #include "core/space.h"
@@ -13,6 +14,7 @@
 #include "front/cint.h"
 #include "front/putils.h"
 #include "front/source.h"
+#include "platform/interrupt.h"
 #include "platform/response.h"
 #include "shell/terminal/colon.h"
 
@@ -119,7 +121,7 @@ Got Session::next_line(std::string &line, const char *prompt, bool first) {
     if (typed_)
       console_.end_line();
     const Got got = input_.read(line, shown_prompt(prompt));
-    if (got == Got::interrupted && typed_ && first)
+    if (got == Got::interrupted && typed_ && first && gEndAsked == 0)
       continue; // the key has cleared the line
     if (got == Got::line && first && is_blank(line))
       continue;
@@ -196,7 +198,7 @@ bool Session::go_on() {
 
 void Session::run() {
   // What stands around a command may lack memory too.
-  while (!over_ && !gQuit)
+  while (!over_ && !gQuit && gEndAsked == 0)
     run_command([this] {
       step();
       return 1;

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "platform/interrupt.h"
+#include "shell/terminal/colon.h"
 
 namespace velora {
 
@@ -56,7 +57,22 @@ int choice_of(const std::string &line, std::span<const std::string> labels) {
 
 TerminalConsole::TerminalConsole(bool typed)
     : typed_(typed), colour_(wants_colour()),
-      one_screen_(isatty(STDOUT_FILENO) != 0 && isatty(STDERR_FILENO) != 0) {}
+      one_screen_(isatty(STDOUT_FILENO) != 0 && isatty(STDERR_FILENO) != 0),
+      out_is_terminal_(isatty(STDOUT_FILENO) != 0), err_is_terminal_(isatty(STDERR_FILENO) != 0) {}
+
+void TerminalConsole::put_out(std::string_view text) {
+  // Long texts go in pieces, so that the interrupt key is met between them.
+  constexpr std::size_t kPiece = std::size_t{1} << 16;
+  for (std::size_t at = 0; at < text.size() && (at == 0 || gInterrupted == 0); at += kPiece) {
+    const std::string_view piece = text.substr(at, kPiece);
+    if (out_is_terminal_) {
+      const std::string shown = out_text_.add(piece);
+      std::fwrite(shown.data(), 1, shown.size(), stdout);
+    } else {
+      std::fwrite(piece.data(), 1, piece.size(), stdout);
+    }
+  }
+}
 
 void TerminalConsole::write(std::string_view text) {
   if (holding_) {
@@ -65,7 +81,7 @@ void TerminalConsole::write(std::string_view text) {
   }
   if (text.empty())
     return;
-  std::fwrite(text.data(), 1, text.size(), stdout);
+  put_out(text);
   out_open_ = text.back() != '\n';
 }
 
@@ -84,7 +100,8 @@ void TerminalConsole::put_error(std::string_view text, const char *colour) {
   std::fflush(stdout);
   if (colour_)
     std::fputs(colour, stderr);
-  std::fwrite(text.data(), 1, text.size(), stderr);
+  const std::string shown = err_is_terminal_ ? visible(text) : std::string(text);
+  std::fwrite(shown.data(), 1, shown.size(), stderr);
   if (colour_)
     std::fputs("\033[0m", stderr);
   err_open_ = text.back() != '\n';
@@ -109,16 +126,33 @@ void TerminalConsole::end_line() {
   if (err_open_)
     std::fputc('\n', stderr);
   err_open_ = false;
+  const std::string rest = out_text_.rest();
+  std::fwrite(rest.data(), 1, rest.size(), stdout);
   if (out_open_)
     write("\n");
   std::fflush(stdout);
 }
+
+namespace {
+
+// True for a line that no answer looks like: a command of the shell or a whole statement.
+bool is_command(const std::string &line) {
+  const std::size_t end = line.find_last_not_of(" \t\r");
+  return is_colon_command(line) || (end != std::string::npos && line[end] == ';');
+}
+
+} // namespace
 
 bool TerminalConsole::read_answer(std::string &line, const std::string &prompt) {
   std::fflush(stdout);
   const Got got = input_ == nullptr ? Got::end : input_->read(line, prompt);
   if (got == Got::interrupted)
     gInterrupted = 1; // stops the command that asks, as soon as it goes on
+  // A question that a script does not expect must not eat its next command.
+  if (got == Got::line && !typed_ && is_command(line)) {
+    input_->put_back(line);
+    return false;
+  }
   return got == Got::line;
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/console.h"
+#include "platform/visible_text.h"
 #include "shell/terminal/line_input.h"
 
 namespace velora {
@@ -36,6 +37,8 @@ public:
   void beep() override;
 
 private:
+  // Sends text to standard output; to a terminal with its control characters shown.
+  void put_out(std::string_view text);
   void put_error(std::string_view text, const char *colour);
   bool read_answer(std::string &line, const std::string &prompt);
 
@@ -45,6 +48,9 @@ private:
   bool one_screen_; // both streams show on the same terminal
   bool holding_ = false;
   std::string held_;
+  bool out_is_terminal_;
+  bool err_is_terminal_;
+  VisibleText out_text_;
   bool out_open_ = false; // the last character written was not a line end
   bool err_open_ = false;
 };

@@ -89,6 +89,16 @@ std::wstring from_clipboard(HWND owner) {
 
 } // namespace
 
+std::string text_on_clipboard() {
+  const Clipboard clipboard(hVel);
+  return clipboard ? narrow(LockedBlock(GetClipboardData(CF_UNICODETEXT)).text()) : std::string();
+}
+
+void put_on_clipboard(const std::string &text) {
+  if (!to_clipboard(hVel, widen(text)))
+    MessageBeep(MB_OK);
+}
+
 bool copy_unbroken(const Window &window) {
   const EditRange range = selection_of(window);
   std::wstring copied;

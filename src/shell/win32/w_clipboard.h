@@ -5,6 +5,10 @@
 
 namespace velora::win32 {
 
+// The text on the clipboard, empty when it holds none; and another one in its place.
+std::string text_on_clipboard();
+void put_on_clipboard(const std::string &text);
+
 // Copies the selection without the breaks made for showing; false when it has none and the control
 // can do it by itself. Beeps when the clipboard cannot be had.
 bool copy_unbroken(const Window &window);

@@ -6,8 +6,11 @@
 
 #include "shell/console_window.h"
 #include "shell/desk_events.h"
+#include "shell/events/event_answers.h"
 #include "shell/vel_wins.h"
+#include "shell/win32/resource.h"
 #include "shell/win32/w_canvas.h"
+#include "shell/win32/w_clipboard.h"
 #include "shell/win32/w_dialogs.h"
 #include "shell/win32/w_edit.h"
 #include "shell/win32/w_objects.h"
@@ -47,6 +50,19 @@ bool goes_to_next_window(const MSG &message) {
     return false;
   run_step([] { next_window_asked(GetKeyState(VK_SHIFT) < 0 ? -1 : 1); });
   return true;
+}
+
+// A command waits for characters while a script runs: the next answer is typed as a line, and
+// without one the command is stopped.
+void type_answer() {
+  const auto typed = gEventAnswers->typed();
+  Window *console = find_window(hControl);
+  if (!typed || console == nullptr) {
+    interrupt_asked();
+    return;
+  }
+  set_typed(*console, *typed + "\n");
+  text_changed(hControl);
 }
 
 } // namespace
@@ -199,6 +215,10 @@ void Win32Desktop::show_menu_bar(MenuBar bar) {
   show_bar(bar);
 }
 
+MenuBar Win32Desktop::menu_bar() {
+  return shown_bar();
+}
+
 void Win32Desktop::enable_item(int command, bool on) {
   enable_menu_item(command, on);
 }
@@ -223,7 +243,8 @@ std::string Win32Desktop::menu_label(MenuBar bar, int command) {
 std::optional<std::string> Win32Desktop::choose_file(bool for_saving, const std::string &title,
                                                      const std::string &pattern) {
   gDesktopConsole.show();
-  return choose_file_name(for_saving, title, pattern);
+  return gEventAnswers != nullptr ? gEventAnswers->choose_file(title)
+                                  : choose_file_name(for_saving, title, pattern);
 }
 
 void Win32Desktop::set_cursor(CursorShape shape) {
@@ -240,29 +261,74 @@ int Win32Desktop::text_height(WindowId, const Font &font) {
   return GdiCanvas(dc).text_height(font);
 }
 
-void Win32Desktop::set_extent(WindowId win, int width, int height) {
+void Win32Desktop::set_extent(WindowId win, const Rect &extent) {
   Window *window = find_window(win);
   if (window == nullptr || window->edit != nullptr)
     return;
-  window->extent = {width, height};
+  window->extent = extent;
   update_scroll_bars(*window);
 }
 
+PictureView Win32Desktop::view_of(WindowId win) {
+  const Window *window = find_window(win);
+  if (window == nullptr)
+    return {};
+  return {{static_cast<int>(window->scroll.x), static_cast<int>(window->scroll.y)}, window->zoom};
+}
+
+void Win32Desktop::set_view(WindowId win, const PictureView &view) {
+  Window *window = find_window(win);
+  if (window == nullptr || window->edit != nullptr)
+    return;
+  window->zoom = view.percent;
+  window->scroll = {view.origin.x, view.origin.y};
+  update_scroll_bars(*window);
+  InvalidateRect(window->hwnd, nullptr, FALSE);
+}
+
+void Win32Desktop::show_database(const std::string &name, bool unsaved) {
+  std::string title = VELORA_TITLE;
+  if (!name.empty() || unsaved)
+    title += " - " + name + (unsaved ? "*" : "");
+  SetWindowTextW(hVel, widen(title).c_str());
+}
+
+// The frame has no place for one.
+void Win32Desktop::show_hint(const std::string &) {}
+
+// The control has no marks; messages that name the place bring the user there.
+void Win32Desktop::mark_faults(WindowId, const std::vector<TextMark> &) {}
+
 int Win32Desktop::ask(const std::string &message, const std::vector<std::string> &buttons) {
-  return ask_question(message, buttons);
+  return gEventAnswers != nullptr ? gEventAnswers->ask(message, buttons)
+                                  : ask_question(message, buttons);
 }
 
 bool Win32Desktop::ask_text(const std::string &prompt, std::string &answer) {
-  return ask_line(prompt, answer);
+  return gEventAnswers != nullptr ? gEventAnswers->ask_text(prompt, answer)
+                                  : ask_line(prompt, answer);
 }
 
 void Win32Desktop::message_box(const std::string &title, const std::string &text) {
   gDesktopConsole.show();
-  show_message(title, text, MB_ICONERROR);
+  if (gEventAnswers != nullptr)
+    gEventAnswers->message_box(title, text);
+  else
+    show_message(title, text, MB_ICONERROR);
+}
+
+std::string Win32Desktop::clipboard_text() {
+  return text_on_clipboard();
+}
+
+void Win32Desktop::set_clipboard_text(const std::string &text) {
+  put_on_clipboard(text);
 }
 
 void Win32Desktop::pump(int milliseconds) {
-  if (milliseconds > 0)
+  if (milliseconds > 0 && gEventAnswers != nullptr)
+    type_answer();
+  else if (milliseconds > 0)
     MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(milliseconds), QS_ALLINPUT);
   service_messages();
 }

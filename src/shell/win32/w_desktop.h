@@ -28,6 +28,7 @@ public:
   TextRange selection(WindowId win) override;
   void select_text(WindowId win, TextRange range) override;
   void show_menu_bar(MenuBar bar) override;
+  MenuBar menu_bar() override;
   void enable_item(int command, bool on) override;
   void enable_menu(MenuBar bar, const std::string &label, bool on) override;
   void enable_menus(bool on) override;
@@ -39,10 +40,17 @@ public:
   void set_cursor(CursorShape shape) override;
   int text_width(WindowId win, std::string_view text, const Font &font) override;
   int text_height(WindowId win, const Font &font) override;
-  void set_extent(WindowId win, int width, int height) override;
+  void set_extent(WindowId win, const Rect &extent) override;
+  PictureView view_of(WindowId win) override;
+  void set_view(WindowId win, const PictureView &view) override;
+  void show_database(const std::string &name, bool unsaved) override;
+  void show_hint(const std::string &hint) override;
+  void mark_faults(WindowId win, const std::vector<TextMark> &marks) override;
   int ask(const std::string &message, const std::vector<std::string> &buttons) override;
   bool ask_text(const std::string &prompt, std::string &answer) override;
   void message_box(const std::string &title, const std::string &text) override;
+  std::string clipboard_text() override;
+  void set_clipboard_text(const std::string &text) override;
   void pump(int milliseconds) override;
   void beep() override;
   bool save_bitmap(WindowId win, const std::string &file) override;

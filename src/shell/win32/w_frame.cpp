@@ -126,6 +126,10 @@ void show_cursor(CursorShape shape) {
                MAKELPARAM(part, WM_MOUSEMOVE));
 }
 
+CursorShape cursor_now() {
+  return shown_cursor;
+}
+
 bool cursor_set(const Window *window, LPARAM lparam) {
   const bool own = window != nullptr && shows_picture(window->kind);
   if (LOWORD(lparam) != HTCLIENT || (shown_cursor != CursorShape::busy && !own))
@@ -144,6 +148,9 @@ LRESULT frame_message(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
     return 0;
   case WM_SETCURSOR:
     return cursor_set(nullptr, lparam) ? TRUE : DefWindowProcW(hwnd, message, wparam, lparam);
+  case WM_TIMER:
+    time_passed();
+    return 0;
   case WM_INITMENU:
     menu_opened();
     return 0;

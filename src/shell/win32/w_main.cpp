@@ -7,6 +7,7 @@
 #include "core/events.h"
 #include "eval/registry.h"
 #include "platform/console.h"
+#include "platform/response.h"
 #include "shell/console_window.h"
 #include "shell/desk_events.h"
 #include "shell/vel_wins.h"
@@ -15,6 +16,7 @@
 #include "shell/win32/w_dialogs.h"
 #include "shell/win32/w_libraries.h"
 #include "shell/win32/w_objects.h"
+#include "shell/win32/w_script.h"
 #include "shell/win32/w_text.h"
 #include "shell/win32/w_windows.h"
 
@@ -82,20 +84,23 @@ bool make_frame(int show) {
   if (hVel == nullptr)
     return false;
   show_bar(MenuBar::main);
+  constexpr UINT kTimerEvery = 250; // milliseconds
+  SetTimer(hVel, 1, kTimerEvery, nullptr);
   ShowWindow(hVel, starts_out_of_sight(show) ? show : SW_SHOWMAXIMIZED);
   UpdateWindow(hVel);
   return true;
 }
 
 // Menus, drawing objects, frame, about box, fonts; the console is made by the program.
-bool Initialize(int show) {
+bool Initialize(int show, bool with_about) {
   if (!init_menus())
     return false;
   Create_GDI_Objects(hInst);
   if (!make_frame(show))
     return false;
   FontsInitialize();
-  show_about();
+  if (with_about)
+    show_about();
   return true;
 }
 
@@ -106,28 +111,46 @@ int message_loop() {
   return static_cast<int>(message.wParam);
 }
 
-// The database that the program was started with, as a file dropped on it or named after it.
-std::string named_database() {
+// What the program was started with: a database, as a file dropped on it or named after it, and
+// before it a script of events.
+struct Started {
+  std::string script;
+  std::string database;
+};
+
+Started started_with() {
   int count = 0;
   wchar_t **words = CommandLineToArgvW(GetCommandLineW(), &count);
-  const std::string name = count > 1 ? narrow(words[1]) : std::string();
+  Started started;
+  for (int i = 1; i < count; ++i) {
+    if (std::wstring(words[i]) == L"--events" && i + 1 < count)
+      started.script = narrow(words[++i]);
+    else
+      started.database = narrow(words[i]);
+  }
   LocalFree(words);
-  return name;
+  return started;
 }
 
 int run(int show) {
   static Win32Desktop desktop;
   gDesktop = &desktop;
   gConsole = &gDesktopConsole;
-  if (!register_classes() || !Initialize(show)) {
+  const Started started = started_with();
+  if (!register_classes() || !Initialize(show, started.script.empty())) {
     MessageBoxW(nullptr, L"Sorry - failed", L"Velora", MB_OK | MB_ICONERROR);
     return 1;
   }
   const Libraries libraries;
   gLibDir = libraries.folder();
   gAppDirectory = program_folder();
-  if (start_desktop(named_database()) == 0)
+  gProgressDots = started.script.empty() ? 1 : 0;
+  if (!started.script.empty() && !read_script(started.script))
+    return 2;
+  if (start_desktop(started.database) == 0)
     DestroyWindow(hVel);
+  else if (!started.script.empty())
+    return run_script();
   return message_loop();
 }
 

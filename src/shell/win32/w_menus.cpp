@@ -24,10 +24,13 @@ HMENU handle_of(MenuBar bar) {
   return bars[static_cast<int>(bar)];
 }
 
+// The label as a reader sees it, without the mark of its mnemonic.
 std::wstring label_at(HMENU menu, int place) {
   wchar_t text[80] = L"";
   GetMenuStringW(menu, static_cast<UINT>(place), text, 80, MF_BYPOSITION);
-  return text;
+  std::wstring label = text;
+  std::erase(label, L'&');
+  return label;
 }
 
 void enable_place(HMENU menu, int place, bool on) {

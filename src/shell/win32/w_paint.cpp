@@ -17,19 +17,33 @@ namespace {
 constexpr int kLineUnits = 20;
 constexpr int kMostBitmapSide = 8000;
 
+// Dots of a hundred units of a picture at its natural size on a screen of 96 dots an inch.
+constexpr int kNaturalSize = 96 * 100;
+
+int scale_of(const Window &window) {
+  return static_cast<int>(dpi_of(window.hwnd)) * window.zoom;
+}
+
+int shown_dots(const Window &window, int units) {
+  return MulDiv(units, scale_of(window), kNaturalSize);
+}
+
+int shown_units(const Window &window, int dots) {
+  return MulDiv(dots, kNaturalSize, scale_of(window));
+}
+
 // Maps picture units to dots, with the scrolled place in the corner.
-void set_mapping(HDC dc, HWND hwnd, POINT scroll) {
-  const int dpi = static_cast<int>(dpi_of(hwnd));
+void set_mapping(HDC dc, const Window &window, POINT scroll) {
   SetMapMode(dc, MM_ANISOTROPIC);
-  SetWindowExtEx(dc, 96, 96, nullptr);
-  SetViewportExtEx(dc, dpi, dpi, nullptr);
+  SetWindowExtEx(dc, kNaturalSize, kNaturalSize, nullptr);
+  SetViewportExtEx(dc, scale_of(window), scale_of(window), nullptr);
   SetWindowOrgEx(dc, scroll.x, scroll.y, nullptr);
 }
 
 void draw_into(HDC dc, const Window &window, const RECT &dots, POINT scroll) {
   FillRect(dc, &dots, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
   const int state = SaveDC(dc);
-  set_mapping(dc, window.hwnd, scroll);
+  set_mapping(dc, window, scroll);
   {
     GdiCanvas canvas(dc);
     paint_window(window.id, canvas);
@@ -40,17 +54,23 @@ void draw_into(HDC dc, const Window &window, const RECT &dots, POINT scroll) {
 SIZE inside_units(const Window &window) {
   RECT inside{};
   GetClientRect(window.hwnd, &inside);
-  return {to_units(window.hwnd, inside.right), to_units(window.hwnd, inside.bottom)};
+  return {shown_units(window, inside.right), shown_units(window, inside.bottom)};
 }
 
-void set_bar(const Window &window, int bar, int extent, int page, int place) {
+void set_bar(const Window &window, int bar, int first, int end, int page, int place) {
   SCROLLINFO info{};
   info.cbSize = sizeof info;
   info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
-  info.nMax = std::max(extent - 1, 0);
+  info.nMin = first;
+  info.nMax = std::max(end - 1, first);
   info.nPage = static_cast<UINT>(std::max(page, 0));
   info.nPos = place;
   SetScrollInfo(window.hwnd, bar, &info, TRUE);
+}
+
+// The place nearest to `place` at which a page shows nothing beyond the extent that is larger.
+LONG within(LONG place, LONG first, LONG end, LONG page) {
+  return std::clamp(place, first, std::max(end - page, first));
 }
 
 // Where a scroll bar's event wants to go.
@@ -72,7 +92,7 @@ int wanted_place(const Window &window, int bar, WPARAM wparam, int place, int pa
   case SB_THUMBPOSITION:
     return info.nTrackPos;
   case SB_TOP:
-    return 0;
+    return info.nMin;
   case SB_BOTTOM:
     return info.nMax;
   default:
@@ -94,13 +114,13 @@ void paint_inside(Window &window) {
 
 // Showing one bar takes room from the other direction, so the bars are settled twice.
 void update_scroll_bars(Window &window) {
+  const Rect &all = window.extent;
   for (int turn = 0; turn < 2; ++turn) {
     const SIZE page = inside_units(window);
-    const auto limit = [](LONG extent, LONG part) { return std::max(extent - part, 0L); };
-    window.scroll.x = std::clamp(window.scroll.x, 0L, limit(window.extent.cx, page.cx));
-    window.scroll.y = std::clamp(window.scroll.y, 0L, limit(window.extent.cy, page.cy));
-    set_bar(window, SB_HORZ, window.extent.cx, page.cx, window.scroll.x);
-    set_bar(window, SB_VERT, window.extent.cy, page.cy, window.scroll.y);
+    window.scroll.x = within(window.scroll.x, all.left, all.right, page.cx);
+    window.scroll.y = within(window.scroll.y, all.top, all.bottom, page.cy);
+    set_bar(window, SB_HORZ, all.left, all.right, page.cx, window.scroll.x);
+    set_bar(window, SB_VERT, all.top, all.bottom, page.cy, window.scroll.y);
   }
 }
 
@@ -119,6 +139,16 @@ void scroll_window(Window &window, int bar, WPARAM wparam) {
   const int place = across ? window.scroll.x : window.scroll.y;
   const int wanted = wanted_place(window, bar, wparam, place, across ? page.cx : page.cy);
   scroll_by(window, across ? wanted - place : 0, across ? 0 : wanted - place);
+}
+
+Point shown_point(const Window &window, POINT dots) {
+  return {static_cast<int>(window.scroll.x) + shown_units(window, dots.x),
+          static_cast<int>(window.scroll.y) + shown_units(window, dots.y)};
+}
+
+POINT shown_place(const Window &window, Point at) {
+  return {shown_dots(window, at.x - static_cast<int>(window.scroll.x)),
+          shown_dots(window, at.y - static_cast<int>(window.scroll.y))};
 }
 
 namespace {
@@ -158,18 +188,18 @@ bool save_bitmap(Window &window, const wchar_t *file) {
   RECT inside{};
   GetClientRect(shown, &inside);
   const WindowDC screen(shown);
-  const auto side = [&window](LONG dots, LONG extent) {
-    const LONG whole = window.edit != nullptr ? 0 : to_dots(window.hwnd, extent);
+  const auto side = [&window](LONG dots, int extent) {
+    const LONG whole = window.edit != nullptr ? 0 : shown_dots(window, extent);
     return static_cast<int>(std::clamp<LONG>(std::max(dots, whole), 1, kMostBitmapSide));
   };
-  const int width = side(inside.right, window.extent.cx);
-  const int height = side(inside.bottom, window.extent.cy);
+  const int width = side(inside.right, window.extent.width());
+  const int height = side(inside.bottom, window.extent.height());
   MemoryDC memory(screen, width, height);
   const RECT all{0, 0, width, height};
   if (window.edit != nullptr)
     draw_edit(memory, window, all);
   else
-    draw_into(memory, window, all, POINT{});
+    draw_into(memory, window, all, POINT{window.extent.left, window.extent.top});
   return write_bitmap(memory, memory.finished(), width, height, file);
 }
 

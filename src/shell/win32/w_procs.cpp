@@ -37,6 +37,10 @@ bool common_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam, 
     if (!dialog_comes_first())
       close_asked(window.id);
     return true;
+  case WM_SIZE:
+    if (wparam == SIZE_MINIMIZED)
+      window_put_away(window.id);
+    return false;
   case WM_SETCURSOR:
     result = TRUE;
     return cursor_set(&window, lparam);
@@ -110,7 +114,12 @@ bool scroll_key(Window &window, WPARAM key) {
 }
 
 // Windows that are drawn. True when `result` answers the message.
-bool drawn_message(Window &window, UINT message, WPARAM wparam) {
+bool drawn_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam) {
+  const WindowId id = window.id;
+  if (input_message(window, message, wparam, lparam))
+    return true;
+  if (find_window(id) == nullptr) // closed by what was done
+    return true;
   switch (message) {
   case WM_ACTIVATE:
     activated(window, wparam);
@@ -149,7 +158,7 @@ LRESULT drawn_window(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
   LRESULT result = 0;
   if (common_message(*window, message, wparam, lparam, result))
     return result;
-  if (drawn_message(*window, message, wparam))
+  if (drawn_message(*window, message, wparam, lparam))
     return message == WM_ERASEBKGND ? 1 : 0;
   return DefWindowProcW(hwnd, message, wparam, lparam);
 }

@@ -45,9 +45,14 @@ struct Window {
   std::vector<EditRange> messages; // in order
   std::vector<DWORD> soft_breaks;  // line ends for showing only, in order
   bool frame_dragged = false;
-  SIZE extent{};
+  Rect extent{};
+  int zoom = 100; // hundredths of the natural size
   POINT scroll{};
-  POINT wheel_rest{}; // of turns too small to scroll by, in parts of WHEEL_DELTA
+  bool mouse_held = false; // between a press and its end
+  int aimed = 0;           // the segment that a script means with what it does
+  int notch_rest = 0;      // of the wheel, in parts of WHEEL_DELTA
+  wchar_t first_half = 0;  // of a character that takes two messages
+  POINT wheel_rest{};      // of turns too small to scroll by, in parts of WHEEL_DELTA
 };
 
 Window *find_window(WindowId id);
@@ -75,6 +80,7 @@ void limit_maximised(HWND window, MINMAXINFO &limits);
 void take_suggested_place(HWND hwnd, LPARAM lparam);
 void show_cursor(CursorShape shape);
 bool cursor_set(const Window *window, LPARAM lparam);
+CursorShape cursor_now();
 
 // Dots an inch of a window, and conversion between picture units (96 an inch) and dots.
 unsigned dpi_of(HWND hwnd);
@@ -86,6 +92,13 @@ void paint_inside(Window &window);
 void update_scroll_bars(Window &window);
 void scroll_window(Window &window, int bar, WPARAM wparam);
 void scroll_by(Window &window, int dx, int dy);
+// A place of the window's inside in the units of what it shows.
+Point shown_point(const Window &window, POINT dots);
+// And back.
+POINT shown_place(const Window &window, Point at);
+
+// w_input: the mouse and the keys of windows that are drawn. True when the message is dealt with.
+bool input_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam);
 bool save_bitmap(Window &window, const wchar_t *file);
 
 // w_menus: the five menu bars.

@@ -1,6 +1,8 @@
 // The database file: its bytes, and creating, opening, committing and closing it.
 #include "unit/db/db_kit.h"
 
+#include <cerrno>
+
 #include "core/second_names.h"
 #include "shell/return_point.h"
 
@@ -171,7 +173,9 @@ TEST_F(DbTest, ADamagedFileThatCannotBeKeptIsNotRewritten) {
   const std::string text = "fdec\n bad ::= nothing ;\n;\n";
   put("x.ddb", text);
   fdb_open_db("x");
-  gFileFault = [](FileStep step, std::size_t) { return step == FileStep::write ? 3 : -1; };
+  gFileFault = [](FileStep step, std::size_t) {
+    return step == FileStep::write ? FileFault{ENOSPC, 3} : FileFault{};
+  };
   EXPECT_EQ(fdb_commit_db(), 0);
   gFileFault = nullptr;
   EXPECT_EQ(get("x.ddb"), text);

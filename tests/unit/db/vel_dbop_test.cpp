@@ -112,7 +112,7 @@ TEST_F(PairTest, WhenThePicturesCannotBeSavedTheTextIsNotTouched) {
   EXPECT_EQ(SaveDataBase("Untitled1"), 0);
   EXPECT_TRUE(said().ends_with("Unable to save graphs\n")) << said();
   EXPECT_EQ(get("x.ddb"), kEmptyText);
-  EXPECT_EQ(gSymbolTableChanged, 0);
+  EXPECT_EQ(gSymbolTableChanged, 1);
   EXPECT_EQ(gSegsChanged, 1);
 }
 
@@ -132,16 +132,97 @@ TEST_F(PairTest, ASaveThatTheUserCancelsChangesNothing) {
   EXPECT_EQ(get("x.seg"), pictures);
 }
 
-TEST_F(PairTest, WhenTheTextCannotBeSavedThePicturesAre) {
+TEST_F(PairTest, WhenTheTextCannotBeSavedThePicturesAreNotEither) {
   CreateDataBase("x");
   add_picture("f");
   fs::remove("x.ddb.bak");
   fs::create_directories("x.ddb.bak/inside");
+  console().clear();
   EXPECT_EQ(SaveDataBase("Untitled1"), 0);
-  EXPECT_TRUE(said().ends_with("Graphs saved but not DataBase\n")) << said();
-  EXPECT_EQ(get("x.seg"), kPicture);
+  EXPECT_EQ(said(), "Saving. . . Can't remove old backup file x.ddb.bak\nUnable to save graphs\n");
+  EXPECT_EQ(get("x.seg"), "$$$$");
+  EXPECT_EQ(get("x.seg.bak"), "(none)");
   EXPECT_EQ(gSymbolTableChanged, 1);
-  EXPECT_EQ(gSegsChanged, 0);
+  EXPECT_EQ(gSegsChanged, 1);
+}
+
+// --- files that are missing or cannot be read --------------------------------------------------
+
+TEST_F(PairTest, ADatabaseWithoutPicturesOpensAndGetsAFileAtTheFirstSave) {
+  put("x.ddb", "fdec\n f ::= int ;\n;\n");
+  Setup_Global_DDB_name("x");
+  EXPECT_EQ(OpenDataBaseFile(), 1);
+  EXPECT_EQ(files().size(), 1u);
+  EXPECT_EQ(SaveDataBase(""), 1);
+  EXPECT_EQ(get("x.seg"), "$$$$");
+}
+
+TEST_F(PairTest, MissingPicturesAreLookedForInTheBackup) {
+  put("x.ddb", "fdec\n f ::= int ;\n;\n");
+  put("x.seg.bak", kPicture);
+  const auto before = files();
+  Setup_Global_DDB_name("x");
+  EXPECT_EQ(OpenDataBaseFile(), 0); // cancelled
+  EXPECT_EQ(gDDB_basename, "");
+  EXPECT_EQ(questions("x.seg is missing, but x.seg.bak holds pictures."), 1);
+  CompleteDataBasePair();
+  EXPECT_EQ(files(), before);
+  console().choices = {1};
+  Setup_Global_DDB_name("x");
+  EXPECT_EQ(OpenDataBaseFile(), 1);
+  EXPECT_EQ(pictures(), 1);
+  EXPECT_EQ(SaveDataBase(""), 1);
+  EXPECT_EQ(get("x.seg"), kPicture);
+}
+
+TEST_F(PairTest, AFailedOpeningLeavesNoCurrentDatabase) {
+  put("x.seg", kPicture);
+  for (const char *name : {"none", "x"}) {
+    Setup_Global_DDB_name(name);
+    EXPECT_EQ(OpenDataBaseFile(), 0);
+    EXPECT_EQ(gDDB_basename, "");
+    EXPECT_EQ(pictures(), 0);
+  }
+  EXPECT_EQ(files().size(), 1u);
+  EXPECT_TRUE(said().ends_with("Failed to open x.ddb\nx database not opened\n")) << said();
+}
+
+TEST_F(PairTest, ADeletedDatabaseIsWrittenAnewOnlyWhenTheUserWants) {
+  CreateDataBase("x");
+  fs::remove("x.ddb");
+  EXPECT_EQ(fdb_commit_db(), 0);
+  EXPECT_EQ(SaveDataBase(""), 0);
+  EXPECT_EQ(questions("x.ddb is gone. Write it anew?"), 1);
+  EXPECT_EQ(get("x.ddb"), "(none)");
+  console().choices = {1};
+  EXPECT_EQ(SaveDataBase(""), 1);
+  EXPECT_EQ(get("x.ddb"), kEmptyText);
+}
+
+TEST_F(PairTest, AWriteProtectedFileIsAskedAbout) {
+  CreateDataBase("x");
+  fs::permissions("x.ddb", fs::perms(0444));
+  load("fdec\n f ::= int ; ;\n");
+  EXPECT_EQ(SaveDataBase(""), 0);
+  EXPECT_EQ(questions("x.ddb is write-protected. Replace it?"), 1);
+  EXPECT_EQ(get("x.ddb"), kEmptyText);
+  console().choices = {1};
+  EXPECT_EQ(SaveDataBase(""), 1);
+  EXPECT_EQ(fs::status("x.ddb").permissions(), fs::perms(0444));
+}
+
+// A change within a second that keeps the length is one too, and a touched file is none.
+TEST_F(PairTest, ChangesAreSeenByContent) {
+  CreateDataBase("x");
+  const std::string text = get("x.ddb");
+  const auto time = fs::last_write_time("x.ddb");
+  put("x.ddb", text.substr(0, text.size() - 1) + " ");
+  fs::last_write_time("x.ddb", time);
+  EXPECT_EQ(SaveDataBase(""), 0);
+  EXPECT_EQ(questions("x.ddb was changed by another program."), 1);
+  put("x.ddb", text);
+  EXPECT_EQ(SaveDataBase(""), 1);
+  EXPECT_EQ(questions("x.ddb was changed by another program."), 1);
 }
 
 TEST_F(PairTest, IncludingKeepsTheCurrentName) {

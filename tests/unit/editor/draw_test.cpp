@@ -53,7 +53,7 @@ const NodePlace &place_of(const PictureLayout &layout, const Segm *seg) {
 
 void check_layout(const WinInfo *wi) {
   LogCanvas canvas;
-  const PictureLayout layout = lay_out_picture(wi, canvas);
+  const PictureLayout layout = lay_out_picture(wi);
   for (const NodePlace &place : layout.nodes) {
     const Rect own = place.seg->box();
     ASSERT_TRUE(holds(place.box, own));
@@ -100,7 +100,7 @@ TEST_F(DrawTest, LabelsLieInTheirBoxes) {
         wi->txtsze = size;
         place_node(wi, type, style, "a label of some length", {100, 100, 110, 120});
         LogCanvas canvas;
-        const PictureLayout layout = lay_out_picture(wi, canvas);
+        const PictureLayout layout = lay_out_picture(wi);
         draw_layout(wi, layout, canvas);
         ASSERT_EQ(canvas.texts.size(), 1U);
         EXPECT_EQ(canvas.texts[0].font.size, size);
@@ -146,7 +146,7 @@ TEST_F(DrawTest, ArgumentsAreNumberedWhereABoxHasSeveral) {
   join(wi, right, 3);
   join(wi, left, 3);
   LogCanvas canvas;
-  PictureLayout layout = lay_out_picture(wi, canvas);
+  PictureLayout layout = lay_out_picture(wi);
   std::map<std::string, int> number;
   for (const ArcPlace &arc : layout.arcs)
     number[arc_start(arc.seg)->label + ">" + arc_end(arc.seg)->label] = arc.number;
@@ -168,7 +168,7 @@ TEST_F(DrawTest, ArgumentsAreNumberedWhereABoxHasSeveral) {
       EXPECT_FALSE(overlap(node.box, labels[std::to_string(arc.number)].box));
   }
   wi->wtype = kNetworkPicture;
-  for (const ArcPlace &arc : lay_out_picture(wi, canvas).arcs)
+  for (const ArcPlace &arc : lay_out_picture(wi).arcs)
     EXPECT_EQ(arc.number, 0);
 }
 
@@ -183,7 +183,7 @@ TEST_F(DrawTest, ArrowsIntoOneBoxDoNotCross) {
   for (const int x : {20, 110, 200, 420, 510, 600})
     join(wi, place_node(wi, kBox, kPlain, "in", {x, 150, x + 40, 170}), 1);
   LogCanvas canvas;
-  const PictureLayout layout = lay_out_picture(wi, canvas);
+  const PictureLayout layout = lay_out_picture(wi);
   ASSERT_EQ(layout.arcs.size(), 6U);
   for (const ArcPlace &arc : layout.arcs)
     for (const ArcPlace &other : layout.arcs) {
@@ -254,25 +254,42 @@ TEST_F(DrawTest, StylesAndMarksShow) {
   EXPECT_EQ(wi->seg_ments[2]->status & kSelected, 0U);
 }
 
-TEST_F(DrawTest, AShownPictureTakesItsPlacesOverAndAStoredOneDoesNot) {
-  for (const bool shown : {false, true}) {
-    WinInfo *wi = shown ? NewWindow(kFunctionPicture) : picture("f");
-    place_node(wi, kBox, kPlain, "a long label", {0, 0, 10, 20});
-    place_node(wi, kBox, kPlain, "b", {0, 100, 10, 120});
-    Segm *seg = wi->seg_ments[join(wi, 1, 2)];
-    seg->lx = seg->ly = seg->ux = seg->uy = 0;
-    const std::string before = picture_text(wi);
+TEST_F(DrawTest, PaintingChangesNothingAndClicksFindWhatIsDrawn) {
+  WinInfo *wi = NewWindow(kFunctionPicture);
+  place_node(wi, kBox, kPlain, "a long label", {0, 40, 10, 60});
+  place_node(wi, kBox, kPlain, "b", {0, 140, 10, 160});
+  Segm *seg = wi->seg_ments[join(wi, 1, 2)];
+  seg->lx = seg->ly = seg->ux = seg->uy = 0;
+  join(wi, 1, 1);
+  const std::string before = picture_text(wi);
+  for (const int size : {8, 22, 12}) {
+    wi->txtsze = size;
     LogCanvas canvas;
     DrawVeloraWindow(wi, canvas);
-    EXPECT_EQ(picture_text(wi) == before, !shown);
-    const std::string drawn = picture_text(wi);
-    if (shown) {
-      EXPECT_EQ(search_for_segment(5, 60, 0, wi), 3) << "a click finds the arrow as drawn";
-      EXPECT_EQ(search_for_segment(-30, 10, 1, wi), 1);
-    }
-    DrawVeloraWindow(wi, canvas);
-    EXPECT_EQ(picture_text(wi), drawn) << "drawing again changes nothing";
   }
+  EXPECT_EQ(picture_text(wi), before);
+  const PictureLayout layout = lay_out_picture(wi);
+  EXPECT_EQ(hit_picture(layout, {5, 100}, false), 3) << "the arrow as drawn";
+  EXPECT_EQ(hit_picture(layout, {5, 100}, true), 0);
+  EXPECT_EQ(hit_picture(layout, {-30, 50}, true), 1) << "the box as it has grown";
+  const Rect box = layout.nodes[0].box;
+  EXPECT_EQ(hit_picture(layout, {box.right + 10, box.centre().y - 8}, false), 4) << "the loop";
+  EXPECT_EQ(hit_picture(layout, {300, 300}, false), 0);
+}
+
+TEST_F(DrawTest, ColoursAreOfTheStyleAndLeaveTheShapeAsItIs) {
+  WinInfo *wi = picture("f");
+  place_node(wi, kBox, kDouble | kPinned, "d", {0, 0, 60, 30});
+  MarkItemSelection(wi, 1, 1);
+  ColourSelectedItems(wi, kGreen);
+  EXPECT_EQ(wi->seg_ments[1]->style, kDouble | kPinned | 16 * kGreen);
+  EXPECT_EQ(colour_index(wi->seg_ments[1]), kGreen);
+  EXPECT_EQ(shape_style(wi->seg_ments[1]), kDouble);
+  LogCanvas canvas;
+  DrawVeloraWindow(wi, canvas);
+  const auto green = std::count_if(canvas.shapes.begin(), canvas.shapes.end(),
+                                   [](const auto &s) { return s.pen.colour == kPalette[kGreen]; });
+  EXPECT_EQ(green, 2) << "a double box has two borders";
 }
 
 TEST_F(DrawTest, PicturesLookAsTheyShould) {

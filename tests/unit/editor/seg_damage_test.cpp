@@ -1,5 +1,6 @@
 // Damaged segment files: each is reported with its lines, what can be read is kept, and the rest is
 // kept aside before the file is saved over.
+#include <cerrno>
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -162,7 +163,9 @@ TEST_F(SegDamageTest, WhatCannotBeKeptAsideIsNotSavedOver) {
   const std::string damaged = with("b 2 2 0", "b 2 x 0");
   put("x.seg", damaged);
   ASSERT_EQ(RestoreAll(path("x.seg")), 1);
-  gFileFault = [](FileStep step, std::size_t) { return step == FileStep::open ? 0 : -1; };
+  gFileFault = [](FileStep step, std::size_t) {
+    return step == FileStep::make ? FileFault{ENOSPC, 0} : FileFault{};
+  };
   seen.console.clear();
   EXPECT_EQ(SaveAll(path("x.seg")), 0);
   gFileFault = nullptr;

@@ -216,7 +216,7 @@ TEST_F(SegmentsTest, InputsAreOrderedAsTheyStand) {
   for (const int from : {5, 4, 2, 3})
     join(wi, from, 1);
   std::vector<int> order;
-  for (const Segm *entering : input_order(wi->seg_ments[1]))
+  for (const Segm *entering : cyclic_order_types_of(wi->seg_ments[1]))
     order.push_back(arc_start(entering)->segnum);
   EXPECT_EQ(order, (std::vector<int>{3, 2, 5, 4}));
 }

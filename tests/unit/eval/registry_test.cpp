@@ -7,6 +7,7 @@
 
 #include <fstream>
 #include <set>
+#include <string_view>
 
 #include "core/symbols.h"
 #include "eval/bi_support.h"
@@ -82,6 +83,23 @@ TEST_F(RegistryTest, TypesHaveAsManyArgumentsAsTheFunctionsTake) {
       EXPECT_EQ(arrows, row.arity.most) << row.name;
     }
   }
+}
+
+// Whoever may refuse an effect asks with the name that the argument gives.
+TEST_F(RegistryTest, EffectsNameArgumentsThatTheFunctionsTake) {
+  std::set<std::string> guarded;
+  for (const BuiltinRow &row : bi_funcs_table) {
+    const int arrows = find_symbol(row.name, 0)->b.fc->arity;
+    EXPECT_LE(row.effect.name_argument, arrows) << row.name;
+    if (row.effect.kind == Effect::writes || row.effect.kind == Effect::database)
+      guarded.insert(row.name);
+    // What is named like an output file, and answers whether it worked, writes.
+    if (std::string_view(row.name).find("to_file") != std::string_view::npos ||
+        std::string_view(row.name).find("write") != std::string_view::npos) {
+      EXPECT_EQ(row.effect.kind, Effect::writes) << row.name;
+    }
+  }
+  EXPECT_EQ(guarded.size(), 16u);
 }
 
 TEST_F(RegistryTest, ConstructorsStandInTheirRows) {
@@ -210,7 +228,7 @@ TEST_F(RegistryTest, TooManyArgumentsLeaveExactBuiltinsAsTheyStand) {
 
 TEST_F(RegistryTest, NumbersBeyondTheTableAreRefused) {
   func_block none{};
-  for (int number : {-1, kBuiltins, 1000000}) {
+  for (int number : {-1, int{kBuiltins}, 1000000}) {
     node head{};
     head.type = kBuiltin;
     head.val.bi = {&none, number};

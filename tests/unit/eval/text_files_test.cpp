@@ -9,6 +9,7 @@
 
 #include "eval/builtins/table_rows.h"
 #include "kit/recorder.h"
+#include "platform/trust.h"
 
 namespace velora {
 namespace {
@@ -118,12 +119,34 @@ TEST_F(TextFiles, FoldersAndLongNamesAreRefused) {
 }
 
 TEST_F(TextFiles, TheSafetyRuleForExistingFiles) {
-  EXPECT_STREQ("w", output_mode(path("new").c_str()));
-  EXPECT_STREQ("w", output_mode(make("old.tmp", "x").c_str()));
-  EXPECT_STREQ("a", output_mode(make("old.add", "x").c_str()));
+  char mode = 0;
+  EXPECT_NE(nullptr, open_output(path("new"), mode));
+  EXPECT_EQ('w', mode);
+  EXPECT_NE(nullptr, open_output(make("old.tmp", "x"), mode));
+  EXPECT_EQ('w', mode);
+  EXPECT_NE(nullptr, open_output(make("old.add", "x"), mode));
+  EXPECT_EQ('a', mode);
   EXPECT_EQ("", recording.console.text);
-  EXPECT_EQ(nullptr, output_mode(make("old.txt", "x").c_str()));
+  EXPECT_EQ(nullptr, open_output(make("old.txt", "x"), mode));
   EXPECT_EQ("Safer not to write onto an existing file\n", recording.console.text);
+  EXPECT_EQ(bytes_of("old.txt"), "x");
+}
+
+// A link may stand where the user put it, but a new file is never made through one that leads away.
+TEST_F(TextFiles, LinksAreFollowedInsideTheirFolderOnly) {
+  char mode = 0;
+  make("inside", "x");
+  std::filesystem::create_symlink("inside", path("near.tmp"));
+  EXPECT_NE(nullptr, open_output(path("near.tmp"), mode));
+  EXPECT_EQ(bytes_of("inside"), "");
+  const std::string away = std::filesystem::temp_directory_path() / "velora_away";
+  std::filesystem::create_symlink(away, path("far.tmp"));
+  EXPECT_EQ(nullptr, open_output(path("far.tmp"), mode));
+  EXPECT_FALSE(std::filesystem::exists(away));
+  std::filesystem::create_symlink("nowhere", path("lost"));
+  EXPECT_EQ(nullptr, open_output(path("lost"), mode));
+  EXPECT_TRUE(recording.console.text.ends_with("Safer not to write onto an existing file\n"));
+  EXPECT_FALSE(std::filesystem::exists(path("nowhere")));
 }
 
 TEST_F(TextFiles, OutputIsTakenBackUnlessCommitted) {
@@ -143,6 +166,7 @@ TEST_F(TextFiles, OutputIsTakenBackUnlessCommitted) {
 }
 
 TEST_F(TextFiles, AFullDiskIsReported) {
+  gTrustAll = true; // the link leads out of its folder
   if (!fs::exists("/dev/full"))
     GTEST_SKIP() << "no full disk to write to";
   fs::create_symlink("/dev/full", path("full.tmp"));
@@ -151,6 +175,7 @@ TEST_F(TextFiles, AFullDiskIsReported) {
   sink.write_line("lost");
   EXPECT_EQ(0, sink.commit());
   EXPECT_NE(std::string::npos, recording.console.text.find("Cannot write all of file"));
+  gTrustAll = false;
 }
 
 TEST(TableRows, SplitAndJoinAreInverse) {

@@ -83,8 +83,7 @@ INSTANTIATE_TEST_SUITE_P(Comments, TokenTable,
 class FileTokens : public FrontTest {
 protected:
   std::string of(const std::string &text) {
-    const std::string path = file("tokens.q", text);
-    const FileSource source(std::fopen(path.c_str(), "r"), "tokens.q");
+    const FileSource source(text, "tokens.q");
     std::string result;
     while (pp_get_token() != kTokEnd || pp_at_end == 0)
       result += (result.empty() ? "" : " ") + std::string(pp_start);

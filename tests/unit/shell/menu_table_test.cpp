@@ -1,5 +1,6 @@
 // Holds the resource script to the menu table: same commands, labels, accelerators and greying.
 #include "editor/user_menus.h"
+#include "shell/menu_layout.h"
 #include "shell/menu_table.h"
 
 #include <gtest/gtest.h>
@@ -75,6 +76,23 @@ Bar bar_of_table(unsigned bit) {
     if ((row.bars & bit) != 0)
       bar[row.number] = {row.label, row.accelerator, row.run == nullptr};
   return bar;
+}
+
+// The menus of desktops that make them at run time: every command of a bar has one place there.
+TEST(MenuTable, LayoutPlacesEveryCommandOnce) {
+  for (const MenuBar bar :
+       {MenuBar::main, MenuBar::functions, MenuBar::datatype, MenuBar::network, MenuBar::orvek}) {
+    std::map<int, int> placed;
+    for (const MenuSpec &menu : menus_of(bar))
+      for (const int number : menu.items)
+        if (number > 0)
+          ++placed[number];
+    std::map<int, int> wanted;
+    for (const MenuCommand &row : menu_commands())
+      if ((row.bars & bar_bit(bar)) != 0)
+        wanted[row.number] = 1;
+    EXPECT_EQ(placed, wanted) << "bar " << static_cast<int>(bar);
+  }
 }
 
 TEST(MenuTable, ScriptShowsTheTable) {

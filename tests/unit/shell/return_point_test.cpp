@@ -1,6 +1,9 @@
 // The return point: every way a command can end, and that the session is whole afterwards.
 #include "shell/return_point.h"
 
+#include <new>
+#include <stdexcept>
+
 #include "core/events.h"
 #include "core/needs.h"
 #include "core/space.h"
@@ -36,6 +39,15 @@ TEST_F(ReturnPoint, TellsHowACommandEnded) {
   EXPECT_EQ(run_command([]() -> int { error_exit("Query interrupted\n"); }),
             CommandEnd::interrupted);
   EXPECT_EQ(console().text, "Alas\nQuery interrupted\n");
+  expect_whole();
+}
+
+// Only want of memory is called so; a fault of the program's own says what it is.
+TEST_F(ReturnPoint, TellsFaultsOfItsOwnAsSuch) {
+  EXPECT_EQ(run_command([]() -> int { throw std::bad_alloc(); }), CommandEnd::failed);
+  EXPECT_EQ(run_command([]() -> int { throw std::logic_error("odd"); }), CommandEnd::failed);
+  EXPECT_EQ(run_command([]() -> int { throw 1; }), CommandEnd::failed);
+  EXPECT_EQ(console().text, "Alloc failedSorry! Internal fault: odd\nSorry! Internal fault\n");
   expect_whole();
 }
 

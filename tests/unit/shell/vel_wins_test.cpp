@@ -292,7 +292,7 @@ TEST_F(Windows, GraphicsWindowIsDrawnAndScrollsOverWhatIsDrawn) {
   if (graphics.empty())
     enter_window(gBgrWind->win, kGraphicsWindow); // the desktop tells of it in the program
   ASSERT_NE(gBgrWind, nullptr);
-  EXPECT_GE(desktop().windows[gBgrWind->win].width, 900);
+  EXPECT_GE(desktop().windows[gBgrWind->win].extent.right, 900);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "shell/x_menus.h"
 
 #include "core/symbols.h"
+#include "editor/hand/hand.h"
 #include "editor/model/seg_file.h"
 #include "editor/model/vel_segs.h"
 #include "shell/picture_windows.h"
@@ -13,14 +14,16 @@ namespace {
 
 class Menus : public kit::DeskTest {
 protected:
-  // A stored function picture of one box.
+  // A stored function picture of one box that gives the result.
   static void store(const std::string &name, int cmpnt) {
     WinInfo *wi = nullptr;
     NewWinInfo(0, kFunctionPicture, &wi);
     wi->name = name;
     wi->cmpnt = cmpnt;
     setup_for_fdef(wi);
-    add_node(wi, kToolFunction, 100, 100 + 10 * cmpnt);
+    wi->seg_ments[1]->label = "int";
+    wi->seg_ments[add_node(wi, kToolFunction, 100, 100 + 10 * cmpnt)]->label = "rand";
+    put_arc_between(wi, 2, 1, kArc);
   }
   WinInfo *open_function() {
     choose(504);
@@ -50,7 +53,9 @@ TEST_F(Menus, ItemsNeedWhatTheyActOn) {
   picture.picture = true;
   EXPECT_TRUE(enabled(302, picture));
   EXPECT_TRUE(enabled(1406, picture));
-  EXPECT_FALSE(enabled(301, picture)) << "there is no such command yet";
+  EXPECT_TRUE(enabled(301, picture));
+  EXPECT_FALSE(enabled(304, picture)) << "nothing is chosen";
+  EXPECT_FALSE(enabled(201, picture)) << "there is no step";
 }
 
 TEST_F(Menus, OnlyChangesAreToldToTheDesktop) {
@@ -94,7 +99,7 @@ TEST_F(Menus, ComponentsAreShownInTurn) {
   choose(902);
   EXPECT_EQ(wi->cmpnt, 0);
   EXPECT_EQ(desktop().windows[wi->win].title, "f [1 of 2]");
-  EXPECT_GT(desktop().windows[wi->win].width, 100);
+  EXPECT_GT(desktop().windows[wi->win].extent.right, 100);
   choose(903);
   EXPECT_EQ(wi->cmpnt, 1);
   EXPECT_EQ(desktop().windows[wi->win].title, "f [2 of 2]");
@@ -159,6 +164,7 @@ TEST_F(Menus, TextSizesStepWithinBounds) {
 }
 
 TEST_F(Menus, ClosingAChangedPictureAsks) {
+  kit::feed("fdec f ::= int ; ;");
   store("f", 0);
   WinInfo *wi = open_function();
   desktop().answers = {"f"};
@@ -169,7 +175,7 @@ TEST_F(Menus, ClosingAChangedPictureAsks) {
   close_asked(win);
   EXPECT_TRUE(logged("ask \"Save Changes to: f?\" [Save] [Discard] -> 5"));
   ASSERT_EQ(picture_of(win), wi);
-  desktop().choices = {1};
+  desktop().choices = {1, 1}; // Save, Replace Component
   close_asked(win);
   EXPECT_EQ(picture_of(win), nullptr);
   EXPECT_EQ(window_kind(win), 0);
@@ -188,6 +194,7 @@ TEST_F(Menus, FreshPictureClosesUnasked) {
 }
 
 TEST_F(Menus, QuittingAsksForAChangedPictureOnly) {
+  kit::feed("fdec f ::= int ; ;");
   store("f", 0);
   WinInfo *wi = open_function();
   desktop().answers = {"f"};
@@ -204,7 +211,7 @@ TEST_F(Menus, QuittingAsksForAChangedPictureOnly) {
   EXPECT_EQ(wi->clean, 0) << "what was given up still counts when the user stays";
   gSymbolTableChanged = 0;
   desktop().log.clear();
-  desktop().choices = {1};
+  desktop().choices = {1, 1};
   choose(103);
   WinInfo *stored = nullptr;
   EXPECT_FALSE(logged("ask \"Save Changes to: f?\" [Save] [Discard] -> 2"));

@@ -1,0 +1,28 @@
+# What is installed beside the programs, and the Debian package.
+include(GNUInstallDirs)
+install(DIRECTORY lib/ DESTINATION share/velora/lib FILES_MATCHING PATTERN "*.fdb")
+install(DIRECTORY examples/ DESTINATION share/velora/examples)
+install(FILES docs/builtins.md docs/desktop.md docs/keys.md docs/trust.md
+        DESTINATION share/velora/docs)
+install(DIRECTORY docs/guide DESTINATION share/velora/docs)
+install(FILES README.md LICENSE DESTINATION share/doc/velora)
+if(TARGET velora-desktop)
+  install(FILES data/velora.desktop DESTINATION share/applications)
+  install(FILES data/velora.xml DESTINATION share/mime/packages)
+  install(FILES data/velora.svg DESTINATION share/icons/hicolor/scalable/apps)
+endif()
+
+# Depends on exactly the libraries that the programs are linked with.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME velora)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_VENDOR "The Velora developers")
+set(CPACK_PACKAGE_CONTACT "The Velora developers <velora@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Program in Orvek with text and pictures")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_DEBIAN_PACKAGE_SECTION devel)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core")
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_STRIP_FILES ON)
+include(CPack)

@@ -1,0 +1,47 @@
+// The expanded drawing of a box that the type check found fault with: a dotted stub with number and
+// declared type for each input that is missing, and the declared result where nothing takes it.
+#include <string>
+
+#include "editor/draw_layout.h"
+#include "front/type_names.h"
+#include "platform/text_measures.h"
+
+namespace velora {
+
+namespace {
+
+constexpr Colour kStubColour{128, 128, 128};
+constexpr Pen kStubPen{kStubColour, 1, PenStyle::dotted};
+
+// Stub number `i` of `count` above a box; its text stands on top, each a line higher than the next
+// so that long types do not run into each other.
+void draw_stub(const NodePlace &node, int i, int count, const std::string &type, const Font &font,
+               Canvas &canvas) {
+  const int x = node.box.left + (i + 1) * node.box.width() / (count + 1);
+  const int line = measured_height(font) + 2;
+  const int top = node.box.top - line * (count - i);
+  canvas.line({x, top + line - 2}, {x, node.box.top}, kStubPen);
+  canvas.text({x, top}, std::to_string(i + 1) + " " + type, font, kStubColour);
+}
+
+} // namespace
+
+void draw_expanded(const NodePlace &node, Canvas &canvas) {
+  TypeNames types;
+  std::string result;
+  const std::string name(visible_label(node.seg));
+  if (get_intypes_of(name, types, 1) == 0 || get_outtype_of(name, result) == 0)
+    return;
+  const Font font = number_font(node.font);
+  const int count = static_cast<int>(types.size());
+  for (int i = static_cast<int>(node.seg->segb_ptr.size()); i < count; ++i)
+    draw_stub(node, i, count, types[static_cast<std::size_t>(i)], font, canvas);
+  if (!node.seg->segf_ptr.empty())
+    return;
+  const Point from{node.box.centre().x, node.box.bottom};
+  const Point to{from.x, from.y + measured_height(font)};
+  canvas.line(from, to, kStubPen);
+  canvas.text(to, result, font, kStubColour);
+}
+
+} // namespace velora

@@ -1,0 +1,29 @@
+// The one walk over a text that counts its brackets.
+#include "front/brackets.h"
+
+namespace velora {
+
+void BracketScan::step_over(std::string_view piece) {
+  for (std::size_t i = 0; i < piece.size(); ++i) {
+    const char c = piece[i];
+    if (c == '"')
+      quoted_ = !quoted_;
+    if (quoted_)
+      continue;
+    if (c == '\'' && i + 2 < piece.size() && piece[i + 2] == '\'')
+      i += 2; // a character literal
+    round_ += (c == '(') - (c == ')');
+    square_ += (c == '[') - (c == ']');
+    crossed_ = crossed_ || square_ < 0 || round_ < 0;
+  }
+}
+
+const char *BracketScan::fault() const {
+  if (quoted_)
+    return kQuotesFault;
+  if (square_ != 0)
+    return kSquareFault;
+  return round_ != 0 ? kRoundFault : nullptr;
+}
+
+} // namespace velora

@@ -1,0 +1,405 @@
+// Windows of the program: making, placing, texts, and the pump of running commands. Places and
+// sizes come in units of 96 an inch, which are the logical dots of the window system; places count
+// from the corner of the frame's inside.
+#include "shell/qt/q_desktop.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QEventLoop>
+#include <QFile>
+#include <QMdiArea>
+#include <QPainter>
+#include <QScreen>
+#include <QSignalBlocker>
+#include <QTimer>
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/text_measures.h"
+#include "shell/console_window.h"
+#include "shell/desk_events.h"
+#include "shell/events/event_answers.h"
+#include "shell/qt/q_code.h"
+#include "shell/qt/q_console.h"
+#include "shell/qt/q_cursors.h"
+#include "shell/qt/q_dialogs.h"
+#include "shell/qt/q_frame.h"
+#include "shell/qt/q_menus.h"
+#include "shell/qt/q_picture.h"
+#include "shell/qt/q_pictures.h"
+#include "shell/qt/q_text.h"
+#include "shell/qt/q_windows.h"
+#include "shell/vel_wins.h"
+
+namespace velora::qt {
+
+namespace {
+
+QRect in_dots(const Rect &place) {
+  return {place.left, place.top, place.width(), place.height()};
+}
+
+bool usual_size(WindowKind kind, const Rect &place) {
+  const Rect &usual = look_of(kind).place;
+  return place.width() == usual.width() && place.height() == usual.height();
+}
+
+TextPane *pane_of(WindowId win) {
+  const Window *window = find_window(win);
+  return window == nullptr ? nullptr : window->pane;
+}
+
+PictureArea *area_of(WindowId win) {
+  const Window *window = find_window(win);
+  return window == nullptr ? nullptr : window->view;
+}
+
+TextPane *make_pane(WindowId id, WindowKind kind) {
+  if (kind == kControlWindow)
+    return new ConsolePane(id, kind);
+  if (kind == kOrvekWindow)
+    return new CodePane(id, kind);
+  auto *pane = new TextPane(id, kind);
+  pane->setReadOnly(kind == kNarrativeWindow);
+  if (kind == kNarrativeWindow)
+    pane->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  return pane;
+}
+
+QWidget *inside_of(const Window &window) {
+  return window.pane != nullptr ? static_cast<QWidget *>(window.pane) : window.view;
+}
+
+// How much larger a sub-window is than what is inside.
+QSize frame_size(const Window &window) {
+  return window.sub->sizeHint() - inside_of(window)->sizeHint();
+}
+
+} // namespace
+
+WindowId QtDesktop::create_window(WindowKind kind, const std::string &title, const Rect &place) {
+  Window *window = add_window(kind);
+  window->sub = new SubWindow(window->id);
+  if (holds_text(kind))
+    window->pane = make_pane(window->id, kind);
+  else
+    window->view = new PictureArea(window->id, kind);
+  QWidget *inside = inside_of(*window);
+  inside->setObjectName(QStringLiteral("inside%1").arg(window->id));
+  window->sub->setObjectName(QStringLiteral("window%1").arg(window->id));
+  window->sub->setWidget(inside);
+  window->sub->setWindowIcon(kind_icon(kind));
+  window->sub->setAttribute(Qt::WA_DeleteOnClose, false);
+  frame().area()->addSubWindow(window->sub);
+  set_title(window->id, title);
+  QRect dots = in_dots(place);
+  if (kind == kGraphicsWindow && !usual_size(kind, place))
+    dots.setSize(dots.size() + frame_size(*window));
+  window->sub->setGeometry(dots);
+  enter_window(window->id, kind);
+  return window->id;
+}
+
+void QtDesktop::close_window(WindowId win) {
+  leave_window(win);
+  const Window *window = find_window(win);
+  if (window == nullptr)
+    return;
+  SubWindow *sub = window->sub;
+  remove_window(win);
+  frame().area()->removeSubWindow(sub);
+  sub->hide();
+  sub->deleteLater();
+}
+
+void QtDesktop::set_title(WindowId win, const std::string &title) {
+  const Window *window = find_window(win);
+  if (window == nullptr)
+    return;
+  window->sub->setWindowTitle(wide(title));
+  window->sub->setAccessibleName(wide(title));
+  inside_of(*window)->setAccessibleName(wide(title));
+}
+
+void QtDesktop::place_window(WindowId win, const Rect &place) {
+  const Window *window = find_window(win);
+  if (window == nullptr)
+    return;
+  if (window->sub->isMinimized() || window->sub->isMaximized())
+    window->sub->showNormal();
+  window->sub->setGeometry(in_dots(place));
+  window->sub->raise();
+}
+
+void QtDesktop::show_window(WindowId win) {
+  const Window *window = find_window(win);
+  if (window == nullptr)
+    return;
+  QMdiArea *area = frame().area();
+  QMdiSubWindow *in_use = area->activeSubWindow();
+  const QSignalBlocker quiet(area); // showing makes a window the active one, for a moment
+  if (window->sub->isMinimized())
+    window->sub->showNormal();
+  else
+    window->sub->show();
+  if (in_use != nullptr)
+    area->setActiveSubWindow(in_use);
+  window->sub->raise();
+}
+
+void QtDesktop::focus_window(WindowId win) {
+  const Window *window = find_window(win);
+  if (window == nullptr)
+    return;
+  if (window->sub->isMinimized())
+    window->sub->showNormal();
+  frame().area()->setActiveSubWindow(window->sub);
+  inside_of(*window)->setFocus();
+  if (previous != win) // it was the active one already, or the frame is not in front
+    window_activated(win);
+}
+
+void QtDesktop::invalidate(WindowId win) {
+  if (PictureArea *view = area_of(win)) {
+    view->viewport()->update();
+    describe_picture(*view);
+  }
+}
+
+Rect QtDesktop::client_rect(WindowId win) {
+  if (const PictureArea *view = area_of(win)) {
+    return {0, 0, view->viewport()->width(), view->viewport()->height()};
+  }
+  const TextPane *pane = pane_of(win);
+  return pane == nullptr ? Rect{} : Rect{0, 0, pane->width(), pane->height()};
+}
+
+// --- text --------------------------------------------------------------------------------------
+
+std::string QtDesktop::text_of(WindowId win) {
+  const TextPane *pane = pane_of(win);
+  return pane == nullptr ? std::string() : pane->text();
+}
+
+void QtDesktop::set_text(WindowId win, std::string_view text) {
+  if (TextPane *pane = pane_of(win))
+    pane->set_text(text);
+}
+
+void QtDesktop::append_text(WindowId win, std::string_view text,
+                            const std::vector<TextRange> &standing_out) {
+  if (TextPane *pane = pane_of(win))
+    pane->append(text, standing_out);
+}
+
+std::string QtDesktop::typed_text(WindowId win) {
+  const TextPane *pane = pane_of(win);
+  return pane == nullptr ? std::string() : pane->typed();
+}
+
+void QtDesktop::set_typed_text(WindowId win, std::string_view text) {
+  if (TextPane *pane = pane_of(win))
+    pane->set_typed(text);
+}
+
+std::size_t QtDesktop::drop_front(WindowId win, std::size_t keep) {
+  TextPane *pane = pane_of(win);
+  return pane == nullptr ? 0 : pane->drop_front(keep);
+}
+
+EditState QtDesktop::edit_state(WindowId win) {
+  const TextPane *pane = pane_of(win);
+  return pane == nullptr ? EditState{} : pane->state();
+}
+
+void QtDesktop::edit(WindowId win, EditCommand command) {
+  if (TextPane *pane = pane_of(win))
+    pane->edit(command);
+}
+
+TextRange QtDesktop::selection(WindowId win) {
+  const TextPane *pane = pane_of(win);
+  return pane == nullptr ? TextRange{} : pane->selection();
+}
+
+void QtDesktop::select_text(WindowId win, TextRange range) {
+  if (TextPane *pane = pane_of(win))
+    pane->select(range);
+}
+
+// --- menus, dialogs, measures ------------------------------------------------------------------
+
+void QtDesktop::show_menu_bar(MenuBar bar) {
+  show_bar(bar);
+}
+
+MenuBar QtDesktop::menu_bar() {
+  return shown_bar();
+}
+
+std::string QtDesktop::clipboard_text() {
+  return QGuiApplication::clipboard()->text().toStdString();
+}
+
+void QtDesktop::set_clipboard_text(const std::string &text) {
+  QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+}
+
+void QtDesktop::enable_item(int command, bool on) {
+  enable_menu_item(command, on);
+}
+
+void QtDesktop::enable_menu(MenuBar bar, const std::string &label, bool on) {
+  enable_whole_menu(bar, label, on);
+}
+
+void QtDesktop::enable_menus(bool on) {
+  enable_all_menus(on);
+}
+
+void QtDesktop::set_user_menu(MenuBar bar, const std::string &header,
+                              const std::vector<std::string> &names, int first_command) {
+  fill_user_menu(bar, header, names, first_command);
+}
+
+std::string QtDesktop::menu_label(MenuBar bar, int command) {
+  return user_menu_label(bar, command);
+}
+
+std::optional<std::string> QtDesktop::choose_file(bool for_saving, const std::string &title,
+                                                  const std::string &pattern) {
+  gDesktopConsole.show();
+  return gEventAnswers != nullptr ? gEventAnswers->choose_file(title)
+                                  : choose_file_name(for_saving, title, pattern);
+}
+
+void QtDesktop::set_cursor(CursorShape shape) {
+  const bool busy = shape == CursorShape::busy;
+  if (busy && !busy_)
+    QApplication::setOverrideCursor(Qt::BusyCursor);
+  if (!busy && busy_)
+    QApplication::restoreOverrideCursor();
+  busy_ = busy;
+  frame().show_running(busy);
+  if (busy)
+    return;
+  use_cursor(shape);
+  for (const Window *window : all_windows())
+    if (window->view != nullptr && shows_picture(window->kind))
+      window->view->viewport()->setCursor(cursor_for(shape));
+}
+
+int QtDesktop::text_width(WindowId, std::string_view text, const Font &font) {
+  return measured_width(text, font);
+}
+
+int QtDesktop::text_height(WindowId, const Font &font) {
+  return measured_height(font);
+}
+
+void QtDesktop::set_extent(WindowId win, const Rect &extent) {
+  if (PictureArea *view = area_of(win))
+    view->set_extent(extent);
+}
+
+PictureView QtDesktop::view_of(WindowId win) {
+  const PictureArea *view = area_of(win);
+  if (view == nullptr)
+    return {};
+  const Rect seen = view->seen();
+  return {{seen.left, seen.top}, static_cast<int>(std::lround(view->zoom() * 100))};
+}
+
+void QtDesktop::set_view(WindowId win, const PictureView &view) {
+  if (PictureArea *area = area_of(win))
+    area->show_from(view.origin, view.percent / 100.0);
+}
+
+void QtDesktop::show_database(const std::string &name, bool unsaved) {
+  frame().show_database(wide(name), unsaved);
+}
+
+void QtDesktop::show_hint(const std::string &hint) {
+  frame().show_hint(wide(hint));
+}
+
+void QtDesktop::mark_faults(WindowId win, const std::vector<TextMark> &marks) {
+  if (auto *code = dynamic_cast<CodePane *>(pane_of(win)))
+    code->mark_faults(marks);
+}
+
+int QtDesktop::ask(const std::string &message, const std::vector<std::string> &buttons) {
+  return gEventAnswers != nullptr ? gEventAnswers->ask(message, buttons)
+                                  : ask_question(message, buttons);
+}
+
+bool QtDesktop::ask_text(const std::string &prompt, std::string &answer) {
+  return gEventAnswers != nullptr ? gEventAnswers->ask_text(prompt, answer)
+                                  : ask_line(prompt, answer);
+}
+
+void QtDesktop::message_box(const std::string &title, const std::string &text) {
+  gDesktopConsole.show();
+  if (gEventAnswers != nullptr)
+    gEventAnswers->message_box(title, text);
+  else
+    show_message(title, text);
+}
+
+namespace {
+
+// A command waits for characters while a script runs: the next answer is typed, as a line.
+void type_next_answer() {
+  const auto typed = gEventAnswers->typed();
+  if (!typed) {
+    interrupt_asked();
+    return;
+  }
+  gDesktop->set_typed_text(hControl, *typed + "\n");
+  text_changed(hControl);
+}
+
+} // namespace
+
+// Waits for something to happen, at most so long, and deals with everything that waits.
+void QtDesktop::pump(int milliseconds) {
+  if (milliseconds > 0 && gEventAnswers != nullptr) {
+    type_next_answer();
+  } else if (milliseconds > 0) {
+    QTimer wake;
+    wake.setSingleShot(true);
+    wake.start(milliseconds);
+    QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  }
+  QApplication::processEvents();
+}
+
+void QtDesktop::beep() {
+  QApplication::beep();
+}
+
+bool QtDesktop::save_bitmap(WindowId win, const std::string &file) {
+  const Window *window = find_window(win);
+  return window != nullptr &&
+         image_of(*window, 1)
+             .save(QFile::decodeName(file.c_str()), file.ends_with(".png") ? "PNG" : "BMP");
+}
+
+Rect QtDesktop::screen() {
+  const QSize size = frame().screen()->size();
+  return {0, 0, size.width(), size.height()};
+}
+
+Rect QtDesktop::work_area() {
+  const QSize size = frame().area()->viewport()->size();
+  return {0, 0, size.width(), size.height()};
+}
+
+void QtDesktop::quit() {
+  quit_ = true;
+  frame().let_close();
+  QApplication::quit();
+}
+
+} // namespace velora::qt

@@ -1,0 +1,18 @@
+// The events of mouse and keys over pictures, as the program takes them.
+#pragma once
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include "platform/input.h"
+
+namespace velora::qt {
+
+Modifiers held_keys(Qt::KeyboardModifiers held);
+// The mouse at `at`, in units of the picture.
+MouseEvent mouse_of(const QMouseEvent &event, MouseKind kind, Point at);
+// False when the key means nothing to a picture.
+bool key_of(const QKeyEvent &event, KeyEvent &key);
+
+} // namespace velora::qt

@@ -1,0 +1,127 @@
+// The clock of unsaved work. Whether anything changed is seen by a number made of what every change
+// moves: the clauses, the newest symbol, the stored pictures and the steps of the shown ones.
+#include "shell/recovery.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/symbols.h"
+#include "db/f_dbops.h"
+#include "db/recovery_file.h"
+#include "editor/history.h"
+#include "editor/model/wininfo.h"
+#include "platform/clock.h"
+#include "shell/picture_windows.h"
+
+namespace velora {
+
+namespace {
+
+constexpr std::int64_t kPause = 2000;
+constexpr std::int64_t kLatest = 10000;
+
+struct Recovery {
+  std::uint64_t seen = 0;         // what stood at the last look
+  std::int64_t first_change = -1; // of those that are not written; -1 for none
+  std::int64_t last_change = 0;
+  bool soon = false;
+  bool looked = false;
+};
+Recovery recovery;
+
+bool anything_unsaved() {
+  if (gSymbolTableChanged != 0 || gSegsChanged != 0)
+    return true;
+  for (const WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
+    if (wi->win != 0 && wi->clean == 0)
+      return true;
+  return false;
+}
+
+void mix(std::uint64_t &sum, std::uint64_t value) {
+  sum = (sum ^ value) * 0x100000001B3ULL;
+}
+
+std::uint64_t state_of_work() {
+  std::uint64_t sum = 0xCBF29CE484222325ULL;
+  mix(sum, gClauseChanges);
+  mix(sum, reinterpret_cast<std::uintptr_t>(Symbol_table));
+  mix(sum, static_cast<std::uint64_t>(gSymbolTableChanged) * 2 +
+               static_cast<std::uint64_t>(gSegsChanged));
+  for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next) {
+    mix(sum, static_cast<std::uint64_t>(wi->seg_ct) * 4 + static_cast<std::uint64_t>(wi->clean));
+    mix(sum, static_cast<std::uint64_t>(wi->cmpnt));
+    if (wi->win == 0)
+      continue;
+    const PictureHistory &history = history_of(wi);
+    mix(sum, history.done);
+    mix(sum, history.steps.size());
+  }
+  return sum;
+}
+
+void look(bool may_write) {
+  const std::int64_t now = now_ms();
+  if (const std::uint64_t state = state_of_work(); state != recovery.seen || !recovery.looked) {
+    recovery.seen = state;
+    recovery.looked = true;
+    recovery.last_change = now;
+    if (recovery.first_change < 0)
+      recovery.first_change = now;
+  }
+  if (recovery.first_change < 0)
+    return;
+  if (!anything_unsaved()) {
+    recovery.first_change = -1; // saved, or taken back to what is saved
+    recovery.soon = false;
+    return;
+  }
+  const bool due = recovery.soon || now - recovery.last_change >= kPause ||
+                   now - recovery.first_change >= kLatest;
+  if (!may_write || !due)
+    return;
+  recovery.first_change = -1;
+  recovery.soon = false;
+  write_work();
+}
+
+} // namespace
+
+void recovery_after_command() {
+  look(true);
+}
+
+void recovery_time_passed() {
+  look(true);
+}
+
+void recovery_soon() {
+  recovery.soon = true;
+}
+
+void show_recovered_pictures() {
+  // A record without a window that is not to be saved was shown: stored ones are.
+  std::vector<WinInfo *> shown;
+  for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
+    if (wi->win == 0 && wi->saved == 0)
+      shown.push_back(wi);
+  for (WinInfo *was : shown) {
+    WinInfo *wi = SetupNewWindow(was->wtype);
+    if (wi == nullptr)
+      return;
+    CopyWinInfo(was, wi);
+    if (wi->name.find_first_not_of(' ') == std::string::npos)
+      wi->name.clear(); // a file has no empty names
+    wi->saved = 0;
+    wi->clean = was->clean;
+    RemovePicture(was);
+    redraw_picture(wi);
+  }
+}
+
+void forget_recovery() {
+  recovery = Recovery{};
+}
+
+} // namespace velora

@@ -1,0 +1,22 @@
+// When unsaved work is written aside, so that a program that ends without being asked loses little:
+// two seconds after the last change while nothing runs, ten seconds after the first change that is
+// not written yet at the latest, and at once after a command that stores or removes. Called by the
+// entries of the window system; what is written, and the question at the next opening, is the
+// database's.
+#pragma once
+
+namespace velora {
+
+// A command has come to its end.
+void recovery_after_command();
+// Time has passed and nothing runs.
+void recovery_time_passed();
+// The next look at what changed writes at once.
+void recovery_soon();
+// Opens windows for the pictures that were shown when unsaved work was written, after it was taken
+// into memory.
+void show_recovered_pictures();
+// Forgets what was seen; between tests.
+void forget_recovery();
+
+} // namespace velora

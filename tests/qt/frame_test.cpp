@@ -1,0 +1,109 @@
+// The frame: which window commands act on, menus, titles, questions before something is lost.
+#include "qt/window_kit.h"
+
+#include <QAction>
+#include <QMdiArea>
+#include <QMenuBar>
+#include <QScreen>
+
+#include "shell/desk_events.h"
+#include "shell/qt/q_text.h"
+#include "shell/vel_wins.h"
+
+namespace velora {
+
+using kit::WindowTest;
+class FrameWindow : public WindowTest {};
+
+TEST_F(FrameWindow, MenuBarFollowsTheActiveWindow) {
+  const auto first_menus = [] {
+    std::string labels;
+    for (const QAction *menu : frame().menuBar()->actions())
+      labels += qt::narrow(menu->text()) + " ";
+    return labels;
+  };
+  EXPECT_TRUE(first_menus().starts_with("&File &Edit &Query &Windows ")) << first_menus();
+  choose(505);
+  EXPECT_TRUE(
+      first_menus().starts_with("&File &Edit Fea&tures F&ind Fi&lters Colo&ur "))
+      << first_menus();
+  EXPECT_EQ(previous, window("Function Network").id);
+  gDesktop->focus_window(hControl);
+  settle();
+  EXPECT_EQ(previous, hControl);
+  EXPECT_TRUE(first_menus().starts_with("&File &Edit &Query ")) << first_menus();
+}
+
+TEST_F(FrameWindow, WindowsHaveTheirTitlesAndPlaces) {
+  const QSize screen = frame().screen()->size();
+  EXPECT_EQ(window("CONTROL").sub->pos(), QPoint(30, screen.height() / 2));
+  choose(504);
+  const qt::Window &picture = window("Functions");
+  EXPECT_EQ(picture.sub->size(), QSize(450, 360));
+  choose(509);
+  choose(509);
+  EXPECT_EQ(windows_titled("Orvek [1 of 2]"), 1);
+  EXPECT_EQ(windows_titled("Orvek [2 of 2]"), 1);
+  EXPECT_EQ(window("Orvek [1 of 2]").sub->geometry(), QRect(10, 50, 350, 400));
+}
+
+TEST_F(FrameWindow, KeyOfACommandReachesIt) {
+  key(&console(), Qt::Key_Y, Qt::ControlModifier);
+  settle();
+  EXPECT_EQ(news(), "\nQUERY> ");
+  choose(504);
+  std::string message;
+  type_in_dialog("nosuch", &message);
+  key(window("Functions").view, Qt::Key_G, Qt::ControlModifier);
+  settle();
+  EXPECT_EQ(message, "Function Name?");
+  EXPECT_NE(news().find("Sorry! There is no picture of nosuch\n"), std::string::npos);
+}
+
+TEST_F(FrameWindow, UnsavedTextIsAskedForAndKeptByCancel) {
+  choose(509);
+  type(window("Orvek [1 of 1]").pane, "fdec");
+  std::string message;
+  press_in_dialog("Cancel", &message);
+  window("Orvek [1 of 1]").sub->close();
+  settle();
+  EXPECT_EQ(message, "Save Changes to: Orvek Code?");
+  EXPECT_EQ(window("Orvek [1 of 1]").pane->text(), "fdec");
+  press_in_dialog("Discard");
+  window("Orvek [1 of 1]").sub->close();
+  settle();
+  EXPECT_EQ(windows_titled("Orvek"), 0);
+}
+
+TEST_F(FrameWindow, MinimisedWindowGivesTheKeyboardAway) {
+  choose(509);
+  window("Orvek [1 of 1]").sub->showMinimized();
+  settle();
+  EXPECT_EQ(previous, hControl);
+}
+
+// A picture that a built-in shows does not take the keyboard from the console.
+TEST_F(FrameWindow, ShownWindowLeavesTheFocus) {
+  const Rect place{60, 40, 300, 240};
+  const WindowId win = gDesktop->create_window(kAnnotationWindow, "shown", place);
+  gDesktop->show_window(win);
+  settle();
+  EXPECT_EQ(previous, hControl);
+  EXPECT_TRUE(window("shown").sub->isVisible());
+  EXPECT_EQ(frame().area()->activeSubWindow(), window("CONTROL").sub);
+  type(frame().focusWidget(), "typed");
+  EXPECT_EQ(console().typed(), "typed");
+}
+
+TEST_F(FrameWindow, DatabaseIsOpenedSavedAndNamedInTheTitle) {
+  kit::write_file("own.ddb",
+                  "fdec\n twice ::= int -> int ;\n;\nfdef\n twice ?0 ::= * ?0 #2 ;\n;\n");
+  open_database("own.ddb");
+  settle();
+  query("twice #21;");
+  EXPECT_NE(news().find("#42\n"), std::string::npos);
+  EXPECT_TRUE(wait_for([] { return frame().windowTitle() == QLatin1String("Velora 4.7.4 - own"); }))
+      << qt::narrow(frame().windowTitle());
+}
+
+} // namespace velora

@@ -1,0 +1,104 @@
+// Pictures under the mouse and the keyboard: the events arrive at the units that they point to,
+// whatever is scrolled away and however large it is drawn.
+#include "qt/window_kit.h"
+
+#include <QPainter>
+#include <QScrollBar>
+
+#include "editor/model/records.h"
+#include "shell/command_numbers.h"
+#include "shell/picture_windows.h"
+#include "shell/qt/q_pictures.h"
+#include "shell/qt/q_text.h"
+#include "shell/vel_wins.h"
+
+namespace velora {
+
+using kit::WindowTest;
+
+class PictureWindow : public WindowTest {
+protected:
+  qt::PictureArea &open() {
+    choose(kCmdNewFunction);
+    return *window("Functions").view;
+  }
+  static void click(qt::PictureArea &view, Point unit) {
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.dot_at(unit).toPoint());
+    settle();
+  }
+  // The slot of the node with that label; 0 for none.
+  static int slot_of(const qt::PictureArea &view, const std::string &label) {
+    const WinInfo *wi = picture_of(view.id());
+    for (int slot = 1; wi != nullptr && slot < wi->seg_ments.slots(); ++slot)
+      if (wi->seg_ments[slot] != nullptr && wi->seg_ments[slot]->label == label)
+        return slot;
+    return 0;
+  }
+  // Places a function box by the tool and names it in its editor.
+  static int place_box(qt::PictureArea &view, Point at, const std::string &label) {
+    choose(kCmdAddFunctions);
+    click(view, at);
+    type(&view, label);
+    key(&view, Qt::Key_Return);
+    settle();
+    return slot_of(view, label);
+  }
+};
+
+TEST_F(PictureWindow, ABoxIsPlacedNamedAndTakenBack) {
+  qt::PictureArea &view = open();
+  const int slot = place_box(view, {200, 150}, "append");
+  ASSERT_NE(slot, 0);
+  EXPECT_TRUE(picture_of(view.id())->seg_ments[slot]->box().contains({200, 150}));
+  EXPECT_TRUE(enabled(kCmdUndo));
+  for (int i = 0; i < 3 && slot_of(view, "append") != 0; ++i)
+    key(&view, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(slot_of(view, "append"), 0);
+}
+
+TEST_F(PictureWindow, PointsAreTheSameScrolledAndZoomed) {
+  qt::PictureArea &view = open();
+  view.set_extent({-300, -100, 2000, 1500});
+  for (const double zoom : {0.5, 1.0, 1.75}) {
+    view.show_from({-120, 40}, zoom);
+    EXPECT_EQ(view.unit_at({0, 0}), (Point{-120, 40})) << zoom;
+    const Point there{300, 200};
+    EXPECT_EQ(view.unit_at(view.dot_at(there) + QPointF(zoom / 2, zoom / 2)), there) << zoom;
+  }
+}
+
+TEST_F(PictureWindow, WheelWithControlGrowsThePictureUnderThePointer) {
+  qt::PictureArea &view = open();
+  view.set_extent({0, 0, 2000, 1500});
+  const QPointF at(120, 90);
+  const Point before = view.unit_at(at);
+  QWheelEvent turn(at, view.viewport()->mapToGlobal(at), {}, {0, 120}, Qt::NoButton,
+                   Qt::ControlModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(view.viewport(), &turn);
+  EXPECT_GT(view.zoom(), 1.0);
+  EXPECT_NEAR(view.unit_at(at).x, before.x, 2);
+  EXPECT_NEAR(view.unit_at(at).y, before.y, 2);
+}
+
+TEST_F(PictureWindow, IsToldInWords) {
+  qt::PictureArea &view = open();
+  const int slot = place_box(view, {200, 150}, "append");
+  gDesktop->invalidate(view.id());
+  EXPECT_NE(view.accessibleDescription().indexOf(QStringLiteral("box %1 append").arg(slot)), -1)
+      << qt::narrow(view.accessibleDescription());
+  EXPECT_EQ(view.accessibleName(), window("Functions").sub->windowTitle());
+}
+
+// What is drawn reaches the screen: the middle of a box's upper rim is dark, beside it is paper.
+TEST_F(PictureWindow, IsDrawnWhereItStands) {
+  qt::PictureArea &view = open();
+  const int slot = place_box(view, {200, 150}, "append");
+  ASSERT_NE(slot, 0);
+  const Rect box = picture_of(view.id())->seg_ments[slot]->box();
+  const QImage shown = view.viewport()->grab().toImage();
+  const auto dot = [&](int x, int y) { return qGray(shown.pixel(view.dot_at({x, y}).toPoint())); };
+  EXPECT_LT(dot(box.left + box.width() / 4, box.top), 160);
+  EXPECT_EQ(dot(box.left - 30, box.top - 12), 255);
+}
+
+} // namespace velora

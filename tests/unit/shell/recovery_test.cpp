@@ -1,0 +1,132 @@
+// When unsaved work is written aside, and that shown pictures come back in windows.
+#include "shell/recovery.h"
+
+#include <filesystem>
+
+#include "core/symbols.h"
+#include "db/f_dbops.h"
+#include "db/recovery_file.h"
+#include "editor/edit.h"
+#include "kit/pictures.h"
+#include "platform/clock.h"
+#include "shell/picture_windows.h"
+#include "unit/shell/desk_kit.h"
+
+namespace velora {
+namespace {
+
+class RecoveryTest : public kit::DeskTest {
+protected:
+  void SetUp() override {
+    kit::DeskTest::SetUp();
+    folder_ = std::filesystem::temp_directory_path() / "velora_recovery_test";
+    std::filesystem::create_directories(folder_);
+    gDDB_basename = (folder_ / "mine").string();
+    gSymbolTableChanged = 0;
+    gSegsChanged = 0;
+    forget_recovery();
+    settle();
+  }
+  void TearDown() override {
+    gDDB_basename.clear();
+    forget_recovery();
+    std::filesystem::remove_all(folder_);
+    kit::DeskTest::TearDown();
+  }
+  static bool written() { return std::filesystem::exists(work_name(gDDB_basename)); }
+  static void forget_file() { std::filesystem::remove(work_name(gDDB_basename)); }
+  static void pass(int milliseconds) {
+    for (; milliseconds > 0; milliseconds -= 100) {
+      advance_clock(100);
+      recovery_time_passed();
+    }
+  }
+  // Looks at what stands, so that only later changes count.
+  static void settle() {
+    pass(12000);
+    forget_file();
+  }
+  static void draw(WinInfo *wi, int x) {
+    edit_picture(wi, "Draw", [&] {
+      kit::place_node(wi, kHexagon, kPlain, "int", {x, 200, x + 30, 220});
+    });
+  }
+
+private:
+  std::filesystem::path folder_;
+};
+
+TEST_F(RecoveryTest, WritesWhenTheUserPauses) {
+  WinInfo *wi = SetupNewWindow(kFunctionPicture);
+  settle();
+  pass(20000);
+  EXPECT_FALSE(written()) << "nothing changed";
+  draw(wi, 10);
+  recovery_after_command();
+  EXPECT_FALSE(written());
+  pass(1800);
+  EXPECT_FALSE(written());
+  pass(400);
+  EXPECT_TRUE(written());
+  forget_file();
+  pass(20000);
+  EXPECT_FALSE(written()) << "it stands written already";
+}
+
+TEST_F(RecoveryTest, WaitsNoLongerThanTenSeconds) {
+  WinInfo *wi = SetupNewWindow(kFunctionPicture);
+  settle();
+  for (int i = 0; i < 9; ++i) {
+    draw(wi, 10 * i);
+    recovery_after_command();
+    pass(1000);
+  }
+  EXPECT_FALSE(written()) << "one change after another";
+  draw(wi, 200);
+  recovery_after_command();
+  pass(1200);
+  EXPECT_TRUE(written());
+}
+
+TEST_F(RecoveryTest, WritesAtOnceAfterWhatIsAskedFor) {
+  WinInfo *wi = SetupNewWindow(kFunctionPicture);
+  settle();
+  draw(wi, 10);
+  recovery_soon();
+  recovery_after_command();
+  EXPECT_TRUE(written());
+}
+
+TEST_F(RecoveryTest, WritesNothingOfWhatIsSaved) {
+  WinInfo *wi = SetupNewWindow(kFunctionPicture);
+  settle();
+  draw(wi, 10);
+  recovery_after_command();
+  EXPECT_EQ(undo_step(wi), 1);
+  pass(20000);
+  EXPECT_FALSE(written());
+}
+
+TEST_F(RecoveryTest, ShowsWhatWasShown) {
+  kit::picture(" ", -1)->saved = 0; // a picture without a name, as files have it
+  WinInfo *was = kit::picture("f", 2);
+  kit::place_node(was, kHexagon, kPlain, "int", {10, 20, 30, 40});
+  was->saved = 0;
+  was->clean = 0;
+  WinInfo *stored = kit::picture("f", 0);
+  show_recovered_pictures();
+  std::vector<const WinInfo *> shown;
+  for (const WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
+    if (wi->win != 0)
+      shown.push_back(wi);
+  ASSERT_EQ(shown.size(), 2u);
+  EXPECT_EQ(shown[0]->name, "");
+  EXPECT_EQ(shown[1]->name, "f");
+  EXPECT_EQ(shown[1]->cmpnt, 2);
+  EXPECT_EQ(shown[1]->clean, 0);
+  EXPECT_EQ(shown[1]->seg_ct, 1);
+  EXPECT_EQ(stored->win, WindowId{0});
+}
+
+} // namespace
+} // namespace velora
