@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Runs case files through the terminal program and compares every byte it writes.
+"""Runs case files through the terminal program, or those with event scripts through the native
+desktop program, and compares every byte it writes.
 
 A case file is a script that a user would type with the answer in it; tests/README.md describes
 the format. Each case runs in an empty folder of its own, two at a time. The last line is
@@ -137,6 +138,9 @@ def run_program(case, program, folder, mode):
     env.update(HOME=folder, TERM="dumb", NO_COLOR="1", LC_ALL="C.UTF-8")
     env.setdefault("ASAN_OPTIONS", "detect_leaks=1:allocator_may_return_null=1")
     env.setdefault("UBSAN_OPTIONS", "print_stacktrace=1")
+    # A desktop program draws into memory; what the library of windows remarks is not its own.
+    env.setdefault("QT_QPA_PLATFORM", "offscreen")
+    env.update(XDG_RUNTIME_DIR=folder, QT_LOGGING_RULES="default.warning=false")
     for line in case.body("env").splitlines():
         key, _, value = line.partition("=")
         env[key] = value.replace("{BIN}", str(pathlib.Path(program).resolve().parent))

@@ -9,8 +9,8 @@ namespace velora {
 
 namespace {
 
-// Commands without a function belong to the editing of pictures; they stand greyed in the menus.
-constexpr int (*kLater)() = nullptr;
+// Kept: there is nothing to prefer, so this one has no function and stands grey in the menus.
+constexpr int (*kNoAction)() = nullptr;
 
 // clang-format off
 constexpr MenuCommand kRows[] = {
@@ -54,7 +54,7 @@ constexpr MenuCommand kRows[] = {
     {kCmdIncreaseSpace, kAllBars, "&Increase Query Space", "", kMarkedOutside, IncreaseSpaceCommand},
     {kCmdDecreaseSpace, kAllBars, "&Decrease Query Space", "", kMarkedOutside, DecreaseSpaceCommand},
     {kCmdResetSpace, kAllBars, "&Reset Query Space", "", kMarkedOutside, ResetSpaceCommand},
-    {kCmdPreferences, kAllBars, "&Preferences...", "", kNothing, kLater},
+    {kCmdPreferences, kAllBars, "&Preferences...", "", kNothing, kNoAction},
 
     {kCmdCommit, kAllBars, "&Commit...", "Ctrl+T", kCommittable, CommitCommand},
     {kCmdNewConstructors, kAllBars, "Constructors", "", kNothing, NewConstructorsCommand},

@@ -40,10 +40,6 @@ ConsolePane::ConsolePane(WindowId id, WindowKind kind) : TextPane(id, kind) {
   setUndoRedoEnabled(false); // of what was typed changes are taken back here
   setCursorWidth(2);
   viewport()->setMouseTracking(true);
-  connect(document(), &QTextDocument::contentsChange, this, [this](int, int removed, int added) {
-    if (!own_change_ && removed + added > 0)
-      guarded([this] { user_changed(); });
-  });
 }
 
 void ConsolePane::set_text(std::string_view text) {
@@ -148,18 +144,9 @@ QString ConsolePane::whole_line(int position) const {
 
 // --- changes of the user -------------------------------------------------------------------------
 
-// Telling the program waits until the control has finished with the key.
 void ConsolePane::user_changed() {
   remember_typed();
-  if (change_told_)
-    return;
-  change_told_ = true;
-  QTimer::singleShot(0, this, [this] {
-    guarded([this] {
-      change_told_ = false;
-      text_changed(id());
-    });
-  });
+  TextPane::user_changed();
 }
 
 void ConsolePane::remember_typed() {

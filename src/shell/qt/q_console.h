@@ -23,6 +23,7 @@ public:
 protected:
   [[nodiscard]] int program_end() const override { return mark_; }
   void front_dropped(int dropped) override { mark_ -= dropped; }
+  void user_changed() override;
   void keyPressEvent(QKeyEvent *event) override;
   void inputMethodEvent(QInputMethodEvent *event) override;
   void mousePressEvent(QMouseEvent *event) override;
@@ -49,7 +50,6 @@ private:
   bool keep_old_text(bool before_caret);
   [[nodiscard]] QString whole_line(int position) const;
   [[nodiscard]] int caret_in_typed() const { return textCursor().position() - mark_; }
-  void user_changed();
   void remember_typed();
   void undo_typed();
   void show_typed(const Typed &typed);
@@ -58,7 +58,6 @@ private:
   int mark_ = 0;
   std::vector<Typed> undo_;
   Typed shown_; // as it was after the last change
-  bool change_told_ = false;
   bool restoring_ = false;
 };
 

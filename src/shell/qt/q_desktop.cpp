@@ -60,11 +60,7 @@ TextPane *make_pane(WindowId id, WindowKind kind) {
     return new ConsolePane(id, kind);
   if (kind == kOrvekWindow)
     return new CodePane(id, kind);
-  auto *pane = new TextPane(id, kind);
-  pane->setReadOnly(kind == kNarrativeWindow);
-  if (kind == kNarrativeWindow)
-    pane->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  return pane;
+  return new TextPane(id, kind);
 }
 
 QWidget *inside_of(const Window &window) {
@@ -74,6 +70,15 @@ QWidget *inside_of(const Window &window) {
 // How much larger a sub-window is than what is inside.
 QSize frame_size(const Window &window) {
   return window.sub->sizeHint() - inside_of(window)->sizeHint();
+}
+
+// Where a sub-window stands. While a script runs the inside of a picture is as large as its window
+// is meant to be: what is drawn there shall stand in the same place on every desktop.
+QRect dots_of(const Window &window, const Rect &place) {
+  QRect dots = in_dots(place);
+  if (gEventAnswers != nullptr && shows_picture(window.kind))
+    dots.setSize(dots.size() + frame_size(window));
+  return dots;
 }
 
 } // namespace
@@ -93,9 +98,9 @@ WindowId QtDesktop::create_window(WindowKind kind, const std::string &title, con
   window->sub->setAttribute(Qt::WA_DeleteOnClose, false);
   frame().area()->addSubWindow(window->sub);
   set_title(window->id, title);
-  QRect dots = in_dots(place);
+  QRect dots = dots_of(*window, place);
   if (kind == kGraphicsWindow && !usual_size(kind, place))
-    dots.setSize(dots.size() + frame_size(*window));
+    dots.setSize(dots.size() + frame_size(*window)); // the inside was asked for
   window->sub->setGeometry(dots);
   enter_window(window->id, kind);
   return window->id;
@@ -128,7 +133,7 @@ void QtDesktop::place_window(WindowId win, const Rect &place) {
     return;
   if (window->sub->isMinimized() || window->sub->isMaximized())
     window->sub->showNormal();
-  window->sub->setGeometry(in_dots(place));
+  window->sub->setGeometry(dots_of(*window, place));
   window->sub->raise();
 }
 

@@ -41,6 +41,7 @@ bool save_frame(Program &program, const std::string &file) {
 }
 
 int run(const Options &options) {
+  gNotes = options.notes ? 1 : 0;
   Program program(options.lib_dir);
   // Where no one manages windows, they are as large as they are made.
   program.window().setGeometry(program.window().screen()->availableGeometry());

@@ -22,6 +22,8 @@ bool read_options(const std::vector<std::string> &words, Options &options, std::
       only_names = true;
     } else if (!only_names && (word == "--help" || word == "-h")) {
       options.help = true;
+    } else if (!only_names && word == "--no-notes") {
+      options.notes = false;
     } else if (!only_names && word == "--version") {
       options.version = true;
     } else if (!only_names && word.starts_with("-") && word != "-") {
@@ -41,6 +43,7 @@ const char *usage_text() {
   return "Use: velora-desktop [options] [DATABASE]\n"
          "  --events FILE          run a script of events in the windows, then end\n"
          "  --screenshot FILE.png  save a picture of the frame, then end\n"
+         "  --no-notes             leave out the lines of help beside messages\n"
          "  --lib DIR              where bis.fdb, sys.fdb and user.fdb are\n"
          "  --help, --version\n";
 }

@@ -11,6 +11,7 @@ struct Options {
   std::string lib_dir;
   std::string events;     // a script of events to run
   std::string screenshot; // the file that the frame is saved in before the program ends
+  bool notes = true;
   bool help = false;
   bool version = false;
 };

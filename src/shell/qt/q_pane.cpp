@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QTextBlock>
+#include <QTimer>
 
 #include <algorithm>
 #include <memory>
@@ -65,6 +66,23 @@ TextPane::TextPane(WindowId id, WindowKind kind) : id_(id), kind_(kind) {
   setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   connect(this, &QPlainTextEdit::cursorPositionChanged, this,
           [this] { guarded([this] { show_marks(); }); });
+  connect(document(), &QTextDocument::contentsChange, this, [this](int, int removed, int added) {
+    if (!own_change_ && removed + added > 0)
+      guarded([this] { user_changed(); });
+  });
+}
+
+// Telling the program waits until the control has finished with the key.
+void TextPane::user_changed() {
+  if (change_told_)
+    return;
+  change_told_ = true;
+  QTimer::singleShot(0, this, [this] {
+    guarded([this] {
+      change_told_ = false;
+      text_changed(id());
+    });
+  });
 }
 
 int TextPane::program_end() const {
@@ -132,6 +150,7 @@ void TextPane::append(std::string_view text, const std::vector<TextRange> &stand
   }
   insert_shown(at, text.substr(done), plain_format());
   whole.endEditBlock();
+  document()->clearUndoRedoStacks(); // the user takes back what the user typed, nothing else
 }
 
 // Soft breaks do not count as characters to keep, but as characters that went.

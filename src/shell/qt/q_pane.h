@@ -89,6 +89,9 @@ protected:
   void focusInEvent(QFocusEvent *event) override;
   void dragEnterEvent(QDragEnterEvent *event) override;
 
+  // The user has changed the text.
+  virtual void user_changed();
+
   bool own_change_ = false; // the program changes the text, not the user
 
 private:
@@ -97,6 +100,7 @@ private:
   WindowId id_;
   WindowKind kind_;
   int usual_size_ = 0;
+  bool change_told_ = false;
   Completion *completion_ = nullptr; // made when it is first asked for
 };
 
