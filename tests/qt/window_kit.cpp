@@ -42,6 +42,9 @@ qt::Program &program() {
     auto *made = new qt::Program(VELORA_SOURCE_DIR "/lib");
     made->window().resize(1000, 740);
     made->window().show();
+    // On a screen where no one manages windows none gets the keyboard unless it asks.
+    made->window().activateWindow();
+    QTest::qWaitForWindowActive(&made->window());
     EXPECT_EQ(made->start(""), 1);
     return made;
   }();
