@@ -147,7 +147,7 @@ def check_prompt_key(program, home, _):
     t.say("no such thing", "thing")
     t.say("\x03", "QUERY> ")
     t.say("+ #2 #2 ;\n", "#4\nQUERY> ")
-    t.say("+ #2\n", "     > ")
+    t.say("+ #2\n", "   ; > ")
     t.say("\x03", "QUERY> ")
     t.say("+ #3 #3 ;\n", "#6\nQUERY> ")
     assert t.leave() == 0, "status"
@@ -216,7 +216,7 @@ def check_time(program, home, _):
     t = start(program, home)
     t.say(":time on\n", "QUERY> ")
     time.sleep(1.5)
-    t.say("+ #1\n", "     > ")
+    t.say("+ #1\n", "   ; > ")
     time.sleep(1.5)
     t.say("#2 ;\n", " seconds)")
     seconds = float(re.search(r"(\S+) seconds", t.seen()).group(1))

@@ -155,7 +155,7 @@ def run_program(case, program, folder, mode):
     elif "plain" in options:  # run without --batch
         options.remove("plain")
     else:
-        options = ["--batch"] + options
+        options = ["--batch", "--notes", "messages"] + options
     return subprocess.run([program, *options], input=decode(case.argument("input"), case.body("input")),
                           stdout=subprocess.PIPE, stderr=subprocess.PIPE, cwd=folder, env=env,
                           timeout=300 if mode.stress else 120, check=False)

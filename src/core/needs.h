@@ -16,6 +16,15 @@ namespace velora {
 // Defined by eval/evaluate.
 int evaluate(node *root);
 
+// What the printing of a query's answer tells of terms that no rule reduced, for the notes beside
+// the answer: its beginning, the whole answer when it stays as it is, each call with its last
+// argument apart (which `last_stays` in turn or not), its end. Nothing is evaluated or kept.
+// Defined by shell/answer_notes.
+void begin_answer();
+void whole_answer_stays(const node *root);
+void call_stays(const node *function_part, const node *last, bool last_stays);
+void end_answer();
+
 // Removes a symbol from the table under the rules for dependants; 1 when removed, 0 when refused.
 // Defined by db/removal.
 int remove_symbol(symbol *sym);

@@ -49,36 +49,15 @@ std::string number_text(const node *n) {
   }
 }
 
-} // namespace
-
-int print_spine() {
-  if (Query_root == nullptr)
-    return 1;
-  PrintingQuery printing;
-  evaluate(Query_root);
-  print_out(&Query_root);
-  if (queries_printing == 1) {
-    Query_root = nullptr;
-    free_eval_roots();
-    garbage_collect();
-    free_retired();
-  }
-  return 1;
-}
-
-int print(node *root) {
-  check_stack();
-  evaluate(root);
-  node *at = root;
-  print_out(&at);
-  return 1;
-}
-
-void print_out(node **p) {
+// Prints the term at `*p`, advancing `*p` along its right spine. `stays` tells that no rule applied
+// to the term. Of such a term the function part is held until the last argument has been evaluated,
+// so that both can be looked at together; what was printed of a list is still let go at once.
+void print_term(node **p, bool stays) {
   bool inlist = false;
   std::size_t brackets = 0;
   while (is_apply(*p)) {
     CheckForUserEvents(0);
+    Root held;
     if (part_of_list(*p) != 0) {
       if (!inlist)
         orvek_print("[ ");
@@ -89,11 +68,15 @@ void print_out(node **p) {
       orvek_print("( ");
       print_args(own_function_part(*p));
       ++brackets;
+      if (stays)
+        held = (*p)->val.a.a1;
     }
     *p = (*p)->val.a.a2;
     if (*p == nullptr)
       break;
-    evaluate(*p);
+    stays = evaluate(*p) == 0;
+    if (held.get() != nullptr)
+      call_stays(held, *p, stays);
   }
   if (inlist && *p != nullptr && is_named(*p, "nil"))
     orvek_print("]");
@@ -101,6 +84,40 @@ void print_out(node **p) {
     print_node(*p);
   for (; brackets > 0; --brackets)
     orvek_print(")");
+}
+
+} // namespace
+
+int print_spine() {
+  if (Query_root == nullptr)
+    return 1;
+  PrintingQuery printing;
+  if (queries_printing == 1)
+    begin_answer();
+  const int reduced = evaluate(Query_root);
+  if (reduced == 0 && queries_printing == 1)
+    whole_answer_stays(Query_root);
+  print_term(&Query_root, reduced == 0);
+  if (queries_printing == 1) {
+    Query_root = nullptr;
+    free_eval_roots();
+    garbage_collect();
+    free_retired();
+    end_answer();
+  }
+  return 1;
+}
+
+int print(node *root) {
+  check_stack();
+  const bool stays = evaluate(root) == 0;
+  node *at = root;
+  print_term(&at, stays);
+  return 1;
+}
+
+void print_out(node **p) {
+  print_term(p, false);
 }
 
 void print_args(node *root) {

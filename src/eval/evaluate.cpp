@@ -173,7 +173,7 @@ int reduce(node *root, node **mark) {
 int run_evaluation(node *root) {
   if (++Evaluates >= gNestingLimit) [[unlikely]] {
     Evaluates = 0;
-    error_exit("Too many nested calls within the Query\n");
+    error_exit(kTooNested);
   }
   if (Evaluates > gDeepest) [[unlikely]]
     gDeepest = Evaluates;

@@ -12,6 +12,7 @@ namespace velora {
 // "Too many nested calls within the Query\n".
 extern int Evaluates;
 extern int gNestingLimit;
+inline constexpr char kTooNested[] = "Too many nested calls within the Query\n";
 inline constexpr int kDefaultNesting = 120;
 inline constexpr int kMostNesting = 10000;
 

@@ -4,11 +4,14 @@
 
 #include "front/brackets.h"
 #include "front/cint.h"
+#include "front/notes.h"
 #include "front/parse.h"
 #include "front/parser.h"
 #include "front/pexpr.h"
 #include "front/putils.h"
+#include "front/query_start.h"
 #include "front/source.h"
+#include "front/type_check.h"
 
 namespace velora {
 
@@ -33,6 +36,7 @@ const char *expression_fault() {
 int p_console_query() {
   const int errors = gParseErrors;
   pp_begin_record();
+  const QueryStart start;
   Tree term(p_expression(0));
   std::string text = pp_take_record();
   const char *fault = expression_fault();
@@ -43,10 +47,11 @@ int p_console_query() {
   if (!term) {
     if (errors == gParseErrors)
       fail_silently();
-    return 0;
+    return start.failed();
   }
   if (p_end() == 0)
-    return 0;
+    return start.failed();
+  check_query(term.get());
   gQuery = std::move(text);
   return run_query(std::move(term));
 }

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "front/notes.h"
+#include "front/putils.h"
 #include "front/source.h"
 #include "platform/response.h"
 
@@ -81,9 +83,9 @@ void take_name(char *counted_from) {
   pp_token = keyword_or_name({pp_start, static_cast<std::size_t>(pp_len)});
 }
 
-// Reads a decimal integer with leading space and a sign; false when there is none. A number beyond
-// 32 bits becomes the nearest one that fits, with a note.
-bool read_int(const char *p, int &value) {
+// Reads a decimal integer with leading space and a sign and moves `p` behind it; false when there
+// is none. A number beyond 32 bits becomes the nearest one that fits, with a note.
+bool read_int(const char *&p, int &value) {
   while (is_space(*p))
     ++p;
   const bool negative = *p == '-';
@@ -105,8 +107,9 @@ bool read_int(const char *p, int &value) {
   return true;
 }
 
-// Reads a decimal real with leading space and a sign; false when there is none.
-bool read_real(const char *p, float &value) {
+// Reads a decimal real with leading space and a sign and moves `p` behind it; false when there is
+// none.
+bool read_real(const char *&p, float &value) {
   while (is_space(*p))
     ++p;
   if (*p == '+' && p[1] != '-')
@@ -117,26 +120,56 @@ bool read_real(const char *p, float &value) {
   const std::from_chars_result r = std::from_chars(p, end, value);
   if (r.ec == std::errc::result_out_of_range)
     value = std::strtof(std::string(p, r.ptr).c_str(), nullptr);
+  p = r.ptr;
   return r.ec != std::errc::invalid_argument;
 }
 
-// Finishes an integer literal or variable: two characters, then up to the end of the number.
-void take_number(Token token) {
+// What a person wrote, in a file or at the console; statements that the system itself feeds have
+// nobody to be told.
+bool written_by_a_person() {
+  return gReading.skipping == 0 && (pp_file != nullptr || reading_console());
+}
+
+// Tells what a literal swallowed that is no part of its number: the number ends at `end`, the
+// literal at pp_pos.
+void note_swallowed(const char *end) {
+  if (end >= pp_pos || !written_by_a_person())
+    return;
+  const std::string number(static_cast<const char *>(pp_start), end);
+  const std::string swallowed(end, static_cast<const char *>(pp_pos));
+  const std::string whole = number + swallowed;
+  const std::size_t more = swallowed.find_first_not_of("0123456789", 1);
+  if (swallowed.find('\t') != std::string::npos)
+    advise(Note::tab_swallowed, {number + "<tab>...", number});
+  else if (*pp_start == '#' && swallowed[0] == '.' && swallowed.size() > 1 &&
+           more == std::string::npos)
+    advise(Note::point_in_integer, {whole, number, whole.substr(1)});
+  else
+    advise(Note::swallowed, {whole, number});
+}
+
+// Finishes an integer literal or variable: two characters, then up to the end of the number, which
+// itself ends at `end`.
+void take_number(Token token, const char *end) {
   pp_pos = skip_to(pp_pos + 2, kEndsInteger);
   pp_len = static_cast<int>(pp_pos - pp_start);
   pp_token = token;
+  note_swallowed(end);
 }
 
 void take_literal() {
   if (pp_pos[1] != 'r') {
-    if (read_int(pp_pos + 1, pp_int_val))
-      take_number(kTokInteger);
+    const char *end = pp_pos + 1;
+    if (read_int(end, pp_int_val))
+      take_number(kTokInteger, end);
     return;
   }
-  if (read_real(pp_pos + 2, pp_real_val)) {
+  const char *end = pp_pos + 2;
+  if (read_real(end, pp_real_val)) {
     pp_pos = skip_to(pp_pos + 2, kEndsReal);
     pp_len = static_cast<int>(pp_pos - pp_start);
     pp_token = kTokRealLit;
+    note_swallowed(end);
     return;
   }
   // Kept: the recorded length of such a name is one short of its text.
@@ -159,6 +192,8 @@ void take_string() {
     *end = '\0';
   } else {
     pp_open_string = 1;
+    if (written_by_a_person())
+      note_open_text();
     if (pp_len > 1)
       end[-1] = '\0';
   }
@@ -204,8 +239,8 @@ void take_by_first_character() {
       take_symbol(kTokDefine, 3);
     return;
   case '?':
-    if (read_int(p + 1, pp_int_val))
-      take_number(kTokVariable);
+    if (read_int(++p, pp_int_val))
+      take_number(kTokVariable, p);
     return;
   default:
     return;

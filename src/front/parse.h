@@ -82,6 +82,8 @@ struct Tokenizer {
   int statement_open = 0;
   // Non-zero when a string literal of the current statement lacked its closing quote.
   int open_string = 0;
+  // Non-zero while a faulty statement is skipped: nothing is told of what stands in it.
+  int skipping = 0;
 
   // The text of the file that is read, and how much of it was; null while text comes from the
   // command buffer or the console.

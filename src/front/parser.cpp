@@ -8,12 +8,17 @@
 #include "core/events.h"
 #include "core/print.h"
 #include "core/space.h"
+#include "front/notes.h"
 #include "front/parse.h"
 #include "front/pdecs.h"
 #include "front/pexpr.h"
 #include "front/pfdef.h"
 #include "front/putils.h"
+#include "front/query_start.h"
+#include "front/section.h"
+#include "front/type_check.h"
 #include "platform/response.h"
+#include "platform/trust.h"
 
 namespace velora {
 
@@ -31,14 +36,21 @@ int fdec_statement() {
 
 // The statements up to an empty one or the end of the source. A failed one is skipped.
 int p_section(const char *prompt, int (*statement)()) {
+  const Section section;
   for (;;) {
     pprintf(prompt);
-    if (pp_get_token() == kTokEnd)
+    if (pp_get_token() == kTokEnd) {
+      if (pp_at_end != 0)
+        section.note_unclosed();
       return 1;
+    }
     CheckForUserEvents(84);
     forget_noted_place();
-    if (statement() == 0)
+    const SectionStatement begun(section);
+    if (statement() == 0) {
+      begun.note_misplaced();
       process_error();
+    }
   }
 }
 
@@ -59,6 +71,13 @@ int p_listing() {
   return 1;
 }
 
+// Says that a file goes on behind the empty statement that ends its reading. A database ends with
+// one, and its reader tells what it could not read.
+void note_unread_rest() {
+  if (pp_at_end == 0 && pp_file != nullptr && DatabaseReading::depth == 0 && pp_rest_of_file())
+    advise(Note::rest_unread, {std::to_string(pp_line_number()), pp_source_name()});
+}
+
 // Counts the queries that run within each other.
 struct RunningQuery {
   inline static int depth = 0;
@@ -71,8 +90,10 @@ struct RunningQuery {
 int parse() {
   for (;;) {
     pprintf("\nQUERY>");
-    if (pp_get_token() == kTokEnd)
+    if (pp_get_token() == kTokEnd) {
+      note_unread_rest();
       return 1;
+    }
     CheckForUserEvents(84);
     if (gProgressDots != 0)
       DisplayResponse(" .");
@@ -103,14 +124,18 @@ int p_command() {
 
 Tree p_query_term() {
   const int errors = gParseErrors;
+  const QueryStart start;
   Tree term(p_expression(0));
   if (!term) {
     if (errors == gParseErrors)
       fail_silently();
+    start.failed();
     return term;
   }
-  if (p_end() == 0)
+  if (p_end() == 0) {
+    start.failed();
     term.reset();
+  }
   return term;
 }
 
@@ -129,6 +154,7 @@ int p_query() {
   Tree term = p_query_term();
   if (!term)
     return 0;
+  check_query(term.get());
   if (pp_file == nullptr)
     return run_query(std::move(term));
   end_answer_line();

@@ -10,8 +10,10 @@
 #include "core/needs.h"
 #include "core/symbols.h"
 #include "core/trees.h"
+#include "front/notes.h"
 #include "front/parse.h"
 #include "front/putils.h"
+#include "front/source.h"
 #include "platform/response.h"
 
 namespace velora {
@@ -111,8 +113,11 @@ bool is_constant_type(const top_node *types, symbol **sort) {
 
 int read_types(Declaration &d) {
   d.types.reset(p_tspecs(&d.arrows));
-  if (!d.types)
-    return report_error(d.name, "type specification");
+  if (!d.types) {
+    report_error(d.name, "type specification");
+    note_invalid_type();
+    return 0;
+  }
   symbol *sort = nullptr;
   if (!d.function && is_constant_type(d.types.get(), &sort) && sort->stype == kBuiltinEnum)
     return report_error(d.name, "no more Constructors of this type");
@@ -121,10 +126,21 @@ int read_types(Declaration &d) {
   return 1;
 }
 
+std::size_t clauses_of(const func_block *fc) {
+  std::size_t count = 0;
+  for (const defs_link *group = fc->defs; group != nullptr; group = group->next)
+    for (const rhs_link *clause = group->defs; clause != nullptr; clause = clause->next)
+      ++count;
+  return count;
+}
+
 // The same signature again: a function loses its clauses, a constructor stays as it is.
 void declare_again(symbol *s) {
   if ((s->stype & kFunctionBit) == 0)
     return;
+  // A file that is read again goes on with the clauses; who types is told.
+  if (s->b.fc->defs != nullptr && reading_console())
+    advise(Note::clauses_lost, {s->name, counted(clauses_of(s->b.fc), "clause")});
   free_function_defs(s->b.fc);
   s->b.fc->max_var = -1;
 }
@@ -199,7 +215,9 @@ int p_tdec() {
   case kTokNonlex:
     return give_enum_kind(s, kNonlexType);
   default:
-    return report_error(name, "meta type symbol");
+    report_error(name, "meta type symbol");
+    advise(Note::values_of_type, {name, pp_token == kTokName ? pp_start : "VALUE", name});
+    return 0;
   }
 }
 

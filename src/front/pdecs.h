@@ -19,5 +19,7 @@ int p_f_or_c_dec(int dec_token);
 // A specification; `arity` receives its number of arrows. The caller owns the tree
 // (free_type_tree). Null after "Invalid tspec\n".
 top_node *p_tspecs(int *arity);
+// A note on why the type that was read last is none, for who reports it.
+void note_invalid_type();
 
 } // namespace velora

@@ -12,13 +12,16 @@
 #include "core/symbols.h"
 #include "core/walks.h"
 #include "front/clause_index.h"
+#include "front/clause_notes.h"
 #include "front/comb.h"
 #include "front/hold.h"
+#include "front/notes.h"
 #include "front/parse.h"
 #include "front/pexpr.h"
 #include "front/plhs.h"
 #include "front/putils.h"
 #include "front/source.h"
+#include "front/type_check.h"
 
 namespace velora {
 
@@ -150,8 +153,11 @@ symbol *clause_function() {
     return s;
   if (s != nullptr && (s->stype & kBuiltinBit) != 0 && (s->stype & kFunctionBit) != 0)
     report_error("built-in", "user-defined function name");
-  else
+  else {
     report_error(pp_start, "declared function name");
+    if (s == nullptr && pp_token == kTokName && definition_follows())
+      advise(Note::declare_first, {pp_start});
+  }
   return nullptr;
 }
 
@@ -193,16 +199,26 @@ int p_f_def() {
   if (!reading_console())
     pprintf(name.c_str());
   Tree lhs(p_expression(0));
-  if (!lhs)
-    return report_error(name, "decent lhs");
-  if (pp_token != kTokDefine)
-    return report_error(name, "::=");
+  if (!lhs) {
+    report_error(name, "decent lhs");
+    if (pp_token == kTokName && find_symbol(pp_start, 0) == nullptr)
+      advise(Note::pattern_variable, {name});
+    return 0;
+  }
+  if (pp_token != kTokDefine) {
+    report_error(name, "::=");
+    if (measure(lhs.get()).max_var >= 0)
+      advise(Note::sign_missing);
+    return 0;
+  }
   pp_get_token();
   Tree rhs(p_expression(0));
   if (!rhs)
     return report_error(name, "decent rhs");
   if (p_end() == 0)
     return 0;
+  note_clause(s->b.fc, lhs.get(), rhs.get());
+  check_clause(lhs.get(), rhs.get());
   return add_defs(s->b.fc, s->stype == kDbFunction, lhs.release(), rhs.release(), 1);
 }
 

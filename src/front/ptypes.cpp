@@ -6,6 +6,7 @@
 #include "core/events.h"
 #include "core/symbols.h"
 #include "core/trees.h"
+#include "front/notes.h"
 #include "front/parse.h"
 #include "front/pdecs.h"
 #include "platform/response.h"
@@ -45,6 +46,7 @@ private:
     types_.back() = make();
   }
   void report_invalid() const;
+  void keep_fault() const;
   top_node *take() {
     top_node *t = types_.back();
     types_.pop_back();
@@ -133,6 +135,43 @@ void TypeParser::report_invalid() const {
       BeepMsge("Invalid tspec\n", 1);
 }
 
+// What a programmer of other languages calls a basic type.
+const char *type_meant(const std::string &word) {
+  constexpr const char *kMeant[][2] = {
+      {"string", "str"},   {"String", "str"},     {"Str", "str"},    {"text", "str"},
+      {"integer", "int"},  {"Integer", "int"},    {"Int", "int"},    {"number", "int"},
+      {"Char", "char"},    {"character", "char"}, {"float", "real"}, {"Float", "real"},
+      {"double", "real"},  {"Double", "real"},    {"Real", "real"},  {"Bool", "bool"},
+      {"boolean", "bool"}, {"Boolean", "bool"},   {"List", "list"}};
+  for (const auto &row : kMeant)
+    if (word == row[0])
+      return row[1];
+  return nullptr;
+}
+
+// What the last invalid type lacks, until it is told.
+struct TypeFault {
+  Note which = Note::count;
+  std::vector<std::string> words;
+};
+TypeFault fault;
+
+// Keeps what the token is that is no type here.
+void TypeParser::keep_fault() const {
+  const bool is_argument = !open_.empty() && open_.back().op != nullptr;
+  const symbol *s = pp_token == kTokName
+                        ? find_symbol(pp_str_val, static_cast<std::size_t>(pp_str_len))
+                        : nullptr;
+  if (s != nullptr && (s->stype & kTypeNameBit) != 0)
+    fault = {Note::type_in_brackets, {}};
+  else if (pp_token == kTokName && type_meant(pp_start) != nullptr)
+    fault = {Note::type_meant, {pp_start, type_meant(pp_start)}};
+  else if (pp_token == kTokName)
+    fault = {Note::unknown_type, {pp_start}};
+  else if (is_argument)
+    fault = {Note::type_arguments, {open_.back().op->name, counted(open_.back().wanted, "type")}};
+}
+
 // Reads until the outermost construct is complete. The types of an open specification stay on the
 // stack.
 bool TypeParser::run() {
@@ -160,9 +199,11 @@ bool TypeParser::run() {
 }
 
 top_node *TypeParser::specification(int *arity) {
+  fault = TypeFault{};
   open_.push_back({nullptr, 0, 0});
   if (!run()) {
     report_invalid();
+    keep_fault();
     return nullptr;
   }
   *arity = static_cast<int>(types_.size()) - 1;
@@ -175,6 +216,12 @@ top_node *TypeParser::specification(int *arity) {
 }
 
 } // namespace
+
+void note_invalid_type() {
+  if (fault.which != Note::count)
+    advise(fault.which, fault.words);
+  fault = TypeFault{};
+}
 
 top_node *p_tspecs(int *arity) {
   return TypeParser().specification(arity);

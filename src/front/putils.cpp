@@ -8,6 +8,7 @@
 #include "core/events.h"
 #include "core/symbols.h"
 #include "front/cint.h"
+#include "front/notes.h"
 #include "front/parse.h"
 #include "front/source.h"
 #include "platform/response.h"
@@ -32,30 +33,13 @@ struct Place {
 };
 Place noted;
 
-// Quotes the part of `line` around `at`, with a mark under it.
-void show_excerpt(const std::string &line, std::size_t at) {
-  std::size_t from = 0;
-  std::size_t to = line.size();
-  if (line.size() > kExcerpt) {
-    from = at > kExcerpt / 2 ? at - kExcerpt / 2 : 0;
-    to = std::min(line.size(), from + kExcerpt);
-    while (from > 0 && continues_character(line[from]))
-      --from;
-    while (to < line.size() && continues_character(line[to]))
-      ++to;
-  }
-  std::string quoted = from > 0 ? "..." : "";
-  std::string mark(quoted.size(), ' ');
-  for (std::size_t i = from; i < to; ++i) {
-    const bool control = static_cast<unsigned char>(line[i]) < ' ' && line[i] != '\t';
-    quoted += control ? ' ' : line[i];
-    if (i < at && !continues_character(line[i]))
-      mark += line[i] == '\t' ? '\t' : ' ';
-  }
-  if (to < line.size())
-    quoted += "...";
-  show_note(std::string(kMargin) + quoted);
-  show_note(std::string(kMargin) + mark + "^");
+// Names the place of column `at` of the current line, whose text is `line`, and marks it.
+void show_place(const std::string &line, std::size_t at) {
+  if (pp_source_name().empty())
+    show_note("note: here");
+  else
+    show_note("note: " + pp_place(count_characters(std::string_view(line).substr(0, at)) + 1));
+  show_excerpt(line, at);
 }
 
 // Shows where the current token stands, once for each token.
@@ -71,12 +55,14 @@ void note_place() {
   if (place == noted)
     return;
   noted = place;
-  if (place.source.empty())
-    show_note("note: here");
-  else
-    show_note("note: " + pp_place(count_characters(std::string_view(line).substr(0, at)) + 1));
-  show_excerpt(line, at);
+  show_place(line, at);
 }
+
+// While one is in scope a faulty statement is skipped.
+struct Skipping {
+  Skipping() { gReading.skipping = 1; }
+  ~Skipping() { gReading.skipping = 0; }
+};
 
 bool is_digit(char c) {
   return c >= '0' && c <= '9';
@@ -122,6 +108,46 @@ bool is_operator(const std::string &name) {
   return s != nullptr && (s->stype & kFunctionBit) != 0;
 }
 
+} // namespace
+
+const char *command_meant(const std::string &word) {
+  if (word == "help" || word == "?")
+    return ":help";
+  return word == "quit" || word == "exit" || word == "bye" ? ":quit" : nullptr;
+}
+
+namespace {
+
+// True when `found` answers true for one of the characters behind the current token, up to the
+// semicolon or the end of the line. The first of them has given its place to the NUL that ends the
+// token.
+template <typename Found> bool follows(Found found) {
+  for (const char *p = pp_pos; p == pp_pos || *p != '\0'; ++p) {
+    const char c = p == pp_pos ? pp_last_char : *p;
+    if (c == ';' || c == '\n' || c == '\0')
+      return false;
+    if (found(c))
+      return true;
+  }
+  return false;
+}
+
+} // namespace
+
+bool definition_follows() {
+  int met = 0; // of the sign's three characters
+  return pp_token == kTokDefine || follows([&met](char c) {
+           met = c == ':' ? std::min(met + 1, 2) : met == 2 && c == '=' ? 3 : 0;
+           return met == 3;
+         });
+}
+
+bool variable_follows() {
+  return follows([](char c) { return c == '?'; });
+}
+
+namespace {
+
 void note_near_names(const std::string &name) {
   std::string list;
   for (const std::string &near : nearest_names(name, 3))
@@ -131,6 +157,31 @@ void note_near_names(const std::string &name) {
 }
 
 } // namespace
+
+void show_excerpt(const std::string &line, std::size_t at) {
+  std::size_t from = 0;
+  std::size_t to = line.size();
+  if (line.size() > kExcerpt) {
+    from = at > kExcerpt / 2 ? at - kExcerpt / 2 : 0;
+    to = std::min(line.size(), from + kExcerpt);
+    while (from > 0 && continues_character(line[from]))
+      --from;
+    while (to < line.size() && continues_character(line[to]))
+      ++to;
+  }
+  std::string quoted = from > 0 ? "..." : "";
+  std::string mark(quoted.size(), ' ');
+  for (std::size_t i = from; i < to; ++i) {
+    const bool control = static_cast<unsigned char>(line[i]) < ' ' && line[i] != '\t';
+    quoted += control ? ' ' : line[i];
+    if (i < at && !continues_character(line[i]))
+      mark += line[i] == '\t' ? '\t' : ' ';
+  }
+  if (to < line.size())
+    quoted += "...";
+  show_note(std::string(kMargin) + quoted);
+  show_note(std::string(kMargin) + mark + "^");
+}
 
 int report_error(const char *fun, const char *token_required) {
   ++gParseErrors;
@@ -166,6 +217,8 @@ void report_undefined(bool infix) {
   if (gNotes == 0)
     return;
   note_place();
+  if (const char *command = command_meant(name); command != nullptr)
+    return advise(Note::bare_word, {command});
   const std::string literal = number_as_literal(name);
   if (!literal.empty())
     show_note("note: " + std::string(literal.starts_with("#r") ? "reals" : "integers") +
@@ -174,6 +227,15 @@ void report_undefined(bool infix) {
     show_note("note: a function stands before its arguments, as in (+ #1 #2)");
   else if (literal.empty())
     note_near_names(name);
+}
+
+void note_open_text() {
+  if (gNotes == 0)
+    return;
+  // The tokenizer has cut nothing out of the line at this moment.
+  const std::string line(pp_line_buffer.begin(), pp_line_buffer.end() - 2);
+  advise(Note::open_text);
+  show_place(line, static_cast<std::size_t>(pp_start - pp_line_buffer.data()));
 }
 
 void fail_silently() {
@@ -188,6 +250,7 @@ void note_unknown_name(const std::string &name) {
 }
 
 int process_error() {
+  const Skipping skipping;
   while (pp_token != kTokEnd) {
     CheckForUserEvents(84);
     pp_get_token();

@@ -22,11 +22,20 @@ int refuse(const std::string &message);
 // Reports the current token as a name that nobody declared, with what may have been meant.
 // `infix` tells that an operator stands after the first element of its level.
 void report_undefined(bool infix);
+// Tells that the text that begins at the current token has no closing quote, and where it stands.
+void note_open_text();
 // Counts a failure that has no message of its own: the current token cannot stand where it does in
 // an expression. Only a note says so.
 void fail_silently();
 // A note beside the listing of a name that is not known.
 void note_unknown_name(const std::string &name);
+// The command of the shell that somebody means who types `word` bare, such as "help"; or null.
+const char *command_meant(const std::string &word);
+// True when a definition sign stands at the current token or behind it in the statement, as far as
+// that goes on this line.
+bool definition_follows();
+// True when a "?" stands behind the current token in the statement, on this line.
+bool variable_follows();
 // Skips tokens until the end token. Answers 1.
 int process_error();
 
@@ -36,6 +45,9 @@ void pprintf(const char *text);
 
 // 1 when the current token is the end token; else reports "semicolon" expected.
 int p_end();
+
+// Quotes the part of `line` around column `at` as a note, with a mark under it.
+void show_excerpt(const std::string &line, std::size_t at);
 
 // Forgets which place was shown last, so that the next error shows its place again.
 void forget_noted_place();

@@ -126,6 +126,11 @@ long pp_line_number() {
   return gReading.line_number;
 }
 
+bool pp_rest_of_file() {
+  return pp_file != nullptr &&
+         pp_file->find_first_not_of(" \t\r\n", gReading.file_pos) != std::string::npos;
+}
+
 std::string pp_line_text() {
   std::string text(pp_line_buffer.begin(), pp_line_buffer.end());
   const auto at = [&](const char *p) -> char & {
@@ -218,7 +223,7 @@ void Tokenizer::start_over() {
   hidden_quote = nullptr;
   token = kTokEnd;
   len = str_len = 0;
-  at_end = statement_open = open_string = 0;
+  at_end = statement_open = open_string = skipping = 0;
   file = nullptr;
   velora_buffer.clear();
   velora_pos = 0;

@@ -32,6 +32,8 @@ const std::string &pp_source_name();
 // "NAME:LINE:COLUMN", or for the text of a window "TITLE, line LINE".
 std::string pp_place(std::size_t column);
 long pp_line_number();
+// True when the file that is read goes on behind the current line with more than blanks.
+bool pp_rest_of_file();
 // The current line as it was read, without its line end.
 std::string pp_line_text();
 

@@ -17,6 +17,7 @@
 #include "db/f_dbops.h"
 #include "eval/evaluate.h"
 #include "front/cint.h"
+#include "front/notes.h"
 #include "front/putils.h"
 #include "front/source.h"
 #include "platform/response.h"
@@ -84,6 +85,8 @@ int print_thrown() {
 // query space.
 int show_reason() {
   DisplayResponse(reason);
+  if (reason_begins(kTooNested))
+    advise(Note::nesting, {std::to_string(gNestingLimit)});
   EnableAllMenus();
   init_free_list();
   return 1;

@@ -10,10 +10,12 @@
 #include "db/vel_dbop.h"
 #include "db/vel_util.h"
 #include "editor/model/wininfo.h"
+#include "front/notes.h"
 #include "front/parser.h"
 #include "platform/response.h"
 #include "platform/safe_file.h"
 #include "platform/trust.h"
+#include "platform/whole_file.h"
 
 namespace velora {
 
@@ -113,6 +115,19 @@ Contents count_contents() {
   return c;
 }
 
+// Saving writes what the program knows, and of comments it knows nothing.
+void note_comments() {
+  std::string text;
+  if (Db_file == 0 || !read_whole_file(Db_f_name, text))
+    return;
+  bool quoted = false;
+  for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+    quoted = text[i] == '"' ? !quoted : quoted && text[i] != '\n';
+    if (!quoted && text[i] == '/' && text[i + 1] == '*')
+      return advise(Note::comments_dropped, {Db_f_name, Db_f_name});
+  }
+}
+
 } // namespace
 
 int open_named_database(const std::string &name) {
@@ -184,6 +199,7 @@ int colon_include(const std::string &argument) {
 }
 
 int colon_save(const std::string &) {
+  note_comments();
   return SaveDataBase(kUnnamed);
 }
 

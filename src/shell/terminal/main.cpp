@@ -22,6 +22,7 @@
 #include "platform/interrupt.h"
 #include "platform/response.h"
 #include "platform/trust.h"
+#include "shell/answer_notes.h"
 #include "shell/console_window.h"
 #include "shell/desk_events.h"
 #include "shell/events/event_runner.h"
@@ -75,6 +76,7 @@ std::vector<std::string> closed_queries(const Options &options) {
 
 void apply(const Options &options, const Manner &manner) {
   gNotes = options.notes ? 1 : 0;
+  gAnswerNotes = options.answer_notes ? 1 : 0;
   gTrustAll = options.trust;
   gPersonAnswers = manner.typed;
   gProgressDots = manner.quiet ? 0 : 1;

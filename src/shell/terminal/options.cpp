@@ -47,6 +47,12 @@ bool take_depth(Options &o, const std::string &value) {
   return true;
 }
 
+bool take_notes(Options &o, const std::string &value) {
+  o.notes = value != "none";
+  o.answer_notes = value == "all";
+  return value == "all" || value == "messages" || value == "none";
+}
+
 struct OptionRow {
   const char *name;
   const char *argument; // null for an option without one
@@ -87,8 +93,11 @@ constexpr OptionRow kOptionTable[] = {
      [](Options &o, const std::string &v) { return o.graphics_dir = v, !v.empty(); }},
     {"--trust", nullptr, "let databases write files and open others without asking",
      [](Options &o, const std::string &) { return o.trust = true; }},
-    {"--no-notes", nullptr, "leave out the lines of help beside messages",
-     [](Options &o, const std::string &) { return !(o.notes = false); }},
+    {"--notes", "all|messages|none",
+     "give notes to messages and to answers that stay as they are, to messages, or no notes",
+     take_notes},
+    {"--no-notes", nullptr, "the same as --notes none",
+     [](Options &o, const std::string &) { return take_notes(o, "none"); }},
     {"--version", nullptr, "print the version and end",
      [](Options &o, const std::string &) { return o.version = true; }},
     {"--builtins-page", nullptr, "print the page of all built-ins (docs/builtins.md) and end",

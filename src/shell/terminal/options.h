@@ -16,6 +16,7 @@ struct Options {
   bool version = false;
   bool builtins_page = false;
   bool notes = true;
+  bool answer_notes = true;
   bool trust = false;
   std::vector<std::string> queries; // --eval, in order
   std::string lib_dir;

@@ -10,8 +10,10 @@
 #include "core/events.h"
 #include "core/needs.h"
 #include "core/space.h"
+#include "core/symbols.h"
 #include "eval/evaluate.h"
 #include "front/cint.h"
+#include "front/notes.h"
 #include "front/putils.h"
 #include "front/source.h"
 #include "platform/interrupt.h"
@@ -35,15 +37,48 @@ bool is_blank(const std::string &line) {
   return line.find_first_not_of(" \t\r") == std::string::npos;
 }
 
-// The prompt without the line end and blanks around it, and one blank behind; continuations are
-// indented under a command's first line.
-std::string shown_prompt(const char *prompt) {
+// What the statement typed so far still lacks: the sign that closes what was opened last.
+char awaited(const std::string &statement) {
+  std::string open;
+  for (std::size_t i = 0; i < statement.size(); ++i) {
+    const char c = statement[i];
+    if (c == '"') {
+      const std::size_t end = statement.find_first_of("\"\n", i + 1);
+      if (end == std::string::npos)
+        break;
+      i = end;
+    } else if (c == '\'' && i + 2 < statement.size() && statement[i + 2] == '\'') {
+      i += 2; // a character literal
+    } else if (c == '(' || c == '[') {
+      open += c == '(' ? ')' : ']';
+    } else if ((c == ')' || c == ']') && !open.empty()) {
+      open.pop_back();
+    }
+  }
+  return open.empty() ? ';' : open.back();
+}
+
+// The prompt without the line end and blanks around it, and one blank behind. Continuations are
+// indented under a command's first line and say what they wait for.
+std::string shown_prompt(const char *prompt, const std::string &statement) {
   if (prompt == nullptr)
-    return "     > ";
+    return std::string("   ") + awaited(statement) + " > ";
   std::string text(prompt);
   text.erase(0, text.find_first_not_of("\n "));
   text.erase(text.find_last_not_of("\n ") + 1);
   return text + " ";
+}
+
+// Tells who typed a bare "help" and the like, which no semicolon would follow, what to type.
+bool told_bare_word(const std::string &line) {
+  const std::size_t from = line.find_first_not_of(" \t");
+  const std::size_t to = line.find_last_not_of(" \t\r");
+  const std::string word = line.substr(from, to - from + 1);
+  const char *command = command_meant(word);
+  if (command == nullptr || find_symbol(word.c_str(), 0) != nullptr)
+    return false;
+  advise(Note::bare_word, {command});
+  return true;
 }
 
 using Clock = std::chrono::steady_clock;
@@ -120,7 +155,7 @@ Got Session::next_line(std::string &line, const char *prompt, bool first) {
   for (;;) {
     if (typed_)
       console_.end_line();
-    const Got got = input_.read(line, shown_prompt(prompt));
+    const Got got = input_.read(line, shown_prompt(prompt, entry_));
     if (got == Got::interrupted && typed_ && first && gEndAsked == 0)
       continue; // the key has cleared the line
     if (got == Got::line && first && is_blank(line))
@@ -156,6 +191,10 @@ int Session::refill(std::string &line, const char *prompt) {
   if (first && is_colon_command(line)) {
     colon_ = line;
     return 0;
+  }
+  if (first && typed_ && told_bare_word(line)) {
+    line.assign(1, ';');
+    return 1;
   }
   entry_ += (entry_.empty() ? "" : " ") + line;
   command_ += line + "\n";
