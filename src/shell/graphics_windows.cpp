@@ -50,8 +50,8 @@ int close_graphics_window(WindowId win) {
   if (info == nullptr)
     return 0;
   leave_window(win);
-  close_graphics(info);
   focus_latest_window();
+  close_graphics(info);
   return 1;
 }
 
@@ -106,9 +106,8 @@ int close_narrative_window() {
     return 0;
   typed_into = 0;
   leave_window(gNarWind);
-  const int closed = close_narrative();
   focus_latest_window();
-  return closed;
+  return close_narrative();
 }
 
 } // namespace velora

@@ -121,11 +121,13 @@ void DoCloseWindow(WindowId win) {
   if (kind == 0)
     return;
   leave_window(win);
-  gDesktop->close_window(win);
   // The window that comes next may be one that leaves the bar as it is.
   if (shows_picture(kind) && gDesktop->menu_bar() == look_of(static_cast<WindowKind>(kind)).bar)
     gDesktop->show_menu_bar(MenuBar::main);
+  // It gets the focus while the other still stands: a window system that sees the window with the
+  // focus go chooses the next one by itself.
   focus_latest_window();
+  gDesktop->close_window(win);
 }
 
 void focus_latest_window() {

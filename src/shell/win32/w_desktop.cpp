@@ -145,8 +145,16 @@ void Win32Desktop::invalidate(WindowId win) {
 Rect Win32Desktop::client_rect(WindowId win) {
   const Window *window = find_window(win);
   RECT inside{};
-  if (window != nullptr)
+  if (window == nullptr)
+    return {};
+  if (gEventAnswers == nullptr) {
     GetClientRect(window->hwnd, &inside);
+    return in_units(inside);
+  }
+  // Under a script the inside of a window is as large as its place on every desktop, so that the
+  // nodes of a picture stand in the same places.
+  GetWindowRect(window->hwnd, &inside);
+  OffsetRect(&inside, -inside.left, -inside.top);
   return in_units(inside);
 }
 

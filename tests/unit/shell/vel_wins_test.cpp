@@ -1,6 +1,7 @@
 // Opening, placing, storing and closing of the desktop's windows.
 #include "shell/vel_wins.h"
 
+#include <algorithm>
 #include <fstream>
 
 #include "core/symbols.h"
@@ -159,8 +160,17 @@ TEST_F(Windows, FocusGoesBackToTheWindowThatHadIt) {
   const WindowId third = open_orvek("");
   for (const WindowId win : {third, second, first, third})
     window_activated(win);
+  desktop().log.clear();
   close_asked(third);
   EXPECT_EQ(desktop().focus, first);
+  // The focus goes first, so that no window system has to choose who gets it.
+  const auto place = [this](const std::string &call, WindowId win) {
+    const auto found = std::find(desktop().log.begin(), desktop().log.end(),
+                                 call + " " + std::to_string(win));
+    EXPECT_NE(found, desktop().log.end()) << call;
+    return found - desktop().log.begin();
+  };
+  EXPECT_LT(place("focus", first), place("close", third));
   window_activated(first);
   close_asked(first);
   EXPECT_EQ(desktop().focus, second);
