@@ -57,6 +57,8 @@ public:
   Painting &operator=(const Painting &) = delete;
   operator HDC() const { return paint_.hdc; }
   [[nodiscard]] const RECT &inside() const { return inside_; }
+  // The part that has to be painted.
+  [[nodiscard]] const RECT &dirty() const { return paint_.rcPaint; }
   // Shows what was drawn in memory, where the screen has to be painted.
   void copy_from(HDC memory) const {
     const RECT &dirty = paint_.rcPaint;

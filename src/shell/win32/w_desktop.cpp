@@ -4,12 +4,12 @@
 
 #include <algorithm>
 
+#include "platform/text_measures.h"
 #include "shell/console_window.h"
 #include "shell/desk_events.h"
 #include "shell/events/event_answers.h"
 #include "shell/vel_wins.h"
 #include "shell/win32/resource.h"
-#include "shell/win32/w_canvas.h"
 #include "shell/win32/w_clipboard.h"
 #include "shell/win32/w_dialogs.h"
 #include "shell/win32/w_edit.h"
@@ -260,13 +260,11 @@ void Win32Desktop::set_cursor(CursorShape shape) {
 }
 
 int Win32Desktop::text_width(WindowId, std::string_view text, const Font &font) {
-  const WindowDC dc(hVel);
-  return GdiCanvas(dc).text_width(text, font);
+  return measured_width(text, font);
 }
 
 int Win32Desktop::text_height(WindowId, const Font &font) {
-  const WindowDC dc(hVel);
-  return GdiCanvas(dc).text_height(font);
+  return measured_height(font);
 }
 
 void Win32Desktop::set_extent(WindowId win, const Rect &extent) {

@@ -1,5 +1,5 @@
-// The drawing objects of the program: pens and brushes of the palette, fonts, cursors. Made at the
-// start or at the first use, freed with the frame.
+// The drawing objects of the program: fonts and cursors. Made at the start or at the first use,
+// freed with the frame.
 #pragma once
 
 #include "platform/canvas.h"
@@ -8,26 +8,21 @@
 
 namespace velora::win32 {
 
-// The pens for marking and erasing in pictures; pen_for() answers the same ones for what is drawn
-// so.
-extern HPEN hDottedPen;
-extern HPEN hBoldPen;
-extern HPEN wipe_out_pen;
-
 void Create_GDI_Objects(HINSTANCE instance);
 void Destroy_GDI_Objects();
-// Makes the fonts of pictures. They are those of the resolution 96, and pictures are scaled as a
-// whole.
+// Makes the fonts of pictures for the resolution of the frame, so that the first one is drawn
+// without delay.
 void FontsInitialize();
 
-// The pen or brush for a drawing call: one of the palette's where it has one, else kept from the
-// first use on.
-HPEN pen_for(const Pen &pen);
-HBRUSH brush_for(const Brush &brush);
-// `scaled` tells of a surface that is not drawn on dot by dot.
-HFONT font_for(const Font &font, bool scaled);
-// The font of text windows on a screen of that resolution, kept as long as the program runs.
-HFONT text_font(unsigned dpi);
+// The letters of pictures in one size and scale; `height` is that of a line of them in dots.
+struct PictureFont {
+  GdiHandle font;
+  int height = 0;
+};
+const PictureFont &picture_font(const Font &font, double scale);
+// The font of text windows on a screen of that resolution, `points` large; kept as long as the
+// program runs.
+HFONT text_font(unsigned dpi, int points = 10);
 HCURSOR cursor_for(CursorShape shape);
 
 } // namespace velora::win32

@@ -32,23 +32,11 @@ int shown_units(const Window &window, int dots) {
   return MulDiv(dots, kNaturalSize, scale_of(window));
 }
 
-// Maps picture units to dots, with the scrolled place in the corner.
-void set_mapping(HDC dc, const Window &window, POINT scroll) {
-  SetMapMode(dc, MM_ANISOTROPIC);
-  SetWindowExtEx(dc, kNaturalSize, kNaturalSize, nullptr);
-  SetViewportExtEx(dc, scale_of(window), scale_of(window), nullptr);
-  SetWindowOrgEx(dc, scroll.x, scroll.y, nullptr);
-}
-
-void draw_into(HDC dc, const Window &window, const RECT &dots, POINT scroll) {
-  FillRect(dc, &dots, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-  const int state = SaveDC(dc);
-  set_mapping(dc, window, scroll);
-  {
-    GdiCanvas canvas(dc);
-    paint_window(window.id, canvas);
-  }
-  RestoreDC(dc, state);
+void draw_into(const Image &image, const Window &window, POINT scroll, const RECT &dots) {
+  const ImageView view{{static_cast<int>(scroll.x), static_cast<int>(scroll.y)},
+                       static_cast<double>(scale_of(window)) / kNaturalSize};
+  ImageCanvas canvas(image, view, {dots.left, dots.top, dots.right, dots.bottom});
+  paint_window(window.id, canvas);
 }
 
 SIZE inside_units(const Window &window) {
@@ -107,9 +95,9 @@ void paint_inside(Window &window) {
   if (painting.inside().right == 0 || painting.inside().bottom == 0 ||
       IsIconic(window.hwnd) != FALSE)
     return;
-  const MemoryDC memory(painting, painting.inside().right, painting.inside().bottom);
-  draw_into(memory, window, painting.inside(), window.scroll);
-  painting.copy_from(memory);
+  const Image image(painting.inside().right, painting.inside().bottom);
+  draw_into(image, window, window.scroll, painting.dirty());
+  painting.copy_from(image);
 }
 
 // Showing one bar takes room from the other direction, so the bars are settled twice.
@@ -187,20 +175,19 @@ bool save_bitmap(Window &window, const wchar_t *file) {
   const HWND shown = window.edit != nullptr ? window.edit : window.hwnd;
   RECT inside{};
   GetClientRect(shown, &inside);
-  const WindowDC screen(shown);
   const auto side = [&window](LONG dots, int extent) {
     const LONG whole = window.edit != nullptr ? 0 : shown_dots(window, extent);
     return static_cast<int>(std::clamp<LONG>(std::max(dots, whole), 1, kMostBitmapSide));
   };
   const int width = side(inside.right, window.extent.width());
   const int height = side(inside.bottom, window.extent.height());
-  MemoryDC memory(screen, width, height);
+  Image image(width, height);
   const RECT all{0, 0, width, height};
   if (window.edit != nullptr)
-    draw_edit(memory, window, all);
+    draw_edit(image, window, all);
   else
-    draw_into(memory, window, all, POINT{window.extent.left, window.extent.top});
-  return write_bitmap(memory, memory.finished(), width, height, file);
+    draw_into(image, window, POINT{window.extent.left, window.extent.top}, all);
+  return write_bitmap(image, image.finished(), width, height, file);
 }
 
 } // namespace velora::win32
