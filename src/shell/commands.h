@@ -14,6 +14,9 @@ int ImportCommand();
 int BuildSegmentsCommand();
 int SaveCopyCommand();
 int SaveWinAsPICT();
+// Saves the window as a file of a kind that is known by its ending: ".bmp", ".png", or ".svg" for
+// one that is drawn.
+int SaveWindowAs(const char *ending);
 int SaveControlTextCommand();
 int QuitCommand();
 

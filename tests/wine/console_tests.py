@@ -108,8 +108,8 @@ def test_old_text(desk):
     check_soon(lambda: desk.console() == old + typed, desk.console)
     desk.do("strike", 0x23)
     desk.do("strike", 0x24)
-    check_soon(lambda: desk.do("selected") == f"{end} {end}",
-               lambda: "Home: " + desk.do("selected") + f" instead of {end}")
+    check_soon(lambda: desk.selected() == f"{end} {end}",
+               lambda: "Home: " + desk.selected() + f" instead of {end}")
     desk.command(511)
     check_soon(lambda: desk.console() == "\nQUERY> " + typed,
                lambda: "cleared: " + desk.console()[-300:])
@@ -249,11 +249,11 @@ def test_copy(desk):
     desk.command(208)  # what stands on both sides of a break is found
     desk.dialog()
     desk.fill(shown[broken_at - 6:broken_at] + shown[broken_at + 1:broken_at + 6])
-    check_soon(lambda: desk.do("selected") != f"0 {len(shown) + shown.count(chr(10))}",
-               lambda: "Find: " + desk.do("selected"))
+    check_soon(lambda: desk.selected() != f"0 {len(shown) + shown.count(chr(10))}",
+               lambda: "Find: " + desk.selected())
     before = shown.count("\n", 0, broken_at)  # the control counts two for a line end
-    check(desk.do("selected") == f"{broken_at - 6 + before} {broken_at + 7 + before}",
-          f"Find at {broken_at}, {before}: " + desk.do("selected"))
+    check(desk.selected() == f"{broken_at - 6 + before} {broken_at + 7 + before}",
+          f"Find at {broken_at}, {before}: " + desk.selected())
     desk.do("type", "list_of_int #1 #160000 #1\n")  # places move when text goes from the front
     desk.shows("#160000 ]\nQUERY> ", 60)
     desk.do("paste", "list_of_int #1 #90000 #1\n")

@@ -66,7 +66,8 @@ def build():
         print(made.stdout[-3000:])
         sys.exit("0 passed, 1 failed")
     source = os.path.join(ROOT, "tests", "wine", "driver.cpp")
-    changed = max(os.path.getmtime(f) for f in (source, source.replace(".cpp", "_text.h")))
+    changed = max(os.path.getmtime(source.replace(".cpp", end))
+                  for end in (".cpp", "_text.h", "_windows.h"))
     if not os.path.exists(DRIVER) or os.path.getmtime(DRIVER) < changed:
         subprocess.run([COMPILER, "-std=c++20", "-O1", "-static", "-s", "-Wall", "-Wextra",
                         "-o", DRIVER, source, "-luser32"], check=True)
@@ -199,6 +200,9 @@ class Desk:
 
     def console(self):
         return self.do("text", "ControlChild", "")
+
+    def selected(self, kind="ControlChild"):
+        return self.do("selected", kind, "")
 
     def file(self, name):
         with open(os.path.join(self.folder, name), "rb") as f:

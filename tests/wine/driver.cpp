@@ -2,111 +2,15 @@
 // types, chooses commands by number, answers dialogs and reads texts back. It reads one command a
 // line from standard input and answers each with one line, "ok ..." or "no ...". Line ends in texts
 // travel as "\n". Started by the test `run` beside it.
-#include "driver_text.h"
+#include "driver_windows.h"
 
 #include <cstring>
-#include <functional>
 #include <iostream>
 #include <map>
 #include <sstream>
+#include <utility>
 
 namespace {
-
-constexpr DWORD kPollEvery = 30;
-constexpr UINT kSendPatience = 20000;
-
-// Sends a message, but does not wait for ever for a program that hangs.
-LRESULT send(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-  DWORD_PTR result = 0;
-  SendMessageTimeoutW(window, message, wparam, lparam, SMTO_NORMAL, kSendPatience, &result);
-  return static_cast<LRESULT>(result);
-}
-
-std::string text_of(HWND window) {
-  const auto length = send(window, WM_GETTEXTLENGTH, 0, 0);
-  std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
-  const auto got = send(window, WM_GETTEXT, static_cast<WPARAM>(text.size()),
-                        reinterpret_cast<LPARAM>(text.data()));
-  text.resize(static_cast<std::size_t>(got));
-  return narrow(text);
-}
-
-std::string class_of(HWND window) {
-  wchar_t name[80] = L"";
-  GetClassNameW(window, name, 80);
-  return narrow(name);
-}
-
-struct Search {
-  std::string wanted_class;
-  std::string title; // how it begins
-  std::vector<HWND> found;
-};
-
-BOOL CALLBACK look_at(HWND window, LPARAM lparam) {
-  auto *search = reinterpret_cast<Search *>(lparam);
-  wchar_t title[200] = L"";
-  if (IsWindowVisible(window) == FALSE || class_of(window) != search->wanted_class)
-    return TRUE;
-  InternalGetWindowText(window, title, 200);
-  if (narrow(title).rfind(search->title, 0) == 0)
-    search->found.push_back(window);
-  return TRUE;
-}
-
-std::vector<HWND> windows(const std::string &wanted_class, const std::string &title = "") {
-  Search search{wanted_class, title, {}};
-  EnumWindows(look_at, reinterpret_cast<LPARAM>(&search));
-  return search.found;
-}
-
-HWND one_window(const std::string &wanted_class, const std::string &title = "") {
-  const auto found = windows(wanted_class, title);
-  return found.empty() ? nullptr : found.front();
-}
-
-bool wait_until(const std::function<bool()> &condition, int milliseconds) {
-  const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
-  while (!condition()) {
-    if (GetTickCount64() > end)
-      return false;
-    Sleep(kPollEvery);
-  }
-  return true;
-}
-
-HWND frame() {
-  return one_window("VELORA");
-}
-
-HWND edit_of(HWND window) {
-  return window == nullptr ? nullptr : FindWindowExW(window, nullptr, L"edit", nullptr);
-}
-
-HWND console_edit() {
-  return edit_of(one_window("ControlChild"));
-}
-
-HWND dialog() {
-  return one_window("#32770");
-}
-
-std::vector<HWND> children(HWND window) {
-  std::vector<HWND> found;
-  EnumChildWindows(
-      window,
-      [](HWND child, LPARAM list) -> BOOL {
-        reinterpret_cast<std::vector<HWND> *>(list)->push_back(child);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&found));
-  return found;
-}
-
-std::string without_mnemonic(std::string label) {
-  std::erase(label, '&');
-  return label;
-}
 
 using Answer = std::pair<bool, std::string>;
 
@@ -224,6 +128,14 @@ Answer do_ctrl(const Arguments &a) {
   return answer;
 }
 
+// ctrl_shift CODE: the same with Shift.
+Answer do_ctrl_shift(const Arguments &a) {
+  keybd_event(VK_SHIFT, 0, 0, 0);
+  const Answer answer = do_ctrl(a);
+  keybd_event(VK_SHIFT, 0, KEYEVENTF_KEYUP, 0);
+  return answer;
+}
+
 // system CLASS TITLE CODE: a command of the window's own menu, as its buttons give.
 Answer do_system(const Arguments &a) {
   const HWND window = one_window(a[0], a[1]);
@@ -240,6 +152,37 @@ Answer do_caret(const Arguments &a) {
   const auto place = at < 0 ? send(edit, WM_GETTEXTLENGTH, 0, 0) : at;
   send(edit, EM_SETSEL, static_cast<WPARAM>(place), place);
   return {true, ""};
+}
+
+// Where a place of a text stands in its edit control, a little inside of the letter.
+LPARAM point_of(HWND edit, const std::string &place) {
+  const LRESULT at = send(edit, EM_POSFROMCHAR, static_cast<WPARAM>(std::stoi(place)), 0);
+  return MAKELPARAM(LOWORD(at) + 3, HIWORD(at) + 3);
+}
+
+// click CLASS TITLE PLACE: a click of the mouse on a letter of a text.
+Answer do_click(const Arguments &a) {
+  const HWND edit = edit_of(one_window(a[0], a[1]));
+  if (edit == nullptr)
+    return {false, ""};
+  PostMessageW(edit, WM_LBUTTONDOWN, MK_LBUTTON, point_of(edit, a[2]));
+  PostMessageW(edit, WM_LBUTTONUP, 0, point_of(edit, a[2]));
+  Sleep(300);
+  return {true, ""};
+}
+
+// hover CLASS TITLE PLACE: the mouse over a letter of a text; tells the tips that are shown then.
+Answer do_hover(const Arguments &a) {
+  const HWND edit = edit_of(one_window(a[0], a[1]));
+  if (edit == nullptr)
+    return {false, ""};
+  send(edit, WM_MOUSEMOVE, 0, point_of(edit, a[2]));
+  Sleep(300);
+  std::string shown;
+  for (const HWND tip : windows("tooltips_class32"))
+    if (IsWindowVisible(tip) != FALSE)
+      shown += text_of(tip) + "|";
+  return {true, shown};
 }
 
 // wheel CLASS TITLE KEYS TURN: turns the wheel over a window while the keys (MK_SHIFT...) are down.
@@ -271,9 +214,9 @@ Answer do_select(const Arguments &a) {
   return {true, ""};
 }
 
-// selected: where the console's selection begins and ends.
-Answer do_selected(const Arguments &) {
-  const auto ends = static_cast<DWORD>(send(console_edit(), EM_GETSEL, 0, 0));
+// selected CLASS TITLE: where the selection of a text begins and ends.
+Answer do_selected(const Arguments &a) {
+  const auto ends = static_cast<DWORD>(send(edit_of(one_window(a[0], a[1])), EM_GETSEL, 0, 0));
   return {true, std::to_string(LOWORD(ends)) + " " + std::to_string(HIWORD(ends))};
 }
 
@@ -356,18 +299,27 @@ Answer do_dialog(const Arguments &a) {
   return {true, all};
 }
 
-// press LABEL: presses a button of the dialog and waits until the dialog has gone.
-Answer do_press(const Arguments &a) {
-  const HWND box = dialog();
-  for (const HWND child : children(box)) {
+// push LABEL: presses a button of the dialog.
+Answer do_push(const Arguments &a) {
+  for (const HWND child : children(dialog())) {
     if (class_of(child) != "Button" || without_mnemonic(text_of(child)) != a[0])
       continue;
     PostMessageW(child, BM_CLICK, 0, 0);
-    return {
-        wait_until([box] { return IsWindow(box) == FALSE || IsWindowVisible(box) == FALSE; }, 5000),
-        ""};
+    Sleep(200);
+    return {true, ""};
   }
   return {false, "no such button"};
+}
+
+// press LABEL: the same, and waits until the dialog has gone.
+Answer do_press(const Arguments &a) {
+  const HWND box = dialog();
+  const Answer pushed = do_push(a);
+  if (!pushed.first)
+    return pushed;
+  return {
+      wait_until([box] { return IsWindow(box) == FALSE || IsWindowVisible(box) == FALSE; }, 5000),
+      ""};
 }
 
 // fill TEXT: types into the dialog's edit control.
@@ -380,6 +332,29 @@ Answer do_fill(const Arguments &a) {
     return {true, ""};
   }
   return {false, "no edit control"};
+}
+
+// fill_next TEXT: types into the edit control behind the first.
+Answer do_fill_next(const Arguments &a) {
+  bool first = true;
+  for (const HWND child : children(dialog())) {
+    if (class_of(child) != "Edit" || std::exchange(first, false))
+      continue;
+    const std::wstring wide = widen(a[0]);
+    send(child, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str()));
+    return {true, ""};
+  }
+  return {false, "no second edit control"};
+}
+
+// line_height CLASS TITLE: how far apart the first two lines of a text stand.
+Answer do_line_height(const Arguments &a) {
+  const HWND edit = edit_of(one_window(a[0], a[1]));
+  const auto top = [edit](WPARAM line) {
+    return static_cast<short>(HIWORD(
+        send(edit, EM_POSFROMCHAR, static_cast<WPARAM>(send(edit, EM_LINEINDEX, line, 0)), 0)));
+  };
+  return {edit != nullptr, std::to_string(top(1) - top(0))};
 }
 
 // enabled CLASS TITLE: "yes" when the window takes keys and clicks, else "no".
@@ -399,16 +374,42 @@ struct Row {
 };
 
 const std::map<std::string, Row> kCommands = {
-    {"window", {do_window, 3}},   {"gone", {do_gone, 3}},         {"count", {do_count, 1}},
-    {"titles", {do_titles, 1}},   {"close", {do_close, 2}},       {"activate", {do_activate, 2}},
-    {"place", {do_place, 2}},     {"text", {do_text, 2}},         {"settext", {do_settext, 3}},
-    {"type", {do_type, 1}},       {"key", {do_key, 1}},           {"caret", {do_caret, 1}},
-    {"paste", {do_paste, 1}},     {"command", {do_command, 1}},   {"shows", {do_shows, 2}},
-    {"dialog", {do_dialog, 1}},   {"press", {do_press, 1}},       {"fill", {do_fill, 1}},
-    {"enabled", {do_enabled, 2}}, {"ctrl", {do_ctrl, 1}},         {"system", {do_system, 3}},
-    {"sleep", {do_sleep, 1}},     {"chord", {do_chord, 1}},       {"strike", {do_strike, 1}},
-    {"select", {do_select, 2}},   {"selected", {do_selected, 0}}, {"clipboard", {do_clipboard, 0}},
-    {"drag", {do_drag, 1}},       {"logoff", {do_logoff, 0}},     {"wheel", {do_wheel, 4}},
+    {"window", {do_window, 3}},
+    {"gone", {do_gone, 3}},
+    {"count", {do_count, 1}},
+    {"titles", {do_titles, 1}},
+    {"close", {do_close, 2}},
+    {"activate", {do_activate, 2}},
+    {"place", {do_place, 2}},
+    {"text", {do_text, 2}},
+    {"settext", {do_settext, 3}},
+    {"type", {do_type, 1}},
+    {"key", {do_key, 1}},
+    {"caret", {do_caret, 1}},
+    {"paste", {do_paste, 1}},
+    {"command", {do_command, 1}},
+    {"shows", {do_shows, 2}},
+    {"dialog", {do_dialog, 1}},
+    {"press", {do_press, 1}},
+    {"fill", {do_fill, 1}},
+    {"enabled", {do_enabled, 2}},
+    {"ctrl", {do_ctrl, 1}},
+    {"system", {do_system, 3}},
+    {"sleep", {do_sleep, 1}},
+    {"chord", {do_chord, 1}},
+    {"strike", {do_strike, 1}},
+    {"select", {do_select, 2}},
+    {"selected", {do_selected, 2}},
+    {"clipboard", {do_clipboard, 0}},
+    {"drag", {do_drag, 1}},
+    {"logoff", {do_logoff, 0}},
+    {"wheel", {do_wheel, 4}},
+    {"click", {do_click, 3}},
+    {"hover", {do_hover, 3}},
+    {"push", {do_push, 1}},
+    {"fill_next", {do_fill_next, 1}},
+    {"line_height", {do_line_height, 2}},
+    {"ctrl_shift", {do_ctrl_shift, 1}},
 };
 
 Answer obey(const std::string &line) {

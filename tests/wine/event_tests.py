@@ -16,7 +16,7 @@ CASES = pathlib.Path(ROOT, "tests", "cases", "events")
 
 def run_script(desk, case):
     """The complaints about one case in real windows, where every byte is the same."""
-    folder = pathlib.Path(desk.folder, f"case{case.line}")
+    folder = pathlib.Path(desk.folder, f"{case.path.stem}{case.line}")
     folder.mkdir()
     for name, how, body in case.files:
         (folder / name).write_bytes(run_cases.decode(how, body))

@@ -11,9 +11,12 @@
 #include "shell/vel_wins.h"
 #include "shell/win32/resource.h"
 #include "shell/win32/w_clipboard.h"
+#include "shell/win32/w_commands.h"
 #include "shell/win32/w_dialogs.h"
 #include "shell/win32/w_edit.h"
+#include "shell/win32/w_find.h"
 #include "shell/win32/w_objects.h"
+#include "shell/win32/w_spots.h"
 #include "shell/win32/w_text.h"
 #include "shell/win32/w_windows.h"
 
@@ -50,6 +53,14 @@ bool goes_to_next_window(const MSG &message) {
     return false;
   run_step([] { next_window_asked(GetKeyState(VK_SHIFT) < 0 ? -1 : 1); });
   return true;
+}
+
+// Keys of the desktop's own commands, while no dialog stands.
+bool own_key_taken(const MSG &message) {
+  bool taken = false;
+  if (IsWindowEnabled(hVel) != FALSE)
+    run_step([&] { taken = take_own_key(message); });
+  return taken;
 }
 
 // A command waits for characters while a script runs: the next answer is typed as a line, and
@@ -197,7 +208,7 @@ EditState Win32Desktop::edit_state(WindowId win) {
 }
 
 void Win32Desktop::edit(WindowId win, EditCommand command) {
-  if (const Window *window = find_window(win); window != nullptr && window->edit != nullptr)
+  if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
     do_edit(*window, command);
 }
 
@@ -302,8 +313,10 @@ void Win32Desktop::show_database(const std::string &name, bool unsaved) {
 // The frame has no place for one.
 void Win32Desktop::show_hint(const std::string &) {}
 
-// The control has no marks; messages that name the place bring the user there.
-void Win32Desktop::mark_faults(WindowId, const std::vector<TextMark> &) {}
+void Win32Desktop::mark_faults(WindowId win, const std::vector<TextMark> &marks) {
+  if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
+    set_faults(*window, marks);
+}
 
 int Win32Desktop::ask(const std::string &message, const std::vector<std::string> &buttons) {
   return gEventAnswers != nullptr ? gEventAnswers->ask(message, buttons)
@@ -340,7 +353,8 @@ void Win32Desktop::pump(int milliseconds) {
 }
 
 void take_message(MSG &message) {
-  if (goes_to_next_window(message) || TranslateAcceleratorW(hVel, hAccel, &message) != 0)
+  if (find_dialog_message(message) || goes_to_next_window(message) ||
+      TranslateAcceleratorW(hVel, hAccel, &message) != 0 || own_key_taken(message))
     return;
   TranslateMessage(&message);
   DispatchMessageW(&message);

@@ -8,26 +8,12 @@
 #include "shell/win32/w_breaks.h"
 #include "shell/win32/w_edit_keys.h"
 #include "shell/win32/w_objects.h"
+#include "shell/win32/w_steps.h"
 #include "shell/win32/w_text.h"
 
 namespace velora::win32 {
 
 namespace {
-
-// Tells changes of the program from those of the user while in scope.
-class OwnChange {
-public:
-  explicit OwnChange(Window &window) : window_(window), before_(window.own_change) {
-    window_.own_change = true;
-  }
-  ~OwnChange() { window_.own_change = before_; }
-  OwnChange(const OwnChange &) = delete;
-  OwnChange &operator=(const OwnChange &) = delete;
-
-private:
-  Window &window_;
-  bool before_;
-};
 
 // Nothing is drawn while in scope; everything once at its end.
 class DrawnOnce {
@@ -230,23 +216,49 @@ EditRange range_of_bytes(const Window &window, TextRange range) {
   return {place(range.start), place(range.end)};
 }
 
-std::string whole_line(const Window &window, DWORD at) {
+std::vector<std::string> whole_lines(const Window &window, DWORD at, std::size_t most) {
   const EditText text(window);
   const std::wstring_view all = text.view();
+  const std::size_t last =
+      window.kind == kControlWindow ? std::min<std::size_t>(window.mark, all.size()) : all.size();
   const auto soft = [&](std::size_t line_end) { return is_soft(window, line_end); };
   std::size_t start = std::min<std::size_t>(at, all.size());
   while (start > 0 && (all[start - 1] != L'\n' || soft(start - 1)))
     --start;
-  std::size_t end = start;
-  while (end < all.size() && (all[end] != L'\n' || soft(end)))
-    ++end;
-  return from_edit(unbroken(window, all, {static_cast<DWORD>(start), static_cast<DWORD>(end)}));
+  std::vector<std::string> lines;
+  while (lines.size() < most && (start < last || lines.empty())) {
+    std::size_t end = start;
+    while (end < all.size() && (all[end] != L'\n' || soft(end)))
+      ++end;
+    lines.push_back(
+        from_edit(unbroken(window, all, {static_cast<DWORD>(start), static_cast<DWORD>(end)})));
+    start = end + 1;
+  }
+  return lines;
+}
+
+std::string name_at_caret(const Window &window) {
+  const EditText text(window);
+  const std::wstring_view all = text.view();
+  const auto in_name = [](wchar_t c) {
+    return c > L' ' && std::wstring_view(L"()[]{},;\"'").find(c) == std::wstring_view::npos;
+  };
+  const EditRange selected = selection_of(window);
+  std::size_t start = std::min<std::size_t>(selected.start, all.size());
+  std::size_t end = std::min<std::size_t>(selected.end, all.size());
+  if (start == end) {
+    while (start > 0 && in_name(all[start - 1]))
+      --start;
+    while (end < all.size() && in_name(all[end]))
+      ++end;
+  }
+  return from_edit(all.substr(start, end - start));
 }
 
 EditState edit_state_of(const Window &window) {
   EditState state;
   const EditRange range = selection_of(window);
-  state.can_undo = SendMessageW(window.edit, EM_CANUNDO, 0, 0) != 0;
+  state.can_undo = window.steps.can_undo();
   state.can_paste = IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE ||
                     IsClipboardFormatAvailable(CF_TEXT) != FALSE;
   state.selected = range.start != range.end;
@@ -261,8 +273,8 @@ bool make_edit(Window &window) {
   if (window.edit == nullptr)
     return false;
   SendMessageW(window.edit, EM_SETLIMITTEXT, 0, 0);
-  SendMessageW(window.edit, WM_SETFONT, reinterpret_cast<WPARAM>(text_font(dpi_of(window.hwnd))),
-               FALSE);
+  SendMessageW(window.edit, WM_SETFONT,
+               reinterpret_cast<WPARAM>(text_font(dpi_of(window.hwnd), window.points)), FALSE);
   SendMessageW(window.edit, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(4, 4));
   SetWindowSubclass(window.edit, EditKeysProc, 1, static_cast<DWORD_PTR>(window.id));
   return true;
@@ -276,7 +288,10 @@ void set_edit_text(Window &window, std::string_view text) {
   SetWindowTextW(window.edit, (wide + typed).c_str());
   window.messages.clear();
   window.soft_breaks.clear();
+  window.faults.clear();
   window.mark = std::min(static_cast<DWORD>(wide.size()), text_length(window));
+  if (window.kind != kControlWindow)
+    begin_steps(window);
   const DWORD end = text_length(window);
   SendMessageW(window.edit, EM_SETSEL, end, static_cast<LPARAM>(end));
   SendMessageW(window.edit, EM_SCROLLCARET, 0, 0);
@@ -296,6 +311,8 @@ void append_edit_text(Window &window, std::string_view text,
   replace(window, {at, at}, incoming.text);
   const DWORD added = text_length(window) - length;
   window.mark = at + added;
+  if (window.kind != kControlWindow)
+    begin_steps(window);
   window.messages.insert(window.messages.end(), incoming.messages.begin(), incoming.messages.end());
   window.soft_breaks.insert(window.soft_breaks.end(), incoming.soft_breaks.begin(),
                             incoming.soft_breaks.end());
@@ -314,6 +331,7 @@ void set_typed(Window &window, std::string_view text) {
   const DWORD length = text_length(window);
   window.mark = std::min(window.mark, length);
   replace(window, {window.mark, length}, shown_as_typed(text));
+  begin_steps(window);
   SendMessageW(window.edit, EM_SCROLLCARET, 0, 0);
 }
 
@@ -334,6 +352,8 @@ std::size_t drop_front_of(Window &window, std::size_t keep) {
   const EditRange before = selection_of(window);
   replace(window, {0, dropped}, L"");
   window.mark -= std::min(window.mark, dropped);
+  if (window.kind != kControlWindow)
+    begin_steps(window);
   shift_places(window, dropped);
   const auto moved = [dropped](DWORD at) { return at > dropped ? at - dropped : 0; };
   SendMessageW(window.edit, EM_SETSEL, moved(before.start), static_cast<LPARAM>(moved(before.end)));
@@ -341,10 +361,10 @@ std::size_t drop_front_of(Window &window, std::size_t keep) {
   return characters;
 }
 
-void do_edit(const Window &window, EditCommand command) {
+void do_edit(Window &window, EditCommand command) {
   switch (command) {
   case EditCommand::undo:
-    SendMessageW(window.edit, EM_UNDO, 0, 0);
+    take_step(window, true);
     break;
   case EditCommand::cut:
     SendMessageW(window.edit, WM_CUT, 0, 0);
@@ -359,6 +379,16 @@ void do_edit(const Window &window, EditCommand command) {
     SendMessageW(window.edit, WM_CLEAR, 0, 0);
     break;
   }
+}
+
+void zoom_text(Window &window, int steps) {
+  constexpr int kLeastPoints = 6;
+  constexpr int kMostPoints = 40;
+  window.points =
+      steps == 0 ? kTextPoints : std::clamp(window.points + steps, kLeastPoints, kMostPoints);
+  SendMessageW(window.edit, WM_SETFONT,
+               reinterpret_cast<WPARAM>(text_font(dpi_of(window.hwnd), window.points)), TRUE);
+  SendMessageW(window.edit, EM_SCROLLCARET, 0, 0);
 }
 
 } // namespace velora::win32

@@ -11,6 +11,21 @@
 
 namespace velora::win32 {
 
+// Tells changes of the program from those of the user while in scope.
+class OwnChange {
+public:
+  explicit OwnChange(Window &window) : window_(window), before_(window.own_change) {
+    window_.own_change = true;
+  }
+  ~OwnChange() { window_.own_change = before_; }
+  OwnChange(const OwnChange &) = delete;
+  OwnChange &operator=(const OwnChange &) = delete;
+
+private:
+  Window &window_;
+  bool before_;
+};
+
 // Makes the edit control that fills a text window; false when it cannot be made.
 bool make_edit(Window &window);
 
@@ -42,10 +57,15 @@ void set_typed(Window &window, std::string_view text);
 // Takes lines from the front, those for showing too, as Desktop::drop_front.
 std::size_t drop_front_of(Window &window, std::size_t keep);
 EditState edit_state_of(const Window &window);
-void do_edit(const Window &window, EditCommand command);
+void do_edit(Window &window, EditCommand command);
+// Makes the letters larger or smaller; 0 gives them their usual size.
+void zoom_text(Window &window, int steps);
 
-// The line that holds place `at`, as it was before it was broken for showing.
-std::string whole_line(const Window &window, DWORD at);
+// The selected text of one line, or the name at the caret; empty for none.
+std::string name_at_caret(const Window &window);
+// The lines from the one that holds place `at` on, as they were before they were broken for
+// showing, up to the mark of the console.
+std::vector<std::string> whole_lines(const Window &window, DWORD at, std::size_t most);
 // A stretch of `text`, which is that of the window, without the breaks made for showing.
 std::wstring unbroken(const Window &window, std::wstring_view text, EditRange range);
 // The whole text without those breaks, and ranges of its bytes as they stand in the control.

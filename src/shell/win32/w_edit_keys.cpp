@@ -11,6 +11,8 @@
 #include "shell/win32/w_edit.h"
 #include "shell/win32/w_edit_paint.h"
 #include "shell/win32/w_guard.h"
+#include "shell/win32/w_spots.h"
+#include "shell/win32/w_steps.h"
 
 namespace velora::win32 {
 
@@ -22,6 +24,7 @@ constexpr WPARAM kCtrlC = 3;
 constexpr WPARAM kCtrlEnter = 10;
 constexpr WPARAM kCtrlV = 22;
 constexpr WPARAM kCtrlX = 24;
+constexpr WPARAM kCtrlZ = 26;
 constexpr WPARAM kCtrlBackspace = 127;
 // A longer line of old text is an answer rather than a query.
 constexpr std::size_t kLongestReused = 7'000;
@@ -69,7 +72,7 @@ bool reuse_old_line(const Window &window) {
   const EditRange selected = selection_of(window);
   if (selected.start >= window.mark || text_length(window) > window.mark)
     return false;
-  const std::string line = whole_line(window, selected.start);
+  const std::string line = whole_lines(window, selected.start, 1).front();
   return line.size() <= kLongestReused && reuse_line(line);
 }
 
@@ -221,10 +224,35 @@ bool edit_message(const Window &window, UINT message, WPARAM wparam) {
   }
 }
 
+// Taking back and doing again, however it is asked for. True when it was.
+bool step_message(Window &window, UINT message, WPARAM wparam) {
+  const bool key = message == WM_CHAR && wparam == kCtrlZ;
+  if (!key && message != WM_UNDO && message != EM_UNDO)
+    return false;
+  if (!take_step(window, !key || !shift_down()))
+    MessageBeep(MB_OK);
+  return true;
+}
+
+// The wheel with Ctrl makes the letters larger and smaller. True when it did.
+bool wheel_zooms(Window &window, UINT message, WPARAM wparam) {
+  if (message != WM_MOUSEWHEEL || (GET_KEYSTATE_WPARAM(wparam) & MK_CONTROL) == 0)
+    return false;
+  window.wheel_letters += GET_WHEEL_DELTA_WPARAM(wparam);
+  if (const int steps = window.wheel_letters / WHEEL_DELTA; steps != 0)
+    zoom_text(window, steps);
+  window.wheel_letters %= WHEEL_DELTA;
+  return true;
+}
+
 LRESULT edit_keys(HWND edit, UINT message, WPARAM wparam, LPARAM lparam, DWORD_PTR id) {
-  const Window *window = find_window(static_cast<WindowId>(id));
+  Window *window = find_window(static_cast<WindowId>(id));
   if (window == nullptr)
     return DefSubclassProc(edit, message, wparam, lparam);
+  if (step_message(*window, message, wparam) || wheel_zooms(*window, message, wparam))
+    return 0;
+  if (spot_before(*window, message, lparam))
+    return TRUE;
   if (edit_message(*window, message, wparam))
     return message == WM_ERASEBKGND ? 1 : 0;
   if (const UINT meant = clipboard_message(*window, message, wparam); meant != 0)
@@ -234,9 +262,12 @@ LRESULT edit_keys(HWND edit, UINT message, WPARAM wparam, LPARAM lparam, DWORD_P
   if (window->kind == kControlWindow && !window->own_change &&
       console_message(*window, message, wparam))
     return 0;
-  if (!window->messages.empty() && may_select(message, wparam))
+  if (!(window->messages.empty() && window->faults.empty()) && may_select(message, wparam))
     InvalidateRect(edit, nullptr, FALSE);
-  return DefSubclassProc(edit, message, wparam, lparam);
+  const LRESULT result = DefSubclassProc(edit, message, wparam, lparam);
+  if ((window = find_window(static_cast<WindowId>(id))) != nullptr)
+    spot_after(*window, message, lparam);
+  return result;
 }
 
 } // namespace

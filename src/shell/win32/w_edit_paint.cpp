@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "shell/win32/w_edit.h"
 #include "shell/win32/w_objects.h"
@@ -13,6 +14,7 @@ namespace velora::win32 {
 namespace {
 
 constexpr COLORREF kMessageColour = RGB(176, 0, 0);
+constexpr COLORREF kFaultColour = RGB(220, 0, 0);
 
 std::wstring line_text(HWND edit, WPARAM line) {
   const auto start = SendMessageW(edit, EM_LINEINDEX, line, 0);
@@ -52,7 +54,7 @@ void redraw_line(HDC dc, const Window &window, const RECT &box, WPARAM line, Edi
 void draw_messages(HDC dc, const Window &window) {
   if (window.messages.empty())
     return;
-  const Selected font(dc, text_font(dpi_of(window.hwnd)));
+  const Selected font(dc, text_font(dpi_of(window.hwnd), window.points));
   SetTextColor(dc, kMessageColour);
   SetBkColor(dc, GetSysColor(COLOR_WINDOW));
   RECT box{};
@@ -67,12 +69,42 @@ void draw_messages(HDC dc, const Window &window) {
     redraw_line(dc, window, box, static_cast<WPARAM>(line), selected);
 }
 
+// A wave below a fault, as far as it is seen.
+void draw_wave(HDC dc, const Window &window, EditRange range, const TEXTMETRICW &metrics) {
+  const LRESULT start = SendMessageW(window.edit, EM_POSFROMCHAR, range.start, 0);
+  const LRESULT last = SendMessageW(window.edit, EM_POSFROMCHAR, range.end - 1, 0);
+  if (start == -1 || last == -1)
+    return;
+  const int step = std::max(2, static_cast<int>(metrics.tmHeight) / 8);
+  const int end = static_cast<short>(LOWORD(last)) + static_cast<int>(metrics.tmAveCharWidth);
+  const int y = static_cast<short>(HIWORD(start)) + static_cast<int>(metrics.tmHeight) - step;
+  std::vector<POINT> wave;
+  for (int x = static_cast<short>(LOWORD(start)); x <= end; x += step)
+    wave.push_back({x, y + (wave.size() % 2 == 0 ? step : 0)});
+  if (wave.size() > 1)
+    Polyline(dc, wave.data(), static_cast<int>(wave.size()));
+}
+
+void draw_faults(HDC dc, const Window &window) {
+  if (window.faults.empty())
+    return;
+  const Selected font(dc, text_font(dpi_of(window.hwnd), window.points));
+  const GdiHandle red(CreatePen(PS_SOLID, std::max(1, to_dots(window.hwnd, 1)), kFaultColour));
+  const Selected pen(dc, red.get());
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(dc, &metrics);
+  for (const FaultMark &fault : window.faults)
+    if (fault.range.start < fault.range.end)
+      draw_wave(dc, window, fault.range, metrics);
+}
+
 } // namespace
 
 void draw_edit(HDC dc, const Window &window, const RECT &inside) {
   FillRect(dc, &inside, GetSysColorBrush(COLOR_WINDOW));
   SendMessageW(window.edit, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
   draw_messages(dc, window);
+  draw_faults(dc, window);
 }
 
 void paint_edit(const Window &window) {

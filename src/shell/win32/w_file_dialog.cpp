@@ -16,8 +16,11 @@ struct FileKind {
   std::string_view pattern;
   const char *name;
 };
-constexpr FileKind kFileKinds[] = {
-    {"*.ddb", "Databases"}, {"*.bmp", "Pictures"}, {"*.txt", "Texts"}};
+constexpr FileKind kFileKinds[] = {{"*.ddb", "Databases"},
+                                   {"*.bmp", "Pictures"},
+                                   {"*.txt", "Texts"},
+                                   {"*.png", "Images"},
+                                   {"*.svg", "Drawings"}};
 
 const char *kind_name(std::string_view pattern) {
   for (const FileKind &kind : kFileKinds)

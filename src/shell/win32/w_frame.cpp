@@ -5,6 +5,8 @@
 
 #include "shell/desk_events.h"
 #include "shell/vel_wins.h"
+#include "shell/win32/w_commands.h"
+#include "shell/win32/w_find.h"
 #include "shell/win32/w_guard.h"
 #include "shell/win32/w_modal.h"
 #include "shell/win32/w_objects.h"
@@ -141,9 +143,11 @@ bool cursor_set(const Window *window, LPARAM lparam) {
 namespace {
 
 LRESULT frame_message(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
+  if (find_message(message, lparam))
+    return 0;
   switch (message) {
   case WM_COMMAND:
-    if (!dialog_comes_first())
+    if (!dialog_comes_first() && !run_own_command(LOWORD(wparam)))
       menu_chosen(LOWORD(wparam), shown_bar());
     return 0;
   case WM_SETCURSOR:
@@ -153,6 +157,7 @@ LRESULT frame_message(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
     return 0;
   case WM_INITMENU:
     menu_opened();
+    adjust_shown_items();
     return 0;
   case WM_SYSCOMMAND:
     return frame_system_command(wparam, lparam);

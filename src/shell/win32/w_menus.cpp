@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "editor/user_menus.h"
+#include "shell/win32/w_commands.h"
 #include "shell/win32/w_text.h"
 #include "shell/win32/w_windows.h"
 
@@ -58,6 +59,7 @@ bool init_menus() {
     bars[i] = LoadMenuW(hInst, kBarNames[i]);
     if (bars[i] == nullptr)
       return false;
+    add_own_items(bars[i], static_cast<MenuBar>(i));
   }
   hAccel = LoadAcceleratorsW(hInst, L"MenuAccelerators");
   return hAccel != nullptr;
@@ -81,6 +83,11 @@ void show_bar(MenuBar bar) {
 
 MenuBar shown_bar() {
   return current;
+}
+
+void adjust_shown_items() {
+  if (handle_of(current) != nullptr)
+    adjust_own_items(handle_of(current));
 }
 
 void enable_menu_item(int command, bool on) {

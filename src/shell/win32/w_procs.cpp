@@ -8,6 +8,7 @@
 #include "shell/win32/w_guard.h"
 #include "shell/win32/w_modal.h"
 #include "shell/win32/w_objects.h"
+#include "shell/win32/w_steps.h"
 #include "shell/win32/w_windows.h"
 
 namespace velora::win32 {
@@ -55,8 +56,8 @@ bool common_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam, 
   case WM_DPICHANGED:
     take_suggested_place(window.hwnd, lparam);
     if (window.edit != nullptr)
-      SendMessageW(window.edit, WM_SETFONT, reinterpret_cast<WPARAM>(text_font(LOWORD(wparam))),
-                   TRUE);
+      SendMessageW(window.edit, WM_SETFONT,
+                   reinterpret_cast<WPARAM>(text_font(LOWORD(wparam), window.points)), TRUE);
     return true;
   default:
     return false;
@@ -172,6 +173,7 @@ void edit_notified(Window &window, WORD code) {
   }
   if (code != EN_CHANGE || window.own_change)
     return;
+  text_edited(window);
   if (window.kind != kControlWindow)
     window.soft_breaks.clear(); // their places have moved
   if (!window.change_told)

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/desktop.h"
+#include "shell/text_steps.h"
 #include "shell/win32/w_common.h"
 
 namespace velora::win32 {
@@ -24,10 +25,19 @@ inline constexpr UINT kNoSpaceMessage = WM_APP + 3;
 // The bits of a system command's number that tell which it is.
 inline constexpr WPARAM kSystemCommandBits = 0xFFF0;
 
+// The usual size of the letters of texts.
+inline constexpr int kTextPoints = 10;
+
 // A stretch of an edit control's text, in its own units.
 struct EditRange {
   DWORD start;
   DWORD end;
+};
+
+// A stretch of a text that has a fault, and what is wrong there.
+struct FaultMark {
+  EditRange range;
+  std::wstring message;
 };
 
 // One open window. Text windows have an edit control and may have messages that stand out; the
@@ -45,6 +55,12 @@ struct Window {
   std::vector<EditRange> messages; // in order
   std::vector<DWORD> soft_breaks;  // line ends for showing only, in order
   bool frame_dragged = false;
+  int points = kTextPoints; // how large the letters of a text are
+  TextSteps steps;          // what the user did to a text; in the console, behind the mark
+  std::vector<FaultMark> faults;
+  HWND tip = nullptr;    // that tells of the fault below the mouse
+  int told_fault = -1;   // which one it tells of
+  int wheel_letters = 0; // of turns with Ctrl too small to make letters larger
   Rect extent{};
   int zoom = 100; // hundredths of the natural size
   POINT scroll{};
@@ -106,6 +122,8 @@ bool init_menus();
 void destroy_menus();
 void show_bar(MenuBar bar);
 MenuBar shown_bar();
+// Greys the desktop's own items of the shown bar that are of no use now.
+void adjust_shown_items();
 void enable_menu_item(int command, bool on);
 void enable_all_menus(bool on);
 // Greys one menu of a bar, or gives it back; enable_all_menus() leaves it grey.
