@@ -129,6 +129,7 @@ node *LMakeConstructor(cons_block *cs) {
 }
 
 node *LMakeBuiltin(func_block *fc, int id) {
+  note_built_in(id);
   node *n = new_leaf(kBuiltin);
   n->val.bi.fc = fc;
   n->val.bi.id = id;

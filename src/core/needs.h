@@ -38,6 +38,12 @@ void forget_plan(func_block *fc);
 // Defined by eval/clause_code.
 void retire_code(clause_code *code);
 
+// Tells that `fc` gets a clause whose head takes that many arguments, and that an expression names
+// the built-in `number`: compiled forms that were made without reckoning with it are given up.
+// Defined by eval/clause_code.
+void note_head(const func_block *fc, int arguments);
+void note_built_in(int number);
+
 // Notes that the query space uses the static node `n` in the collection numbered `epoch`; answers
 // how many nodes the term would take in the query space. Defined by eval/clause_code.
 std::int64_t mark_code(const node *n, unsigned epoch);

@@ -2,12 +2,17 @@
 // clause_compile.cpp.
 #include "eval/clause_code.h"
 
+#include <algorithm>
 #include <memory>
+#include <unordered_map>
 
+#include "core/builtin_ids.h"
 #include "core/needs.h"
 #include "core/space.h"
+#include "core/symbols.h"
 #include "core/text.h"
 #include "eval/clause_compile.h"
+#include "eval/registry.h"
 
 namespace velora {
 
@@ -199,6 +204,73 @@ clause_code *code_of(rhs_link *clause, const choice_node *lhs_tree, std::uint32_
   if (clause->code == nullptr)
     clause->code = compile_clause(*clause, lhs_tree, mask).release();
   return clause->code;
+}
+
+namespace {
+
+// The least number of arguments that a head of `fc` takes; 0 when there is no head.
+int shortest_head(const func_block *fc) {
+  int least = fc->defs == nullptr ? 0 : kNoLimit;
+  for (const defs_link *group = fc->defs; group != nullptr; group = group->next)
+    for (const choice_node *head = group->lhs_tree; head != nullptr; head = head->next) {
+      std::vector<std::pair<const choice_node *, int>> open{{head, 0}};
+      while (!open.empty()) {
+        const auto [at, count] = open.back();
+        open.pop_back();
+        if (!is_apply(&at->n)) {
+          least = std::min(least, count);
+          continue;
+        }
+        for (const choice_node *f = choice_list(at->n.val.a.a1); f != nullptr; f = f->next)
+          open.emplace_back(f, count + 1);
+      }
+    }
+  return least;
+}
+
+// What compiled forms rely on: functions that had no head shorter than this, and that no list grows
+// where it stands.
+std::unordered_map<const func_block *, int> shortest_heads;
+bool tag_named = false;
+
+// Gives up the compiled forms of all clauses; each is made again at its next call.
+void give_up_all_code() {
+  shortest_heads.clear();
+  for (const symbol *s = Symbol_table; s != nullptr; s = s->next) {
+    if ((s->stype & kFunctionBit) == 0 || (s->stype & kBuiltinBit) != 0)
+      continue;
+    for (const defs_link *group = s->b.fc->defs; group != nullptr; group = group->next)
+      for (rhs_link *clause = group->defs; clause != nullptr; clause = clause->next) {
+        retire_code(clause->code);
+        clause->code = nullptr;
+      }
+  }
+}
+
+} // namespace
+
+int least_arguments_for_good(const func_block *fc) {
+  const int least = shortest_head(fc);
+  int &relied_on = shortest_heads[fc];
+  relied_on = std::max(relied_on, least);
+  return least;
+}
+
+bool lists_may_grow() {
+  return tag_named;
+}
+
+void note_head(const func_block *fc, int arguments) {
+  const auto found = shortest_heads.find(fc);
+  if (found != shortest_heads.end() && arguments < found->second)
+    give_up_all_code();
+}
+
+void note_built_in(int number) {
+  if (number != kBiTag || tag_named)
+    return;
+  tag_named = true;
+  give_up_all_code();
 }
 
 void retire_code(clause_code *code) {

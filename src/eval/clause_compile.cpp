@@ -12,6 +12,7 @@
 #include "core/text.h"
 #include "core/trees.h"
 #include "core/walks.h"
+#include "eval/bi_support.h"
 #include "eval/registry.h"
 
 namespace velora {
@@ -85,28 +86,13 @@ void collect_head_variables(const choice_node *list, std::uint32_t mask, std::se
   }
 }
 
-// The least number of arguments that a head of `fc` takes; 0 when there is no head.
-int least_arguments(const func_block *fc) {
-  int least = fc->defs == nullptr ? 0 : kNoLimit;
-  for (const defs_link *group = fc->defs; group != nullptr; group = group->next)
-    for (const choice_node *head = group->lhs_tree; head != nullptr; head = head->next) {
-      std::vector<std::pair<const choice_node *, int>> open{{head, 0}};
-      while (!open.empty()) {
-        const auto [at, count] = open.back();
-        open.pop_back();
-        if (!is_apply(&at->n)) {
-          least = std::min(least, count);
-          continue;
-        }
-        for (const choice_node *f = choice_list(at->n.val.a.a1); f != nullptr; f = f->next)
-          open.emplace_back(f, count + 1);
-      }
-    }
-  return least;
+bool may_grow(const node *n) {
+  return lists_may_grow() && n->type == kConstructorNode && n->val.cs == bi_cons_table[kNil].cs;
 }
 
 // Whether evaluating a term without variables of the clause can do nothing at all, so that nobody
-// can tell one node from several copies: a value, or a function with too few arguments.
+// can tell one node from several copies: a value, or a function with too few arguments. An end of a
+// list that may grow is told by its growing.
 bool is_inert(const node *n) {
   int count = 0;
   for (; is_apply(n); n = n->val.a.a1, ++count)
@@ -114,11 +100,11 @@ bool is_inert(const node *n) {
       return false;
   switch (n->type) {
   case kFunctionNode:
-    return count < least_arguments(n->val.fc);
+    return count < least_arguments_for_good(n->val.fc);
   case kBuiltin:
     return count < bi_funcs_table[n->val.bi.id].arity.least;
   case kConstructorNode:
-    return true;
+    return !may_grow(n);
   default:
     return count == 0;
   }
@@ -252,7 +238,7 @@ private:
     case kBuiltin:
       return bi_funcs_table[leaf->val.bi.id].arity.least > 0 ? kShareHead : 0;
     default:
-      return kShareLeaf;
+      return may_grow(leaf) ? 0 : kShareLeaf;
     }
   }
 

@@ -137,6 +137,34 @@ bool flatten(const choice_node *list, std::uint32_t clauses, std::vector<flat_pa
   return true;
 }
 
+// Adds the variables of one pattern to those of its clauses; false when one of these had it before.
+bool add_variables(const flat_pattern &pattern, std::array<std::uint32_t, kGroupSize> &seen) {
+  const int count = pattern.kind == FlatKind::variable      ? 1
+                    : pattern.kind == FlatKind::application ? pattern.count
+                                                            : 0;
+  for (int i = 0; i < count; ++i)
+    for (std::size_t k = 0; k < seen.size(); ++k) {
+      const std::uint32_t bit = 1U << pattern.vars[i];
+      if ((pattern.mask >> k & 1U) == 0)
+        continue;
+      if ((seen[k] & bit) != 0)
+        return false;
+      seen[k] |= bit;
+    }
+  return true;
+}
+
+// Whether some clause has a variable twice. On the way to it another clause may bind that variable
+// before it fails; walking back, the straight call does not bind again what stands further left.
+bool repeats_variable(const group_plan &plan) {
+  std::array<std::uint32_t, kGroupSize> seen{};
+  for (const std::vector<flat_pattern> &patterns : plan.patterns)
+    for (const flat_pattern &pattern : patterns)
+      if (!add_variables(pattern, seen))
+        return true;
+  return false;
+}
+
 // Whether the group has flat patterns at all positions; then notes them and its clauses.
 bool flatten_group(group_plan &plan) {
   std::size_t number = 0;
@@ -145,7 +173,7 @@ bool flatten_group(group_plan &plan) {
   for (const choice_node *arg : plan.args)
     if (!flatten(arg, plan.clauses, plan.patterns.emplace_back()))
       return false;
-  return true;
+  return !repeats_variable(plan);
 }
 
 // The plan of one group; false unless every head takes exactly `arity` arguments.

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/events.h"
+#include "core/needs.h"
 #include "core/symbols.h"
 #include "core/text.h"
 #include "core/trees.h"
@@ -36,6 +37,7 @@ node *symbol_leaf(symbol *s) {
     if (built_in) {
       leaf->val.bi.fc = s->b.fc;
       leaf->val.bi.id = s->b.fc->max_var;
+      note_built_in(leaf->val.bi.id);
     } else {
       leaf->val.fc = s->b.fc;
     }

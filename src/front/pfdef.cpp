@@ -130,6 +130,7 @@ void append_clause(func_block *fc, const node *lhs, const Head &head, Tree compi
   const Place place = place_for_clause(fc);
   GrowingIndex index(fc);
   forget_plan(fc);
+  note_head(fc, head.arguments);
   merge_lhs(lhs, &place.group->lhs_tree, 1u << place.count, &clause->max_var);
   clause->rhs = compiled.release();
   clause->original = original.release();
