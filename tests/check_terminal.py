@@ -257,6 +257,25 @@ def check_ends_of_the_session(program, home, _):
         assert not path.with_suffix(".work").exists(), "closing takes it away"
 
 
+def check_two_ends_leave(program, home, _):
+    """An end at the prompt and one at the question that follows leave; a cancelled goodbye does not
+    count, nor does an end with an answer in between."""
+    pathlib.Path(home, "kept.ddb").write_text("fdec\n f ::= int ;\n;\n")
+    t = start(program, home, "kept.ddb")
+    t.say("fdef f ::= #42 ; ;\n", "QUERY> ")
+    for goodbye in ("\x04", ":quit\n", "\x04"):
+        t.say(goodbye, "3 Cancel", "? ")
+        t.say("cancel\n", "QUERY> ")
+    t.say("\x04", "3 Cancel", "? ")
+    t.type("\x04")
+    t.end()
+    again = Terminal(program, home, "kept.ddb")
+    again.wait("3 Later")
+    again.say("recover\n", "QUERY> ")
+    again.say("f ;\n", "#42\nQUERY> ")
+    assert again.leave_unsaved() == 0, "status"
+
+
 def check_running_query_is_ended(program, home, limit):
     t = start(program, home)
     t.say(ENDLESS, "QUERY> ")
@@ -276,7 +295,7 @@ def check_control_characters(program, home, _):
     t.leave()
 
 
-CHECKS = [check_ends_of_the_session, check_running_query_is_ended, check_control_characters,
+CHECKS = [check_ends_of_the_session, check_two_ends_leave, check_running_query_is_ended, check_control_characters,
           check_answers, check_editing, check_completion, check_prompt_key, check_interrupt,
           check_interrupt_printing, check_interrupt_reading, check_question, check_colour,
           check_time, check_unmatched, check_quit]

@@ -13,6 +13,12 @@
 
 namespace velora {
 
+Got LineInput::next(std::string &line, const std::string &prompt) {
+  const Got got = read(line, prompt);
+  ends_in_a_row_ = got == Got::end ? ends_in_a_row_ + 1 : 0;
+  return got;
+}
+
 Got StreamInput::fill() {
   buffer_.erase(0, start_);
   start_ = 0;

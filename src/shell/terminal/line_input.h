@@ -15,6 +15,11 @@ enum class Got { line, end, interrupted };
 class LineInput {
 public:
   virtual ~LineInput() = default;
+  // Reads a line and counts the ends of the input: for whoever wants a command or an answer.
+  Got next(std::string &line, const std::string &prompt);
+  // How often in a row the input has ended. Whoever ends it at a question that the first end
+  // brought up wants to leave.
+  [[nodiscard]] int ends_in_a_row() const { return ends_in_a_row_; }
   // Reads one line into `line`, without its line end. At a terminal the line is edited behind
   // `prompt`; elsewhere no prompt is shown. `interrupted` when the user stopped the reading.
   virtual Got read(std::string &line, const std::string &prompt) = 0;
@@ -27,6 +32,9 @@ public:
   virtual void drop_rest() {}
   // Adds a whole command to the history.
   virtual void remember(const std::string &command) { (void)command; }
+
+private:
+  int ends_in_a_row_ = 0;
 };
 
 // Lines from a file descriptor: standard input that is not a terminal.

@@ -129,14 +129,15 @@ void run_session(Session &session, const Manner &manner) {
   int may_end = 0;
   while (may_end == 0) {
     session.run();
-    if (gEndAsked != 0 || (!gQuit && !manner.typed))
+    if (gEndAsked != 0 || (!gQuit && !manner.typed) || session.input_is_gone())
       break;
     session.run_one([&] {
       may_end = leave_database(manner.typed);
       return 1;
     });
-    if (may_end == 0 && !session.go_on())
+    if (session.input_is_gone())
       break;
+    session.go_on();
   }
   const bool asked = gEndAsked != 0 && (manner.goes_on || database_is_current());
   if (may_end == 0 && (asked || manner.typed))

@@ -155,7 +155,7 @@ Got Session::next_line(std::string &line, const char *prompt, bool first) {
   for (;;) {
     if (typed_)
       console_.end_line();
-    const Got got = input_.read(line, shown_prompt(prompt, entry_));
+    const Got got = input_.next(line, shown_prompt(prompt, entry_));
     if (got == Got::interrupted && typed_ && first && gEndAsked == 0)
       continue; // the key has cleared the line
     if (got == Got::line && first && is_blank(line))
@@ -216,23 +216,22 @@ void Session::step() {
   if (!colon_.empty()) {
     const std::string line = std::exchange(colon_, "");
     pp_reset();
-    ends_met_ = 0;
     input_.remember(line);
     run_one([&] { return run_colon_command(line); });
   } else if (answer < 0 && end == CommandEnd::done) {
     over_ = true;
-    ++ends_met_;
-  } else {
-    ends_met_ = 0;
-    if (gTimes)
-      meter.show(console_, waited_);
+  } else if (gTimes) {
+    meter.show(console_, waited_);
   }
 }
 
-bool Session::go_on() {
+bool Session::input_is_gone() const {
+  return input_.ends_in_a_row() > 1;
+}
+
+void Session::go_on() {
   gQuit = false;
   over_ = false;
-  return ends_met_ < 2;
 }
 
 void Session::run() {

@@ -21,8 +21,10 @@ public:
 
   // Reads and runs commands until the input ends, `:quit`, or an interrupt that ends the run.
   void run();
-  // Takes an ended session up again. False when the input has ended twice in a row.
-  bool go_on();
+  // Takes an ended session up again.
+  void go_on();
+  // True when the input has ended twice in a row: nobody answers any more.
+  bool input_is_gone() const;
   // Runs one command and counts how it ended.
   CommandEnd run_one(const Command &command, const Command &again = nullptr);
   // 0, 1 when some command failed, 130 when the run was interrupted.
@@ -42,7 +44,6 @@ private:
   bool typed_;
   bool goes_on_;
   bool over_ = false;
-  int ends_met_ = 0; // ends of the input since the last command
   bool failed_ = false;
   bool interrupted_ = false;
   int errors_before_ = 0; // parser errors before the statement being typed

@@ -145,7 +145,7 @@ bool is_command(const std::string &line) {
 
 bool TerminalConsole::read_answer(std::string &line, const std::string &prompt) {
   std::fflush(stdout);
-  const Got got = input_ == nullptr ? Got::end : input_->read(line, prompt);
+  const Got got = input_ == nullptr ? Got::end : input_->next(line, prompt);
   if (got == Got::interrupted)
     gInterrupted = 1; // stops the command that asks, as soon as it goes on
   // A question that a script does not expect must not eat its next command.
