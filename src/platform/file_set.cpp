@@ -30,11 +30,12 @@ struct Part {
   std::string target; // where links lead
   std::string backup; // target.bak
   FileStamp old;
-  HiddenFile made;     // the new contents
-  std::string kept;    // the second name of the old file
-  std::string older;   // the second name of the old backup
-  bool moved = false;  // `kept` has become the backup
-  bool placed = false; // the new file has taken the name
+  HiddenFile made;      // the new contents
+  std::string kept;     // the second name of the old file
+  std::string older;    // the second name of the old backup
+  bool cleared = false; // the old backup was removed to make room
+  bool moved = false;   // `kept` has become the backup
+  bool placed = false;  // the new file has taken the name
 };
 
 class Replacement {
@@ -54,6 +55,7 @@ private:
   bool move_backup(Part &part);
   bool take_names();
   bool put_back();
+  static bool put_backup_back(Part &part);
   void put_back_or_say();
   void sync_folders() const;
   bool remove_marker();
@@ -152,8 +154,11 @@ bool Replacement::write_marker() {
 
 // Where a rename may not take a file's place, the old backup is removed first.
 bool Replacement::move_backup(Part &part) {
-  part.moved = rename_file(part.kept, part.backup) ||
-               (remove_file(part.backup) && rename_file(part.kept, part.backup));
+  part.moved = rename_file(part.kept, part.backup);
+  if (part.moved)
+    return true;
+  part.cleared = remove_file(part.backup);
+  part.moved = part.cleared && rename_file(part.kept, part.backup);
   return part.moved;
 }
 
@@ -174,6 +179,20 @@ bool Replacement::take_names() {
   return true;
 }
 
+// The backup of the time before takes its name again, where it lost it.
+bool Replacement::put_backup_back(Part &part) {
+  if (!part.moved && !part.cleared)
+    return true;
+  const bool back = part.older.empty() ? !part.moved || remove_file(part.backup)
+                                       : rename_file(part.older, part.backup);
+  if (!back)
+    return false;
+  part.moved = false;
+  part.cleared = false;
+  part.older.clear();
+  return true;
+}
+
 // Takes everything back. The old contents stand as the backup or under their second name; each name
 // gets them by a rename, so that no name is ever without a whole file.
 bool Replacement::put_back() {
@@ -186,14 +205,7 @@ bool Replacement::put_back() {
     } else if (part.placed) {
       part.placed = !remove_file(part.target);
     }
-    done &= !part.placed;
-    if (!part.placed && part.moved) {
-      part.moved =
-          part.older.empty() ? !remove_file(part.backup) : !rename_file(part.older, part.backup);
-      done &= !part.moved;
-      if (!part.moved)
-        part.older.clear();
-    }
+    done &= !part.placed && put_backup_back(part);
   }
   return done;
 }
@@ -212,7 +224,8 @@ bool Replacement::remove_marker() {
 void Replacement::put_back_or_say() {
   const bool back = put_back();
   sync_folders();
-  if (back && remove_marker())
+  // A single file has no marker: it stands as it was, and at most its backup is not the one before.
+  if (marker_.empty() || (back && remove_marker()))
     return;
   outcome_.reason += "; the save is not finished: its new contents stand in " +
                      parts_.front().made.name() + " and its like beside";

@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -24,6 +25,7 @@
 #include "kit/recorder.h"
 #include "platform/response.h"
 #include "platform/safe_file.h"
+#include "platform/trusted_sums.h"
 
 namespace velora::db_test {
 
@@ -38,6 +40,8 @@ protected:
     fs::create_directories(folder_);
     fs::current_path(folder_);
     gSyncFiles = 0;
+    forget_state();
+    setenv("XDG_STATE_HOME", state_folder_name().c_str(), 1);
     reset();
   }
   void TearDown() override {
@@ -48,6 +52,15 @@ protected:
     reset();
     fs::current_path(old_dir_);
     fs::remove_all(folder_);
+    forget_state();
+    unsetenv("XDG_STATE_HOME");
+  }
+  // The user's own state is not touched; what is trusted stands beside the folder, which holds the
+  // database alone.
+  [[nodiscard]] std::string state_folder_name() const { return folder_.string() + "_state"; }
+  void forget_state() const {
+    fs::remove_all(state_folder_name());
+    forget_trusted_sums();
   }
 
   // As after a reset of the program, with nothing changed.

@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/file_set.h"
 #include "platform/interrupt.h"
 #include "platform/safe_file.h"
 #include "platform/sha256.h"
@@ -173,6 +174,23 @@ TEST_F(SafeFileTest, FailedAtEveryCallTheOldFileStandsAndTheCauseIsTold) {
     EXPECT_EQ(failures, 13);
     EXPECT_EQ(entries(), 1);
   }
+}
+
+// The first rename fails, and the second one when the backup has been removed to make room for it.
+TEST_F(SafeFileTest, ABackupThatCannotBeReplacedComesBack) {
+  static int renames;
+  renames = 0;
+  put(name + ".bak", "the version before");
+  gFileFault = [](FileStep step, std::size_t) {
+    return FileFault{step == FileStep::rename && ++renames <= 2 ? EACCES : 0, 0};
+  };
+  std::string reason;
+  EXPECT_FALSE(write_with_backup(name, kNew, reason));
+  gFileFault = nullptr;
+  EXPECT_EQ(reason, name + ".bak: Permission denied");
+  EXPECT_EQ(get(name), kOld);
+  EXPECT_EQ(get(name + ".bak"), "the version before");
+  EXPECT_EQ(entries(), 3); // with the lock
 }
 
 TEST_F(SafeFileTest, ADroppedReplacementLeavesEverything) {
