@@ -6,6 +6,7 @@ after the last change or at once. What the next session offers must hold everyth
 enough to be written, and a session that was saved must offer nothing."""
 
 import argparse
+import os
 import pathlib
 import subprocess
 import sys
@@ -32,7 +33,11 @@ STEPS = [
     "type int",
     "key Enter",
     "drag @3.bottom @2.top",
+    "drag @2.bottom @1.top",
     "query dbl #1 ;",
+    "click @1",
+    "key F2\nkey ctrl+A\ntype int\nkey Enter",
+    "choose Save New Component of Function...\nanswer f\nmenu 501",
     "click @2",
     "menu 301",
     "menu 309",
@@ -41,18 +46,32 @@ STEPS = [
     "menu 303",
     "menu 602",
     "click 300 250",
-    "key Escape",
+    "key Esc",
+    "menu 504",
+    "menu 601\nclick 100 20\nkey Esc",
 ]
 SETTLED = 2500  # milliseconds after which a change must have been written
 
 
 def run(program, folder, lines):
-    """Runs a script on the database; its output."""
+    """Runs a script on the database; its output and what it complains of."""
     script = pathlib.Path(folder, "script.events")
     script.write_text("".join(line + "\n" for line in lines), encoding="utf-8")
     done = subprocess.run([program, "--events", script.name, "mine"], cwd=folder, timeout=60,
+                          env={**os.environ, "HOME": folder, "XDG_STATE_HOME": folder},
                           capture_output=True, text=True, errors="replace", check=False)
-    return done.stdout
+    return done.stdout, done.stderr
+
+
+def start_database(folder):
+    pathlib.Path(folder, "mine.ddb").write_text(DATABASE, encoding="utf-8")
+    pathlib.Path(folder, "mine.seg").write_text("$$$$", encoding="utf-8")
+
+
+def saved_files(program, folder, lines):
+    """Both files after a script that ends with a save of what is committed."""
+    run(program, folder, lines + ["choose Save Without", "menu 107"])
+    return [pathlib.Path(folder, name).read_text("utf-8") for name in ("mine.ddb", "mine.seg")]
 
 
 def dump_of(output):
@@ -63,30 +82,38 @@ def dump_of(output):
 def attempt(program, steps, settled):
     """Kills after some steps; a complaint, or an empty text."""
     with tempfile.TemporaryDirectory() as folder:
-        pathlib.Path(folder, "mine.ddb").write_text(DATABASE, encoding="utf-8")
-        pathlib.Path(folder, "mine.seg").write_text("$$$$", encoding="utf-8")
+        start_database(folder)
         wait = [f"wait {SETTLED}"] if settled else []
-        before = run(program, folder, steps + ["dump"] + wait + ["die"])
+        before, complaint = run(program, folder, steps + ["dump"] + wait + ["die"])
+        if complaint:
+            return complaint
         shown = dump_of(before)
-        after = run(program, folder, ["choose Recover", "windows", "dump"])
-        offered = "Unsaved work on" in after
-        drawn = shown not in ("", "no picture") and "\n" in shown
+        looked, _ = run(program, folder, ["choose Recover", "windows", "dump", "die"])
+        offered = "Unsaved work on" in looked
+        drawn = "\n" in shown
         if settled and drawn and not offered:
             return "nothing was offered"
-        if settled and offered and drawn and dump_of(after) != shown:
-            return f"came back as\n{dump_of(after)}\ninstead of\n{shown}"
+        if settled and drawn and dump_of(looked) != shown:
+            return f"came back as\n{dump_of(looked)}\ninstead of\n{shown}"
+        if not settled or not offered:
+            return ""
+        recovered = saved_files(program, folder, ["choose Recover"])
+    with tempfile.TemporaryDirectory() as folder:
+        start_database(folder)
+        # Declarations read back stand in another order.
+        once = saved_files(program, folder, steps)
+        if recovered[1] != once[1] or sorted(recovered[0].split()) != sorted(once[0].split()):
+            return f"saved as\n{recovered}\ninstead of\n{once}"
     return ""
 
 
-def false_question(program):
-    """A session that was saved must leave no question behind."""
+def false_question(program, ending):
+    """A session that was saved, or whose work was given up, must leave no question behind."""
     with tempfile.TemporaryDirectory() as folder:
-        pathlib.Path(folder, "mine.ddb").write_text(DATABASE, encoding="utf-8")
-        pathlib.Path(folder, "mine.seg").write_text("$$$$", encoding="utf-8")
-        run(program, folder, STEPS[:10] + [f"wait {SETTLED}", "choose Save Without", "menu 107",
-                                           "choose Discard", "close", "menu 103"])
-        again = run(program, folder, ["windows"])
-        return "a saved session was asked about" if "Unsaved work on" in again else ""
+        start_database(folder)
+        run(program, folder, STEPS[:10] + [f"wait {SETTLED}"] + ending)
+        again, _ = run(program, folder, ["windows"])
+        return "an ended session was asked about" if "Unsaved work on" in again else ""
 
 
 def main():
@@ -98,11 +125,15 @@ def main():
         for settled in (True, False):
             if complaint := attempt(program, STEPS[:count], settled):
                 faults.append(f"killed after {count} steps: {complaint}")
-    if complaint := false_question(program):
-        faults.append(complaint)
+    endings = (["choose Save Without", "menu 107", "choose Discard", "close", "menu 103"],
+               ["choose Discard", "choose No", "menu 103"],
+               ["choose Discard", "choose No", "menu 113"])
+    for ending in endings:
+        if complaint := false_question(program, ending):
+            faults.append(f"{complaint}: {ending}")
     for fault in faults:
         print(fault)
-    total = 2 * len(STEPS) + 1
+    total = 2 * len(STEPS) + len(endings)
     print(f"{total - len(faults)} passed, {len(faults)} failed")
     return 1 if faults else 0
 

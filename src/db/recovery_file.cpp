@@ -24,6 +24,8 @@ constexpr std::string_view kFirstWord = "velora-work-1";
 
 // The work files that the user wants to look at later; they are neither removed nor written over.
 std::set<std::string> kept_for_later;
+// Those that hold work of this session: it wrote them, or took them up.
+std::set<std::string> held;
 
 std::string stamp_word(const FileStamp &stamp) {
   return stamp.exists ? std::to_string(stamp.size) + ":" + stamp.sum : "absent";
@@ -85,12 +87,22 @@ bool write_private(const std::string &name, const std::string &content, std::str
   return false;
 }
 
-// A name that is not being kept for later: NAME.work, NAME.work.2, ...
+// The name of the work file number `i` of a base name: NAME.work, NAME.work.2, ...
+std::string numbered(const std::string &name, int i) {
+  return i == 1 ? name : name + "." + std::to_string(i);
+}
+
+// The first of them that is not being kept for later.
 std::string free_work_name(const std::string &name) {
-  std::string free = name;
-  for (int i = 2; kept_for_later.contains(free); ++i)
-    free = name + "." + std::to_string(i);
-  return free;
+  int i = 1;
+  while (kept_for_later.contains(numbered(name, i)))
+    ++i;
+  return name.empty() ? name : numbered(name, i);
+}
+
+void remove_unless_kept(const std::string &name) {
+  if (!name.empty() && !kept_for_later.contains(name) && entry_kind(name) == EntryKind::file)
+    remove_file(name);
 }
 
 } // namespace
@@ -111,6 +123,7 @@ std::string write_work() {
       continue;
     if (!session_is_restricted())
       note_own_text(content);
+    held.insert(name);
     return name;
   }
   orvek_errorf("Sorry! The unsaved work cannot be kept: %s\n", reason.c_str());
@@ -118,17 +131,22 @@ std::string write_work() {
 }
 
 void remove_work(const std::string &base) {
-  const std::string name = work_name(base);
-  if (!name.empty() && !kept_for_later.contains(name) && entry_kind(name) == EntryKind::file)
-    remove_file(name);
+  if (!base.empty())
+    remove_unless_kept(work_name(base));
+  for (const std::string &name : held)
+    remove_unless_kept(name);
+  held.clear();
 }
 
 void close_work(const std::string &base) {
   remove_work(base);
-  kept_for_later.erase(work_name(base));
+  const std::string name = work_name(base);
+  std::erase_if(kept_for_later, [&](const std::string &kept) { return kept.starts_with(name); });
 }
 
 bool read_work(const std::string &name, WorkFile &work) {
+  work = WorkFile{};
+  work.name = name;
   if (name.empty() || entry_kind(name) != EntryKind::file || !read_whole_file(name, work.whole))
     return false;
   std::string_view rest = work.whole;
@@ -153,14 +171,13 @@ bool read_work(const std::string &name, WorkFile &work) {
   return true;
 }
 
-WorkChoice offer_work(const std::string &base, WorkFile &work) {
-  const std::string name = work_name(base);
-  if (name.empty() || entry_kind(name) == EntryKind::none)
-    return WorkChoice::none;
+namespace {
+
+// The question about one work file; `none` when it was discarded.
+WorkChoice offer_file(const std::string &base, const std::string &name, WorkFile &work) {
   const std::string shown = base.empty() ? "no database" : base;
   if (!gPersonAnswers || !read_work(name, work)) {
     show_note("note: unsaved work on " + shown + " stands in " + name);
-    kept_for_later.insert(name);
     return WorkChoice::later;
   }
   const bool agrees = base.empty() || (work.text_stamp == stamp_of(base + File_ext) &&
@@ -171,38 +188,101 @@ WorkChoice offer_work(const std::string &base, WorkFile &work) {
                                 {agrees ? "Recover" : "Open as Copy", "Discard", "Later"});
   if (answer == kTake)
     return agrees ? WorkChoice::recover : WorkChoice::copy;
-  if (answer == kDiscard) {
-    remove_file(name);
-    return WorkChoice::none;
-  }
-  kept_for_later.insert(name);
-  return WorkChoice::later;
+  if (answer != kDiscard)
+    return WorkChoice::later;
+  remove_file(name);
+  return WorkChoice::none;
 }
 
-// The text goes the way of any database: what stands in it asks before it acts.
-int take_work(const std::string &base, const WorkFile &work) {
-  const std::string name = work_name(base);
-  const bool pictures = restore_pictures(name, work.pictures) != 0;
-  std::size_t i = 0;
-  for (WinInfo *wi = gWinInfo; wi != nullptr && i < work.how.size(); wi = wi->next, ++i) {
-    wi->saved = work.how[i].saved;
-    wi->clean = work.how[i].clean;
+} // namespace
+
+WorkChoice offer_work(const std::string &base, WorkFile &work) {
+  const std::string first = work_name(base);
+  WorkChoice choice = WorkChoice::none;
+  if (first.empty())
+    return choice;
+  for (int i = 1; i == 1 || entry_kind(numbered(first, i)) == EntryKind::file; ++i) {
+    const std::string name = numbered(first, i);
+    if (entry_kind(name) == EntryKind::none || kept_for_later.contains(name))
+      continue;
+    choice = offer_file(base, name, work);
+    if (choice == WorkChoice::recover || choice == WorkChoice::copy)
+      return choice;
+    if (choice == WorkChoice::later)
+      kept_for_later.insert(name);
   }
-  note_database_read(name, work.whole);
+  return choice;
+}
+
+namespace {
+
+// The stored record of that name and number that memory holds already; null when there is none.
+WinInfo *stored_before(const std::vector<WinInfo *> &before, const WinInfo &picture) {
+  for (WinInfo *wi : before)
+    if (wi->cmpnt == picture.cmpnt && wi->name == picture.name)
+      return wi;
+  return nullptr;
+}
+
+void take_picture(WinInfo &picture, const WorkPicture &how, const std::vector<WinInfo *> &before) {
+  const bool was_shown = how.shown || how.saved == 0;
+  if (how.shown && picture.seg_ct == 0 && picture.annot.empty())
+    return; // an empty window
+  WinInfo *wi = was_shown ? nullptr : stored_before(before, picture);
+  if (wi == nullptr && NewWinInfo(0, picture.wtype, &wi) == 0)
+    return;
+  wi->name = picture.name;
+  wi->cmpnt = picture.cmpnt;
+  wi->txtsze = picture.txtsze;
+  wi->annot = std::move(picture.annot);
+  wi->seg_ments = std::move(picture.seg_ments);
+  wi->seg_ct = picture.seg_ct;
+  wi->saved = was_shown ? 0 : 1;
+  wi->clean = how.clean;
+}
+
+// Each picture becomes a record of its own: one that was shown may have the name and the number of
+// the stored one that it was loaded from.
+void take_pictures(const WorkFile &work) {
+  std::vector<WinInfo *> before;
+  for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
+    if (wi->win == 0 && wi->saved != 0)
+      before.push_back(wi);
+  const auto pictures = pictures_of_text(work.pictures);
+  if (pictures.size() != work.how.size())
+    show_note(format_text("note: %s is damaged: %zu of %zu pictures could be read",
+                          work.name.c_str(), pictures.size(), work.how.size()));
+  constexpr WorkPicture kStored{false, 1, 1};
+  for (std::size_t i = 0; i < pictures.size(); ++i)
+    take_picture(*pictures[i], i < work.how.size() ? work.how[i] : kStored, before);
+}
+
+} // namespace
+
+// The text goes the way of any database: what stands in it asks before it acts.
+int take_work(const WorkFile &work) {
+  take_pictures(work);
+  note_database_read(work.name, work.whole);
   int text = 0;
   {
     const DatabaseReading reading;
-    text = load_text(name, work.text);
+    text = load_text(work.name, work.text);
   }
+  held.insert(work.name);
   gSymbolTableChanged = 1;
   gSegsChanged = 1;
-  return pictures && text != 0 ? 1 : 0;
+  return text != 0 ? 1 : 0;
 }
 
 void offer_unnamed_work() {
   WorkFile work;
-  if (offer_work("", work) == WorkChoice::recover && take_work("", work) != 0)
-    remove_work("");
+  if (offer_work("", work) == WorkChoice::recover)
+    take_work(work);
+}
+
+void forget_work_files() {
+  kept_for_later.clear();
+  held.clear();
 }
 
 } // namespace velora

@@ -22,6 +22,7 @@ struct WorkPicture {
 };
 
 struct WorkFile {
+  std::string name;
   FileStamp text_stamp; // of the database's files when this was written
   FileStamp pictures_stamp;
   std::string text;
@@ -36,8 +37,8 @@ std::string work_name(const std::string &base);
 // Writes all that is in memory to the work file of the current database, or to the one in the state
 // folder. Answers the name written, or "" after a message.
 std::string write_work();
-// Removes the work file of `base`, after a clean save or close, unless the user wants to look at it
-// later.
+// Removes the work file of `base` and all that this session wrote or took up, after a clean save or
+// close. What the user wants to look at later stays.
 void remove_work(const std::string &base);
 // The same when the database is closed: what was kept for later is offered at the next opening.
 void close_work(const std::string &base);
@@ -46,15 +47,19 @@ bool read_work(const std::string &name, WorkFile &work);
 
 // What the user wants done with the work found for a database.
 enum class WorkChoice { none, recover, copy, later };
-// Looks for unsaved work on `base` and asks; discards it when told to. Where nobody can be asked it
-// is only pointed out.
+// Looks for unsaved work on `base` and asks, one file after the other when some were kept for
+// later; discards what it is told to. Where nobody can be asked it is only pointed out.
 WorkChoice offer_work(const std::string &base, WorkFile &work);
 
-// Takes a work file that was read into memory. `base` is the database that it belongs to; with ""
-// it is a copy without a name. 1 or 0. Everything then counts as changed.
-int take_work(const std::string &base, const WorkFile &work);
+// Takes a work file that was read into memory; 1 or 0. Everything then counts as changed. A picture
+// that was shown is a record beside the stored one of its name and number, with `saved` 0, until it
+// gets its window or place (shell/recovery).
+int take_work(const WorkFile &work);
 
-// Offers what was left without a database; called when a session starts.
+// Offers what was left without a database; called when a session starts. The file stays until the
+// work is saved or given up.
 void offer_unnamed_work();
+// Forgets what this session wrote and keeps for later; between tests.
+void forget_work_files();
 
 } // namespace velora

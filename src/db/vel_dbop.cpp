@@ -151,7 +151,7 @@ int opened_work(const WorkFile &work) {
   if (texts.pictures_kind == PicturesFound::whole)
     note_segment_file(texts.pictures_name, texts.pictures);
   attach_database(gDDB_basename, texts.text);
-  if (take_work(gDDB_basename, work) == 0)
+  if (take_work(work) == 0)
     return 0;
   OrvekVeloraConsistencyCheck();
   gSymbolTableChanged = 1;
@@ -161,8 +161,8 @@ int opened_work(const WorkFile &work) {
 
 // The unsaved work on files that have changed since belongs to no database until it is saved under
 // a name.
-int opened_copy(const std::string &base, const WorkFile &work) {
-  const int taken = take_work(base, work);
+int opened_copy(const WorkFile &work) {
+  const int taken = take_work(work);
   SetControlWinName(gDDB_basename);
   return taken;
 }
@@ -219,8 +219,8 @@ int OpenDataBaseFile() {
   WorkFile work;
   const WorkChoice choice = offer_work(gDDB_basename, work);
   if (choice == WorkChoice::copy) {
-    const std::string base = std::exchange(gDDB_basename, "");
-    return opened_copy(base, work);
+    gDDB_basename.clear();
+    return opened_copy(work);
   }
   if (choice == WorkChoice::recover) {
     opened = opened_work(work);
@@ -324,6 +324,8 @@ int SaveDBChanges(const std::string &defaultmsg) {
 void ResetVelora() {
   if (!gDDB_basename.empty())
     close_work(gDDB_basename);
+  else
+    remove_work("");
   fdb_close_db();
   FreeAllPictures();
   forget_segment_files();

@@ -1,5 +1,7 @@
 // What happens when the user closes a window or the main frame.
 #include "core/symbols.h"
+#include "db/f_dbops.h"
+#include "db/recovery_file.h"
 #include "db/vel_dbop.h"
 #include "editor/model/wininfo.h"
 #include "platform/response.h"
@@ -47,6 +49,7 @@ int CloseFrameProc() {
   if (offer_to_save_pictures() == 0 || offer_to_store_texts() == 0 || may_lose_narrative() == 0 ||
       SaveDBChanges("Untitled1") == 0)
     return 0;
+  remove_work(gDDB_basename); // whatever was not saved is given up
   CompleteDataBasePair();
   return 1;
 }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "db/f_dbops.h"
+#include "db/recovery_file.h"
 #include "db/vel_dbop.h"
 #include "eval/registry.h"
 #include "platform/desktop.h"
@@ -33,11 +34,21 @@ constexpr int kStopIt = 1;
 const std::string kWhenToClose[] = {"Stop It and Close", "When It Has Ended"};
 
 int open_named(const std::string &database) {
-  Setup_Global_DDB_name(database);
+  std::string base;
+  Make_Base_Name(database, base);
+  Setup_Global_DDB_name(base);
   const int opened = OpenDataBaseFile();
   show_recovered_pictures();
   CreateUserMenus();
   return opened;
+}
+
+// Without a database: what an earlier session left so.
+int offer_unnamed() {
+  offer_unnamed_work();
+  show_recovered_pictures();
+  CreateUserMenus();
+  return 1;
 }
 
 int close_and_open(const std::string &database) {
@@ -86,8 +97,7 @@ int start_desktop(const std::string &database) {
     return code == 0 ? 1 : 0;
   });
   if (end == CommandEnd::done && code == 0) {
-    if (!database.empty())
-      run_alone([&database] { return open_named(database); });
+    run_alone([&database] { return database.empty() ? offer_unnamed() : open_named(database); });
     run_step(after_command);
     run_step(console_changed);
     return 1;

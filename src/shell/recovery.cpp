@@ -2,6 +2,7 @@
 // moves: the clauses, the newest symbol, the stored pictures and the steps of the shown ones.
 #include "shell/recovery.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "editor/history.h"
 #include "editor/model/wininfo.h"
 #include "platform/clock.h"
+#include "platform/response.h"
 #include "shell/picture_windows.h"
 
 namespace velora {
@@ -100,23 +102,57 @@ void recovery_soon() {
   recovery.soon = true;
 }
 
-void show_recovered_pictures() {
-  // A record without a window that is not to be saved was shown: stored ones are.
+namespace {
+
+// The records that take_work made of shown pictures: no window has them, and they are not stored.
+std::vector<WinInfo *> recovered_pictures() {
   std::vector<WinInfo *> shown;
   for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
     if (wi->win == 0 && wi->saved == 0)
       shown.push_back(wi);
-  for (WinInfo *was : shown) {
+  for (WinInfo *wi : shown)
+    if (wi->name.find_first_not_of(' ') == std::string::npos)
+      wi->name.clear(); // a file has no empty names
+  return shown;
+}
+
+} // namespace
+
+void show_recovered_pictures() {
+  for (WinInfo *was : recovered_pictures()) {
     WinInfo *wi = SetupNewWindow(was->wtype);
     if (wi == nullptr)
       return;
     CopyWinInfo(was, wi);
-    if (wi->name.find_first_not_of(' ') == std::string::npos)
-      wi->name.clear(); // a file has no empty names
     wi->saved = 0;
     wi->clean = was->clean;
     RemovePicture(was);
     redraw_picture(wi);
+  }
+}
+
+void store_recovered_pictures() {
+  for (WinInfo *was : recovered_pictures()) {
+    int number = 0;
+    bool is_view = false;
+    if (was->name.empty())
+      was->name = was->wtype == kNetworkPicture ? kNetworkName : "recovered";
+    for (const WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next) {
+      if (wi == was || wi->win != 0 || wi->saved == 0 || wi->name != was->name)
+        continue;
+      is_view = is_view || (was->clean != 0 && wi->cmpnt == was->cmpnt);
+      number = std::max(number, wi->cmpnt + 1);
+    }
+    if (is_view) {
+      RemovePicture(was);
+      continue;
+    }
+    was->cmpnt = number;
+    was->saved = 1;
+    was->clean = 1;
+    gSegsChanged = 1;
+    show_note(format_text("note: what was being drawn of %s is its picture %d now, not translated",
+                          was->name.c_str(), number));
   }
 }
 

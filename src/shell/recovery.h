@@ -16,6 +16,9 @@ void recovery_soon();
 // Opens windows for the pictures that were shown when unsaved work was written, after it was taken
 // into memory.
 void show_recovered_pictures();
+// Where there are no windows: stores them, each as a further picture of its name that is not
+// translated, unless it is a mere view of the stored one. Says so.
+void store_recovered_pictures();
 // Forgets what was seen; between tests.
 void forget_recovery();
 

@@ -16,6 +16,7 @@
 #include "platform/safe_file.h"
 #include "platform/trust.h"
 #include "platform/whole_file.h"
+#include "shell/recovery.h"
 
 namespace velora {
 
@@ -128,6 +129,13 @@ void note_comments() {
   }
 }
 
+// Unsaved work may hold pictures that were shown in windows.
+int open_current() {
+  const int opened = OpenDataBaseFile();
+  store_recovered_pictures();
+  return opened;
+}
+
 } // namespace
 
 int open_named_database(const std::string &name) {
@@ -141,11 +149,17 @@ int open_named_database(const std::string &name) {
   if (!can_be_opened(base))
     return 0;
   Setup_Global_DDB_name(base);
-  return OpenDataBaseFile();
+  return open_current();
 }
 
 bool database_is_current() {
   return Db_file != 0 || !gDDB_basename.empty();
+}
+
+int offer_unnamed() {
+  offer_unnamed_work();
+  store_recovered_pictures();
+  return 1;
 }
 
 int keep_unsaved_work() {
@@ -163,8 +177,7 @@ int leave_database(bool typed) {
   const bool asked = database_is_current() || (typed && something_is_in_memory());
   if (asked && SaveDBChanges(kUnnamed) == 0)
     return 0;
-  if (database_is_current())
-    remove_work(gDDB_basename);
+  remove_work(gDDB_basename);
   CompleteDataBasePair();
   return 1;
 }
@@ -186,7 +199,7 @@ int colon_open(const std::string &argument) {
   if (!can_be_opened(base))
     return 0;
   Setup_Global_DDB_name(base);
-  return OpenDataBaseFile();
+  return open_current();
 }
 
 // A mistyped name must not leave a picture file behind, so the text is looked for first.

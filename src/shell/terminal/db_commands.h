@@ -19,6 +19,8 @@ bool database_is_current();
 
 // Keeps what is unsaved for the next start and says where. 1, or 0 when it could not be kept.
 int keep_unsaved_work();
+// Offers what an earlier session left without a database. Answers 1.
+int offer_unnamed();
 
 // Commands of the shell, in the table of colon.cpp.
 int colon_new(const std::string &argument);

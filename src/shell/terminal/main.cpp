@@ -13,7 +13,6 @@
 #include "core/events.h"
 #include "core/space.h"
 #include "core/symbols.h"
-#include "db/recovery_file.h"
 #include "eval/clause_code.h"
 #include "eval/evaluate.h"
 #include "eval/help.h"
@@ -194,7 +193,7 @@ int run_program(const Options &options) {
     if (!options.database.empty())
       open_at_start(console, session, options.database, manner.quiet);
     else if (manner.typed)
-      session.run_one([] { return offer_unnamed_work(), 1; });
+      session.run_one(offer_unnamed);
     do_work(session, options, manner);
     if (!options.graphics_dir.empty())
       session.run_one([&] { return save_all_graphics(options.graphics_dir.c_str()); });

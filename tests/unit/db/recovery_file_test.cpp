@@ -3,6 +3,8 @@
 #include "unit/db/db_kit.h"
 
 #include <cstdlib>
+#include <string>
+#include <vector>
 
 #include "db/recovery_file.h"
 #include "editor/model/vel_segs.h"
@@ -24,6 +26,7 @@ protected:
     DbTest::SetUp();
     setenv("XDG_STATE_HOME", (fs::current_path() / "state").c_str(), 1);
     forget_trusted_sums();
+    forget_work_files();
     note_databases_closed();
     settle_trust();
     gPersonAnswers = true;
@@ -157,11 +160,64 @@ TEST_F(RecoveryFileTest, WorkWithoutADatabaseStandsInTheStateFolder) {
   load("fdec\n g ::= int ; ;\n");
   const std::string name = (fs::current_path() / "state/velora/velora-unsaved.work").string();
   EXPECT_EQ(write_work(), name);
+  const std::string work = get(name);
   reset();
+  put(name, work);
   console().choices = {kTake};
   offer_unnamed_work();
   EXPECT_NE(find_symbol("g", 0), nullptr);
+  EXPECT_TRUE(file_exists(name)) << "it is not saved yet";
+  CreateDataBase("y");
+  EXPECT_EQ(SaveDataBase(""), 1);
   EXPECT_FALSE(file_exists(name));
+}
+
+// A picture that is edited has the name and the number of the stored one that it was loaded from.
+TEST_F(RecoveryFileTest, AShownPictureAndItsStoredOneComeBackBoth) {
+  work_on_database();
+  const auto add = [](const std::string &label, int saved, WindowId win) {
+    WinInfo *wi = nullptr;
+    NewWinInfo(0, kFunctionPicture, &wi);
+    wi->win = win;
+    wi->name = "f";
+    wi->cmpnt = 0;
+    wi->saved = saved;
+    wi->clean = saved;
+    Segm *box = extra_segment(wi);
+    box->segnum = 1;
+    box->type = kBox;
+    box->label = label;
+  };
+  add("stored", 1, 0);
+  add("edited", 0, 99);
+  add("twice", 0, 98);
+  write_work();
+  const std::string work = get("x.work");
+  reset();
+  put("x.work", work);
+  console().choices = {kTake};
+  EXPECT_EQ(reopened(), 1);
+  std::vector<std::string> found;
+  for (const WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
+    if (wi->name == "f")
+      found.push_back(std::string(wi->seg_ments[1]->label) + (wi->saved != 0 ? " stored" : ""));
+  EXPECT_EQ(found, (std::vector<std::string>{"stored stored", "edited", "twice"}));
+}
+
+TEST_F(RecoveryFileTest, WhatWasWrittenBesideWorkKeptForLaterIsOfferedToo) {
+  work_on_database();
+  write_work();
+  const std::string work = get("x.work");
+  reset();
+  put("x.work", work);
+  put("x.work.2", work);
+  console().choices = {kLater, kTake};
+  EXPECT_EQ(reopened(), 1);
+  EXPECT_EQ(questions("Unsaved work on x was found"), 2);
+  EXPECT_NE(find_symbol("g", 0), nullptr);
+  EXPECT_EQ(SaveDataBase(""), 1);
+  EXPECT_EQ(get("x.work"), work);
+  EXPECT_FALSE(file_exists("x.work.2"));
 }
 
 } // namespace

@@ -128,5 +128,26 @@ TEST_F(RecoveryTest, ShowsWhatWasShown) {
   EXPECT_EQ(stored->win, WindowId{0});
 }
 
+// Without windows nothing that was drawn is lost, and a mere view adds nothing.
+TEST_F(RecoveryTest, StoresWhatWasShownWhereThereAreNoWindows) {
+  kit::picture("f", 0);
+  const auto shown = [](const char *name, int number, int clean) {
+    WinInfo *wi = kit::picture(name, number);
+    kit::place_node(wi, kHexagon, kPlain, "int", {10, 20, 30, 40});
+    wi->saved = 0;
+    wi->clean = clean;
+  };
+  shown("f", 0, 1);
+  shown("f", 0, 0);
+  shown(" ", -1, 0);
+  store_recovered_pictures();
+  std::vector<std::string> found;
+  for (const WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
+    if (wi->saved != 0)
+      found.push_back(wi->name + " " + std::to_string(wi->cmpnt));
+  EXPECT_EQ(found, (std::vector<std::string>{"f 0", "f 1", "recovered 0"}));
+  EXPECT_EQ(gSegsChanged, 1);
+}
+
 } // namespace
 } // namespace velora
