@@ -181,4 +181,12 @@ bool write_whole_file(const std::string &name, std::string_view text, std::strin
   return false;
 }
 
+bool write_or_tell(const std::string &name, std::string_view text) {
+  std::string reason;
+  if (write_whole_file(name, text, reason))
+    return true;
+  show_note("note: " + reason);
+  return false;
+}
+
 } // namespace velora

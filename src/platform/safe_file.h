@@ -110,5 +110,7 @@ bool may_replace_protected(const std::string &name);
 
 // Writes `text` as the whole of `name`; false with the cause in `reason`.
 bool write_whole_file(const std::string &name, std::string_view text, std::string &reason);
+// The same, telling the cause in a note.
+bool write_or_tell(const std::string &name, std::string_view text);
 
 } // namespace velora

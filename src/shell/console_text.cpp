@@ -57,14 +57,18 @@ int ConsoleText::save_log(const std::string &file) {
   if (log_ == nullptr || std::fflush(log_.get()) != 0)
     return 0;
   SafeFile out(file);
-  if (!out.open())
-    return 0;
+  out.open();
   std::rewind(log_.get());
   std::string piece(1 << 16, '\0');
   for (std::size_t n; (n = std::fread(piece.data(), 1, piece.size(), log_.get())) > 0;)
     out.write(std::string_view(piece).substr(0, n));
+  const bool whole = std::ferror(log_.get()) == 0;
   std::fseek(log_.get(), 0, SEEK_END);
-  return out.replace() == SaveOutcome::saved ? 1 : 0;
+  if (whole && out.replace() == SaveOutcome::saved)
+    return 1;
+  if (!out.reason().empty())
+    show_note("note: " + out.reason());
+  return 0;
 }
 
 } // namespace velora

@@ -82,10 +82,7 @@ bool ScreenlessDesktop::save_bitmap(WindowId win, const std::string &file) {
     return false;
   SvgCanvas canvas;
   paint_window(win, canvas);
-  SafeFile out(file);
-  if (out.open())
-    out.write(canvas.document(client_rect(win), window->title));
-  return out.replace() == SaveOutcome::saved;
+  return write_or_tell(file, canvas.document(client_rect(win), window->title));
 }
 
 // --- texts -------------------------------------------------------------------------------------

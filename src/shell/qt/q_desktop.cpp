@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QEventLoop>
-#include <QFile>
 #include <QMdiArea>
 #include <QPainter>
 #include <QScreen>
@@ -28,6 +27,7 @@
 #include "shell/qt/q_menus.h"
 #include "shell/qt/q_picture.h"
 #include "shell/qt/q_pictures.h"
+#include "shell/qt/q_print.h"
 #include "shell/qt/q_text.h"
 #include "shell/qt/q_windows.h"
 #include "shell/vel_wins.h"
@@ -387,8 +387,7 @@ void QtDesktop::beep() {
 bool QtDesktop::save_bitmap(WindowId win, const std::string &file) {
   const Window *window = find_window(win);
   return window != nullptr &&
-         image_of(*window, 1)
-             .save(QFile::decodeName(file.c_str()), file.ends_with(".png") ? "PNG" : "BMP");
+         save_image(image_of(*window, 1), file.ends_with(".png") ? "PNG" : "BMP", file);
 }
 
 Rect QtDesktop::screen() {

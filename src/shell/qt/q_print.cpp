@@ -2,8 +2,10 @@
 // flows over pages.
 #include "shell/qt/q_print.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QPainter>
+#include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QTextDocument>
@@ -26,15 +28,16 @@ namespace velora::qt {
 
 namespace {
 
-constexpr double kPngScale = 2; // dots a unit
-constexpr int kMarginUnits = 10;
+constexpr double kPngScale = 2;   // dots a unit
+constexpr double kPdfMargin = 10; // millimetres
 
 // The picture in the middle of the page, not larger than it is on the screen.
-void print_picture(const Window &window, QPrinter &printer) {
+void print_picture(const Window &window, QPagedPaintDevice &printer) {
   const Rect all = whole_picture(*window.view);
   QPainter painter(&printer);
-  const QRectF page = printer.pageLayout().paintRectPixels(printer.resolution());
-  const double natural = printer.resolution() / 96.0;
+  const int resolution = printer.logicalDpiX();
+  const QRectF page = printer.pageLayout().paintRectPixels(resolution);
+  const double natural = resolution / 96.0;
   const double scale = std::min({natural, page.width() / std::max(all.width(), 1),
                                  page.height() / std::max(all.height(), 1)});
   painter.translate((page.width() - all.width() * scale) / 2, 0);
@@ -43,8 +46,7 @@ void print_picture(const Window &window, QPrinter &printer) {
   window.view->draw(painter);
 }
 
-void print_onto(const Window &window, QPrinter &printer) {
-  printer.setDocName(window.sub->windowTitle());
+void print_onto(const Window &window, QPagedPaintDevice &printer) {
   if (window.view != nullptr) {
     const Rect all = whole_picture(*window.view);
     if (all.width() > all.height())
@@ -58,14 +60,20 @@ void print_onto(const Window &window, QPrinter &printer) {
   }
 }
 
-bool save_svg_file(const Window &window, const QString &file) {
+std::string svg_of(const Window &window) {
   SvgCanvas canvas;
   paint_window(window.id, canvas);
-  const QByteArray name = QFile::encodeName(file);
-  SafeFile out(name.toStdString());
-  if (out.open())
-    out.write(canvas.document(whole_picture(*window.view), narrow(window.sub->windowTitle())));
-  return out.replace() == SaveOutcome::saved;
+  return canvas.document(whole_picture(*window.view), narrow(window.sub->windowTitle()));
+}
+
+std::string pdf_of(const Window &window) {
+  QBuffer bytes;
+  bytes.open(QIODevice::WriteOnly);
+  QPdfWriter writer(&bytes);
+  writer.setTitle(window.sub->windowTitle());
+  writer.setPageMargins({kPdfMargin, kPdfMargin, kPdfMargin, kPdfMargin}, QPageLayout::Millimeter);
+  print_onto(window, writer);
+  return bytes.data().toStdString();
 }
 
 const char *pattern_of(FileKind kind) {
@@ -81,20 +89,22 @@ const char *pattern_of(FileKind kind) {
 
 } // namespace
 
+bool save_image(const QImage &image, const char *format, const std::string &file) {
+  QBuffer bytes;
+  bytes.open(QIODevice::WriteOnly);
+  return image.save(&bytes, format) && write_or_tell(file, bytes.data().toStdString());
+}
+
 bool save_window(const Window &window, FileKind kind, const QString &file) {
-  if (kind == FileKind::png)
-    return image_of(window, kPngScale).save(file, "PNG");
-  if (kind == FileKind::svg)
-    return window.view != nullptr && save_svg_file(window, file);
-  QFile probe(file); // a printer does not tell that it could not write
-  if (!probe.open(QIODevice::WriteOnly))
-    return false;
-  probe.close();
-  QPrinter printer(QPrinter::HighResolution);
-  printer.setOutputFormat(QPrinter::PdfFormat);
-  printer.setOutputFileName(file);
-  print_onto(window, printer);
-  return true;
+  const std::string name = QFile::encodeName(file).toStdString();
+  switch (kind) {
+  case FileKind::png:
+    return save_image(image_of(window, kPngScale), "PNG", name);
+  case FileKind::svg:
+    return window.view != nullptr && write_or_tell(name, svg_of(window));
+  default:
+    return write_or_tell(name, pdf_of(window));
+  }
 }
 
 void save_window_as(const Window &window, FileKind kind) {
@@ -115,6 +125,7 @@ void print_window(const Window &window) {
   QPrinter printer(QPrinter::HighResolution);
   QPrintDialog dialog(&printer, &frame());
   dialog.setObjectName(QStringLiteral("print"));
+  printer.setDocName(window.sub->windowTitle());
   if (dialog.exec() == QDialog::Accepted)
     print_onto(window, printer);
 }

@@ -3,6 +3,10 @@
 
 #include <QString>
 
+#include <string>
+
+class QImage;
+
 namespace velora::qt {
 
 struct Window;
@@ -15,5 +19,7 @@ void print_window(const Window &window);
 void save_window_as(const Window &window, FileKind kind);
 // The same without asking; false when the file cannot be written.
 bool save_window(const Window &window, FileKind kind, const QString &file);
+// Writes an image as a whole file; false, after a note, when that cannot be done.
+bool save_image(const QImage &image, const char *format, const std::string &file);
 
 } // namespace velora::qt

@@ -385,7 +385,7 @@ void Win32Desktop::beep() {
 
 bool Win32Desktop::save_bitmap(WindowId win, const std::string &file) {
   Window *window = find_window(win);
-  return window != nullptr && win32::save_bitmap(*window, widen(file).c_str());
+  return window != nullptr && win32::save_bitmap(*window, file);
 }
 
 Rect Win32Desktop::screen() {

@@ -1,10 +1,10 @@
 // The inside of picture and graphics windows: painting through memory so that nothing flickers,
 // scrolling over the extent of what is shown, and saving as a bitmap file.
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 #include <vector>
 
+#include "platform/safe_file.h"
 #include "shell/desk_events.h"
 #include "shell/win32/w_canvas.h"
 #include "shell/win32/w_edit_paint.h"
@@ -142,7 +142,7 @@ POINT shown_place(const Window &window, Point at) {
 namespace {
 
 // The bits of a bitmap as a file with 24 bits a dot, bottom line first.
-bool write_bitmap(HDC dc, HBITMAP bitmap, int width, int height, const wchar_t *file) {
+bool write_bitmap(HDC dc, HBITMAP bitmap, int width, int height, const std::string &file) {
   const std::size_t stride = (static_cast<std::size_t>(width) * 3 + 3) / 4 * 4;
   std::vector<char> bits(stride * static_cast<std::size_t>(height));
   BITMAPINFO info{};
@@ -158,20 +158,17 @@ bool write_bitmap(HDC dc, HBITMAP bitmap, int width, int height, const wchar_t *
   std::memcpy(&head.bfType, "BM", 2);
   head.bfOffBits = sizeof head + sizeof info.bmiHeader;
   head.bfSize = head.bfOffBits + static_cast<DWORD>(bits.size());
-  std::FILE *out = _wfopen(file, L"wb");
-  if (out == nullptr)
-    return false;
-  const bool written = std::fwrite(&head, sizeof head, 1, out) == 1 &&
-                       std::fwrite(&info.bmiHeader, sizeof info.bmiHeader, 1, out) == 1 &&
-                       std::fwrite(bits.data(), 1, bits.size(), out) == bits.size();
-  return std::fclose(out) == 0 && written;
+  std::string content(reinterpret_cast<const char *>(&head), sizeof head);
+  content.append(reinterpret_cast<const char *>(&info.bmiHeader), sizeof info.bmiHeader);
+  content.append(bits.data(), bits.size());
+  return write_or_tell(file, content);
 }
 
 } // namespace
 
 // A picture is saved whole, with what is scrolled away; a text window as it stands on the screen,
 // without its scroll bars.
-bool save_bitmap(Window &window, const wchar_t *file) {
+bool save_bitmap(Window &window, const std::string &file) {
   const HWND shown = window.edit != nullptr ? window.edit : window.hwnd;
   RECT inside{};
   GetClientRect(shown, &inside);

@@ -115,7 +115,7 @@ POINT shown_place(const Window &window, Point at);
 
 // w_input: the mouse and the keys of windows that are drawn. True when the message is dealt with.
 bool input_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam);
-bool save_bitmap(Window &window, const wchar_t *file);
+bool save_bitmap(Window &window, const std::string &file);
 
 // w_menus: the five menu bars.
 bool init_menus();
