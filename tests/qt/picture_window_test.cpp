@@ -5,7 +5,14 @@
 #include <QPainter>
 #include <QScrollBar>
 
+#include <cstdio>
+#include <ctime>
+
+#include "editor/edit.h"
+#include "editor/hand/hand.h"
+#include "editor/hand/tools.h"
 #include "editor/model/records.h"
+#include "editor/model/vel_segs.h"
 #include "shell/command_numbers.h"
 #include "shell/picture_windows.h"
 #include "shell/qt/q_pictures.h"
@@ -99,6 +106,50 @@ TEST_F(PictureWindow, IsDrawnWhereItStands) {
   const auto dot = [&](int x, int y) { return qGray(shown.pixel(view.dot_at({x, y}).toPoint())); };
   EXPECT_LT(dot(box.left + box.width() / 4, box.top), 160);
   EXPECT_EQ(dot(box.left - 30, box.top - 12), 255);
+}
+
+// A thousand boxes with their arrows and missing inputs: painting all of them takes less than a
+// frame in a release build, and so does a step of moving one.
+TEST_F(PictureWindow, ALargePictureIsPaintedWithinAFrame) {
+  qt::PictureArea &view = open();
+  WinInfo *wi = picture_of(view.id());
+  edit_picture(wi, "Draw", [wi] {
+    set_up_fresh(wi);
+    std::vector<int> boxes;
+    for (int i = 0; i < 1000; ++i) {
+      boxes.push_back(add_node(wi, kToolFunction, 60 + i % 40 * 80, 80 + i / 40 * 60));
+      wi->seg_ments[boxes.back()]->label = i % 2 == 0 ? "append" : "if";
+      // Each feeds one of the row below it, so that every second box there has an input.
+      if (i >= 40)
+        put_arc_between(wi, boxes[static_cast<std::size_t>(i - 40)], boxes.back() - i % 2 * 2,
+                        kArc);
+    }
+  });
+  window("Functions").sub->showMaximized();
+  choose(kCmdZoomFit);
+  settle();
+  constexpr int kTimes = 10;
+  // Time of work, whatever else the machine does.
+  const auto milliseconds = [](std::clock_t since) {
+    return 1000.0 * static_cast<double>(std::clock() - since) / CLOCKS_PER_SEC / kTimes;
+  };
+  std::clock_t begin = std::clock();
+  for (int i = 0; i < kTimes; ++i)
+    view.viewport()->repaint();
+  const double paint = milliseconds(begin);
+  const Point at = wi->seg_ments[2]->box().centre();
+  QTest::mousePress(view.viewport(), Qt::LeftButton, {}, view.dot_at(at).toPoint());
+  begin = std::clock();
+  for (int i = 1; i <= kTimes; ++i) {
+    QTest::mouseMove(view.viewport(), (view.dot_at(at) + QPointF(3 * i, 2 * i)).toPoint());
+    view.viewport()->repaint();
+  }
+  const double move = milliseconds(begin);
+  EXPECT_EQ(gHand.state, HandState::moving);
+  QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, view.dot_at(at).toPoint());
+  std::printf("1000 boxes: painted in %.1f ms, moved in %.1f ms a step\n", paint, move);
+  EXPECT_LT(paint, 400) << "with the sanitizers; a release build takes a fraction";
+  EXPECT_LT(move, 400);
 }
 
 } // namespace velora

@@ -6,9 +6,13 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPolygonF>
+#include <QStaticText>
 
+#include <cmath>
 #include <map>
+#include <string>
 #include <tuple>
+#include <unordered_map>
 
 #include "platform/text_measures.h"
 #include "shell/qt/q_text.h"
@@ -17,13 +21,18 @@ namespace velora::qt {
 
 namespace {
 
+constexpr double kAround = 8;          // what lines and arrow heads reach beyond their ends
+constexpr double kLeastReadable = 3.5; // smaller letters are drawn as a bar
+
+constexpr double kLeastRound = 3; // a smaller circle is a dot
+
 QColor colour_of(Colour c) {
   return {c.red, c.green, c.blue};
 }
 
 struct ScaledFont {
   QFont font;
-  double base; // from the top of the line down to the base line
+  double top; // from the top of the line down to the top of the letters
 };
 
 // A font of fixed pitch whose characters are as wide as a cell. Sizes below a dot matter, so the
@@ -41,7 +50,7 @@ ScaledFont make_font(const Font &wanted) {
   font.setLetterSpacing(QFont::AbsoluteSpacing, cell - advance);
   const QFontMetricsF metrics(font);
   const double height = measured_height(wanted);
-  return {font, (height - metrics.height()) / 2 + metrics.ascent()};
+  return {font, (height - metrics.height()) / 2};
 }
 
 const ScaledFont &font_for(const Font &wanted) {
@@ -55,7 +64,35 @@ const ScaledFont &font_for(const Font &wanted) {
 
 } // namespace
 
-PainterCanvas::PainterCanvas(QPainter &painter) : painter_(painter) {
+namespace {
+
+// Shaping a text costs more than drawing it, so texts are kept as they were shaped.
+const QStaticText &shaped(std::string_view text, const Font &font) {
+  constexpr std::size_t kMostKept = 5'000;
+  static std::unordered_map<std::string, QStaticText> kept;
+  std::string key = std::to_string(font.size * 4 + (font.italic ? 2 : 0) + (font.bold ? 1 : 0));
+  key += ' ';
+  key += text;
+  const auto found = kept.find(key);
+  if (found != kept.end())
+    return found->second;
+  if (kept.size() >= kMostKept)
+    kept.clear();
+  QStaticText made(wide(text));
+  made.setTextFormat(Qt::PlainText);
+  return kept.emplace(std::move(key), std::move(made)).first->second;
+}
+
+} // namespace
+
+PainterCanvas::PainterCanvas(QPainter &painter)
+    : painter_(painter),
+      scale_(std::hypot(painter.worldTransform().m11(), painter.worldTransform().m12())) {
+  bool can = false;
+  const QTransform back = painter_.combinedTransform().inverted(&can);
+  const QRectF all = painter_.viewport();
+  if (can)
+    seen_ = back.mapRect(all).adjusted(-kAround, -kAround, kAround, kAround);
   painter_.save();
   painter_.setRenderHint(QPainter::Antialiasing);
   painter_.setRenderHint(QPainter::TextAntialiasing);
@@ -73,6 +110,11 @@ void PainterCanvas::use(const Pen &pen, const Brush &brush) {
     painter_.setPen(Qt::NoPen);
   } else {
     QPen made(colour_of(pen.colour), pen.width, Qt::SolidLine, Qt::RoundCap, Qt::MiterJoin);
+    // However small a picture is shown, a line is a dot wide; drawing that is also the fastest.
+    if (pen.width * scale_ < 1) {
+      made.setWidth(1);
+      made.setCosmetic(true);
+    }
     if (pen.style == PenStyle::dotted) {
       made.setCapStyle(Qt::FlatCap);
       made.setDashPattern({2.0 / pen.width, 2.0 / pen.width});
@@ -96,35 +138,68 @@ QRectF middle(const Rect &box) {
 
 } // namespace
 
+bool PainterCanvas::out_of_sight(const Rect &box) const {
+  return !seen_.isNull() && (box.right < seen_.left() || box.left > seen_.right() ||
+                             box.bottom < seen_.top() || box.top > seen_.bottom());
+}
+
 void PainterCanvas::line(Point from, Point to, const Pen &pen) {
+  if (out_of_sight(Rect{from.x, from.y, to.x, to.y}.normalised()))
+    return;
   use(pen, {{}, false});
   painter_.drawLine(middle(from), middle(to));
 }
 
 void PainterCanvas::polygon(std::span<const Point> corners, const Pen &pen, const Brush &brush) {
-  use(pen, brush);
   QPolygonF shape;
   shape.reserve(static_cast<qsizetype>(corners.size()));
   for (const Point p : corners)
     shape << middle(p);
+  const QRect around = shape.boundingRect().toAlignedRect();
+  if (out_of_sight({around.left(), around.top(), around.right(), around.bottom()}))
+    return;
+  // Seen from afar a filled shape is no smaller for its missing outline.
+  const bool filled_alone = scale_ < 0.7 && brush.filled && brush.colour == pen.colour;
+  use(filled_alone ? Pen{pen.colour, 1, PenStyle::none} : pen, brush);
   painter_.drawPolygon(shape);
 }
 
 void PainterCanvas::rectangle(const Rect &box, const Pen &pen, const Brush &brush) {
+  if (out_of_sight(box.normalised()))
+    return;
   use(pen, brush);
+  // Upright lines are sharpest, and fastest, without smoothing.
+  painter_.setRenderHint(QPainter::Antialiasing, false);
   painter_.drawRect(middle(box));
+  painter_.setRenderHint(QPainter::Antialiasing);
 }
 
 void PainterCanvas::ellipse(const Rect &box, const Pen &pen, const Brush &brush) {
+  if (out_of_sight(box.normalised()))
+    return;
+  if (box.width() * scale_ < kLeastRound) {
+    painter_.fillRect(middle(box), colour_of(pen.colour));
+    return;
+  }
   use(pen, brush);
   painter_.drawEllipse(middle(box));
 }
 
 void PainterCanvas::text(Point at, std::string_view text, const Font &font, Colour colour) {
+  const int height = measured_height(font);
+  const int width = measured_width(text, font);
+  if (out_of_sight({at.x, at.y, at.x + width, at.y + height}))
+    return;
+  if (font.size * scale_ < kLeastReadable) {
+    QColor faint = colour_of(colour);
+    faint.setAlphaF(0.5F);
+    painter_.fillRect(QRectF(at.x, at.y + height * 0.35, width, height * 0.4), faint);
+    return;
+  }
   const ScaledFont &scaled = font_for(font);
   painter_.setFont(scaled.font);
   painter_.setPen(colour_of(colour));
-  painter_.drawText(QPointF(at.x, at.y + scaled.base), wide(text));
+  painter_.drawStaticText(QPointF(at.x, at.y + scaled.top), shaped(text, font));
 }
 
 int PainterCanvas::text_width(std::string_view text, const Font &font) {

@@ -2,6 +2,8 @@
 // file, an image. Lines, shapes and letters are smooth.
 #pragma once
 
+#include <QRectF>
+
 #include "platform/canvas.h"
 
 class QPainter;
@@ -29,8 +31,12 @@ public:
 
 private:
   void use(const Pen &pen, const Brush &brush);
+  // Whether all of a box lies outside of what the surface shows: such things are not drawn.
+  [[nodiscard]] bool out_of_sight(const Rect &box) const;
 
   QPainter &painter_;
+  double scale_; // dots a unit
+  QRectF seen_;  // in units; null when it is not known
 };
 
 } // namespace velora::qt
