@@ -43,7 +43,8 @@ private:
 };
 
 SegmState state_of_segment(const Segm *seg, const SlotNumbers &numbers) {
-  SegmState state{seg->type, seg->style, seg->box(), seg->label, seg->annot, {}, {}};
+  SegmState state{seg->type,  seg->style, seg->box(), seg->status & kMeantMask,
+                  seg->label, seg->annot, {},         {}};
   for (const Segm *linked : seg->segb_ptr)
     state.back.push_back(numbers.of(linked));
   for (const Segm *linked : seg->segf_ptr)
@@ -55,8 +56,9 @@ bool is_as(const std::optional<SegmState> &state, const Segm *seg, const SlotNum
   if (!state || seg == nullptr)
     return !state && seg == nullptr;
   return state->type == seg->type && state->style == seg->style && state->box == seg->box() &&
-         state->label == seg->label && state->annot == seg->annot &&
-         numbers.agree(state->back, seg->segb_ptr) && numbers.agree(state->forward, seg->segf_ptr);
+         state->meant == (seg->status & kMeantMask) && state->label == seg->label &&
+         state->annot == seg->annot && numbers.agree(state->back, seg->segb_ptr) &&
+         numbers.agree(state->forward, seg->segf_ptr);
 }
 
 std::vector<int> selection_of(const WinInfo *wi) {
@@ -100,6 +102,7 @@ void set_segment(WinInfo *wi, int slot, const SegmState &state) {
   seg->ly = state.box.top;
   seg->ux = state.box.right;
   seg->uy = state.box.bottom;
+  seg->status = (seg->status & ~kMeantMask) | state.meant;
   seg->label = state.label;
   seg->annot = state.annot;
 }

@@ -15,11 +15,17 @@
 
 namespace velora {
 
+// Bits of Segm::status: of an arrow, one more than the number of the input that it was drawn for.
+// They count while inputs before it are missing; files do not keep them, steps do.
+inline constexpr int kMeantShift = 16;
+inline constexpr unsigned kMeantMask = 0xFFU << kMeantShift;
+
 // A segment as a value. The marks of selection and of walks are no part of it.
 struct SegmState {
   int type = 0;
   int style = 0;
   Rect box;
+  unsigned meant = 0; // of an arrow: its bits of kMeantMask
   std::string label;
   std::string annot;
   std::vector<int> back;

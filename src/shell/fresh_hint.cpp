@@ -10,11 +10,13 @@ namespace velora {
 
 namespace {
 
-using Lines = std::array<std::string_view, 2>;
+using Lines = std::array<std::string_view, 3>;
 
-constexpr Lines kFunctionLines{"Choose what to draw in the Features menu, then click here.",
+constexpr Lines kFunctionLines{"F4 names the function. Then type what it does,",
+                               "or choose a tool and click here.",
                                "Get Function in the Find menu shows a stored picture."};
-constexpr Lines kTypeLines{"Choose what to draw in the Features menu, then click here.",
+constexpr Lines kTypeLines{"Type the type, Enter, a constructor, Enter, what it takes, Enter, ...",
+                           "or choose a tool and click here.",
                            "Get DataType in the Find menu shows a stored picture."};
 constexpr Lines kNetworkLines{"Create Network from DataBase in the Find menu draws",
                               "which function calls which."};

@@ -34,7 +34,7 @@ namespace {
 constexpr int kLeastText = 8;
 constexpr int kMostText = 22;
 // What is left free around a picture that a window scrolls over.
-constexpr int kMargin = 20;
+constexpr int kMargin = 8;
 // Greater than the number of any component.
 constexpr long kMostComponents = INT_MAX;
 

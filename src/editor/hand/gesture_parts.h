@@ -30,6 +30,9 @@ bool labelling_key(WinInfo *wi, const KeyEvent &event);
 bool naming_key(WinInfo *wi, const KeyEvent &event);
 bool keyjoin_key(WinInfo *wi, const KeyEvent &event);
 
+// Where the short line of a missing input ends, above a box that wants `count` inputs.
+Point stub_tip(const Rect &box, int input, int count);
+
 // Where the editor of a text stands in the picture, and its list of names below it.
 Rect editor_box(const WinInfo *wi);
 Rect names_box(const WinInfo *wi);

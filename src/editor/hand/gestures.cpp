@@ -294,8 +294,34 @@ void banding_mouse(WinInfo *wi, const MouseEvent &event) {
                  event.held.shift);
 }
 
+// The missing input of a box that the pointer is at; -1 for none.
+int stub_at(const WinInfo *wi, int slot, Point at) {
+  constexpr int kReach = 8;
+  const Segm *node = wi->seg_ments[slot];
+  if (node == nullptr || node->type != kBox || at.y >= node->ly ||
+      at.y < stub_tip(node->box(), 0, 1).y - kReach)
+    return -1;
+  const auto count = static_cast<int>(wanted_inputs(wi, node).size());
+  for (const int input : missing_inputs(wi, node)) {
+    const Point tip = stub_tip(node->box(), input, count);
+    if (std::abs(at.x - tip.x) <= kReach && std::abs(at.y - tip.y) <= kReach)
+      return input;
+  }
+  return -1;
+}
+
+// The box whose missing input the pointer is at; 0 for none.
+int box_with_stub_at(const WinInfo *wi, Point at) {
+  for (int slot = 1; slot <= wi->seg_ct; ++slot)
+    if (stub_at(wi, slot, at) >= 0)
+      return slot;
+  return 0;
+}
+
 void finish_join(WinInfo *wi, const MouseEvent &event) {
   const int arc = gHand.rejoined;
+  const int stub = gHand.stub;
+  gHand.stub = -1;
   const int from = gHand.start;
   const int to = gHand.target;
   const int input = gHand.target != 0 ? input_under(wi, to, event.at, arc) : -1;
@@ -314,6 +340,8 @@ void finish_join(WinInfo *wi, const MouseEvent &event) {
     edit_picture(wi, arc != 0 ? "Join Anew" : "Join", [&] {
       if (arc != 0)
         rejoin_head(wi, arc, to, input);
+      else if (stub >= 0)
+        join_to_input(wi, from, to, stub);
       else if (may_join(wi, from, to))
         put_arc_between(wi, from, to, kArc);
     });
@@ -321,7 +349,11 @@ void finish_join(WinInfo *wi, const MouseEvent &event) {
 }
 
 void joining_mouse(WinInfo *wi, const MouseEvent &event) {
-  const int node = hit_at(wi, lay_out_picture(wi), event.at, true);
+  int node = hit_at(wi, lay_out_picture(wi), event.at, true);
+  // A missing input is an end of its own, above the box that wants it.
+  const int waiting = node == 0 && gHand.rejoined == 0 ? box_with_stub_at(wi, event.at) : 0;
+  node = waiting != 0 ? waiting : node;
+  gHand.stub = waiting != 0 ? stub_at(wi, waiting, event.at) : -1;
   const Segm *arc = wi->seg_ments[gHand.rejoined];
   const int from =
       arc != nullptr && arc_start(arc) != nullptr ? arc_start(arc)->segnum : gHand.start;
@@ -387,6 +419,13 @@ StateFunction function_of(HandState state) {
 }
 
 } // namespace
+
+Point stub_tip(const Rect &box, int input, int count) {
+  constexpr int kHeight = 7;
+  constexpr int kLeastApart = 16; // room for the number
+  const int apart = std::max(box.width() / (count + 1), kLeastApart);
+  return {box.centre().x + (2 * input - (count - 1)) * apart / 2, box.top - kHeight};
+}
 
 void place_with_tool(WinInfo *wi, Point at, int arc, bool keep_tool) {
   const int tool = greqMode;

@@ -142,12 +142,48 @@ CursorShape hand_cursor(const WinInfo *) {
   return CursorShape::arrow;
 }
 
+const char *hand_hint(const WinInfo *wi) {
+  switch (gHand.state) {
+  case HandState::labelling:
+    return "Enter takes the text, Esc leaves the old one";
+  case HandState::naming:
+    return "Enter, Tab or a blank takes the chosen name; Up and Down choose; Esc leaves";
+  case HandState::joining:
+    return "Let go over the box that the arrow shall lead to, or on nothing to add one there";
+  case HandState::keyjoin:
+    return "Tab or the arrow keys choose the end of the arrow, Enter joins, Esc leaves";
+  case HandState::moving:
+    return "Boxes snap to their neighbours, not with Alt; on an arrow a box goes in between";
+  default:
+    break;
+  }
+  if (greqMode == kModeJoin)
+    return greqNext == 0 ? "Click the box that the arrow shall start at"
+                         : "Click the box that the arrow shall lead to";
+  if (greqMode == kModeLasso)
+    return wi->wtype == kNetworkPicture
+               ? "Draw a rectangle around what shall be chosen"
+               : "Draw a rectangle whose base cuts the arrow of what shall be a function";
+  if (greqMode == kModeMove)
+    return "Drag a box to its new place";
+  if (greqMode == kToolParameter)
+    return "Click above the dotted line for an input; with Shift the tool stays, Esc leaves it";
+  return places_nodes(greqMode) ? "Click where it shall stand, or on an arrow; with Shift the tool "
+                                  "stays, Esc leaves it"
+                                : "";
+}
+
 void show_cursor(const WinInfo *wi) {
   static CursorShape shown = CursorShape::arrow;
+  static const char *told = "";
   const CursorShape wanted = hand_cursor(wi);
   if (wanted != shown)
     gDesktop->set_cursor(wanted);
   shown = wanted;
+  const char *hint = hand_hint(wi);
+  if (hint != told)
+    gDesktop->show_hint(hint);
+  told = hint;
 }
 
 } // namespace velora

@@ -100,7 +100,9 @@ void edit_picture_name(WinInfo *wi);
 // Shows a value beside a node until the next event.
 void show_bubble(WinInfo *wi, int slot, const std::string &text);
 
-// Brings the cursor in line with the mode and what is under the pointer.
+// What can be done next, in a line for those who have not done it before; empty when idle.
+const char *hand_hint(const WinInfo *wi);
+// Brings the cursor, and the hint, in line with the mode and what is under the pointer.
 CursorShape hand_cursor(const WinInfo *wi);
 void show_cursor(const WinInfo *wi);
 

@@ -32,14 +32,15 @@ void walk(WinInfo *wi, int step) {
   const Segm *node = wi->seg_ments[at];
   // The missing inputs of a node come right behind it.
   if (node != nullptr && is_node(node)) {
-    const int there = static_cast<int>(node->segb_ptr.size());
-    const int last = there + missing_inputs(wi, node) - 1;
-    const int next = gHand.stub < 0 ? (step > 0 ? there : -1) : gHand.stub + step;
-    if (next >= there && next <= last) {
-      gHand.stub = next;
+    const std::vector<int> missing = missing_inputs(wi, node);
+    const auto chosen_stub = std::find(missing.begin(), missing.end(), gHand.stub);
+    const bool on_stub = chosen_stub != missing.end();
+    const long next = on_stub ? chosen_stub - missing.begin() + step : step > 0 ? 0 : -1;
+    if (next >= 0 && next < static_cast<long>(missing.size())) {
+      gHand.stub = missing[static_cast<std::size_t>(next)];
       return;
     }
-    const bool back_to_node = gHand.stub >= 0 && step < 0;
+    const bool back_to_node = on_stub && step < 0;
     gHand.stub = -1;
     if (back_to_node)
       return;

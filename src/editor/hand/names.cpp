@@ -6,6 +6,7 @@
 
 #include "core/print.h"
 #include "core/symbols.h"
+#include "editor/history.h"
 #include "editor/model/vel_segs.h"
 #include "platform/response.h"
 
@@ -14,6 +15,9 @@ namespace velora {
 namespace {
 
 constexpr std::size_t kMostRows = 12;
+// The types that no symbol stands for.
+constexpr std::string_view kPlainTypes[] = {"int", "str", "real", "char", "sym"};
+constexpr char kTheType[] = "the type that is declared";
 
 bool is_function(const symbol *sym) {
   return (sym->stype & kFunctionBit) != 0;
@@ -56,16 +60,24 @@ std::string arrows(const std::vector<std::string> &inputs, const std::string &re
   return text + result;
 }
 
+// The tool that draws a type.
+int type_tool(const WinInfo *wi) {
+  return wi->wtype == kFunctionPicture ? kToolParameter : kToolType;
+}
+
 // The tool that draws a symbol in a kind of picture; 0 when it is not drawn there.
 int tool_for(const WinInfo *wi, const symbol *sym) {
   if (wi->wtype == kNetworkPicture)
     return is_function(sym) ? kToolFunction : 0;
+  // A picture of constructors declares new ones.
+  if (is_constructor(sym) && wi->wtype == kConstructorsPicture)
+    return 0;
   if (is_constructor(sym)) {
     const bool constant = positions(type_of(sym)).size() < 2;
-    return constant && wi->wtype == kFunctionPicture ? kToolHexagon : kToolConstructor;
+    return constant ? kToolHexagon : kToolConstructor;
   }
   if (is_type(sym))
-    return wi->wtype == kFunctionPicture ? kToolParameter : kToolType;
+    return type_tool(wi);
   return is_function(sym) && wi->wtype == kFunctionPicture ? kToolFunction : 0;
 }
 
@@ -114,6 +126,9 @@ void add_symbols(const WinInfo *wi, const std::string &typed, std::vector<KnownN
       text = arrows({types.begin(), types.end() - 1}, types.back());
     (found == 0 ? beginning : holding).push_back({name, text, tool, 0});
   }
+  for (const std::string_view type : kPlainTypes)
+    if (type.starts_with(typed) && wi->wtype != kNetworkPicture)
+      beginning.push_back({std::string(type), "type", type_tool(wi), 0});
   const auto shorter = [](const KnownName &a, const KnownName &b) {
     return a.name.size() != b.name.size() ? a.name.size() < b.name.size() : a.name < b.name;
   };
@@ -125,14 +140,17 @@ void add_symbols(const WinInfo *wi, const std::string &typed, std::vector<KnownN
 
 // What a text that nothing declares is taken for.
 KnownName as_typed(const WinInfo *wi, const std::string &typed) {
-  if (is_literal(typed) && wi->wtype != kNetworkPicture)
+  if (is_literal(typed) && wi->wtype == kFunctionPicture)
     return {typed, "value", kToolHexagon, 0};
   const std::string head = typed.substr(0, typed.find(' '));
   const symbol *sym = find_symbol(head.c_str(), head.size());
   if (sym != nullptr && is_type(sym) && wi->wtype != kNetworkPicture)
     return {typed, "type", tool_for(wi, sym), 0};
-  if (wi->wtype == kConstructorsPicture)
-    return {typed, "new constructor", kToolConstructor, 0};
+  if (wi->wtype == kConstructorsPicture) {
+    const std::string own = wi->seg_ments[1] != nullptr ? wi->seg_ments[1]->label : "";
+    const bool type = head == own.substr(0, own.find(' ')) || typed[0] == '?' || typed[0] == '(';
+    return {typed, type ? "type" : "new constructor", type ? kToolType : kToolConstructor, 0};
+  }
   return {typed, "new function", kToolFunction, 0};
 }
 
@@ -178,9 +196,46 @@ std::vector<std::string> wanted_inputs(const WinInfo *wi, const Segm *node) {
   return inputs;
 }
 
-int missing_inputs(const WinInfo *wi, const Segm *node) {
-  return std::max(0, static_cast<int>(wanted_inputs(wi, node).size()) -
-                         static_cast<int>(node->segb_ptr.size()));
+namespace {
+
+// The input that each arrow at a node is, in their order: the one that it was drawn for where the
+// arrows before it and behind it leave room for that.
+std::vector<int> inputs_there(const Segm *node, int wanted) {
+  std::vector<int> inputs;
+  const std::vector<Segm *> arcs = cyclic_order_types_of(node);
+  const auto count = static_cast<int>(arcs.size());
+  for (int i = 0; i < count; ++i) {
+    const auto meant =
+        static_cast<int>((arcs[static_cast<std::size_t>(i)]->status & kMeantMask) >> kMeantShift) -
+        1;
+    const int first = inputs.empty() ? 0 : inputs.back() + 1;
+    const int last = std::max(first, wanted - (count - i));
+    inputs.push_back(std::clamp(meant, first, last));
+  }
+  return inputs;
+}
+
+} // namespace
+
+std::vector<int> missing_inputs(const WinInfo *wi, const Segm *node) {
+  const auto wanted = static_cast<int>(wanted_inputs(wi, node).size());
+  const std::vector<int> there = inputs_there(node, wanted);
+  std::vector<int> missing;
+  for (int input = 0; input < wanted; ++input)
+    if (std::find(there.begin(), there.end(), input) == there.end())
+      missing.push_back(input);
+  return missing;
+}
+
+int place_of_input(const WinInfo *wi, const Segm *node, int input) {
+  const std::vector<int> there =
+      inputs_there(node, static_cast<int>(wanted_inputs(wi, node).size()));
+  return static_cast<int>(std::lower_bound(there.begin(), there.end(), input) - there.begin());
+}
+
+void mean_input(Segm *arc, int input) {
+  arc->status = (arc->status & ~kMeantMask) |
+                ((static_cast<unsigned>(input + 1) << kMeantShift) & kMeantMask);
 }
 
 std::vector<int> argument_slots(const WinInfo *wi) {
@@ -194,11 +249,19 @@ std::vector<int> argument_slots(const WinInfo *wi) {
   return slots;
 }
 
+bool type_is_unnamed(const WinInfo *wi) {
+  const Segm *type = wi->seg_ments[1];
+  return wi->wtype == kConstructorsPicture &&
+         (type == nullptr || type->label.find_first_not_of(' ') == std::string::npos);
+}
+
 std::vector<KnownName> names_for(const WinInfo *wi, std::string_view typed) {
   std::vector<KnownName> rows;
   if (typed.empty())
     return rows;
   const std::string text(typed);
+  if (type_is_unnamed(wi))
+    return {{text, kTheType, kToolType, 1}};
   add_inputs(wi, typed, rows);
   if (wi->wtype == kFunctionPicture && wi->name.starts_with(text)) {
     std::vector<std::string> inputs;
@@ -218,12 +281,14 @@ std::vector<KnownName> names_for(const WinInfo *wi, std::string_view typed) {
   }
   if (rows.size() > kMostRows - 1)
     rows.resize(kMostRows - 1);
-  if (input_number(typed) < 0)
+  if (input_number(typed) < 0 || wi->wtype != kFunctionPicture)
     rows.push_back(as_typed(wi, text));
   return rows;
 }
 
 bool is_whole_name(const WinInfo *wi, std::string_view typed) {
+  if (type_is_unnamed(wi))
+    return false;
   if (is_literal(typed))
     return is_closed(typed);
   const std::vector<KnownName> rows = names_for(wi, typed);

@@ -35,12 +35,19 @@ bool declared_inputs(const WinInfo *wi, const std::string &name, std::vector<std
 // The types of the inputs that a node wants, those that are there and those that are not; empty
 // when that is not known.
 std::vector<std::string> wanted_inputs(const WinInfo *wi, const Segm *node);
-// How many of them are missing.
-int missing_inputs(const WinInfo *wi, const Segm *node);
+// Which of them are missing, counted from 0: those behind the ones that are there, but for arrows
+// that were drawn for a later input before an earlier one was there.
+std::vector<int> missing_inputs(const WinInfo *wi, const Segm *node);
+// The place among the arrows at a node that input number `input` has or would have.
+int place_of_input(const WinInfo *wi, const Segm *node, int input);
+// Notes which input an arrow was drawn for.
+void mean_input(Segm *arc, int input);
 
 // The parameters of a function picture, in the order of its arguments.
 std::vector<int> argument_slots(const WinInfo *wi);
 
+// True for a picture of constructors whose type has no name yet: what is typed is that.
+bool type_is_unnamed(const WinInfo *wi);
 // The rows of the list for a typed text, the best first: never empty for a text that is not. The
 // last row takes the text as it is.
 std::vector<KnownName> names_for(const WinInfo *wi, std::string_view typed);

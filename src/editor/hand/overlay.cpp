@@ -25,7 +25,6 @@ constexpr Colour kComplaint{190, 0, 0};
 constexpr Colour kBubbleFill{255, 250, 215};
 constexpr Pen kNoPen{{}, 1, PenStyle::none};
 constexpr Brush kHollow{{}, false};
-constexpr int kStubHeight = 7;
 constexpr std::size_t kShownRows = 8;
 constexpr std::size_t kLongestShown = 60;
 
@@ -59,28 +58,33 @@ const NodePlace *place_of(const PictureLayout &layout, int slot) {
   return nullptr;
 }
 
-// The missing inputs of a box: a short line each above its upper side, behind the inputs that are
-// there, with its number and, at the chosen box, its type.
+// The missing inputs of a box: a short line each above its upper side, with its number and, at the
+// chosen box, its type. They spread like a fan over a narrow box.
 void draw_stubs(const WinInfo *wi, const NodePlace &node, Canvas &canvas) {
+  const std::vector<int> missing = missing_inputs(wi, node.seg);
+  if (missing.empty())
+    return;
   const std::vector<std::string> types = wanted_inputs(wi, node.seg);
-  const int there = static_cast<int>(node.seg->segb_ptr.size());
   const int count = static_cast<int>(types.size());
   const bool selected = (node.seg->status & kSelected) != 0;
-  for (int input = there; input < count; ++input) {
+  for (const int input : missing) {
     const int x = node.box.left + node.box.width() * (input + 1) / (count + 1);
-    const bool chosen = selected && gHand.stub == input && gHand.wi == wi;
+    const Point tip = stub_tip(node.box, input, count);
+    const bool chosen = (selected && gHand.stub == input && gHand.wi == wi) ||
+                        (gHand.state == HandState::joining && gHand.wi == wi &&
+                         gHand.target == node.seg->segnum && gHand.stub == input);
     const Colour colour = chosen ? kGesture : kFaint;
-    const int top = node.box.top - kStubHeight;
-    canvas.line({x, node.box.top}, {x, top}, Pen{colour, chosen ? 2 : 1, PenStyle::solid});
-    canvas.ellipse({x - 2, top - 4, x + 2, top}, Pen{colour, 1, PenStyle::solid},
+    canvas.line({x, node.box.top}, tip, Pen{colour, chosen ? 2 : 1, PenStyle::solid});
+    canvas.ellipse({tip.x - 2, tip.y - 4, tip.x + 2, tip.y}, Pen{colour, 1, PenStyle::solid},
                    Brush{kPaper, true});
     const std::string number = std::to_string(input + 1);
-    canvas.text({x + 3, top - 6}, number, small_font(), colour);
+    canvas.text({tip.x + 3, tip.y - 6}, number, small_font(), colour);
     // The types of all inputs stand one above the other, so that none covers another.
     if (selected) {
       const std::string text = number + ": " + types[static_cast<std::size_t>(input)];
       const int row = count - input;
-      const Point at{node.box.right + 6, node.box.top - row * (measured_height(small_font()) + 1)};
+      const Point at{std::max(node.box.right, stub_tip(node.box, count - 1, count).x + 8) + 6,
+                     node.box.top - row * (measured_height(small_font()) + 1)};
       canvas.text(at, text, small_font(), chosen ? kGesture : Colour{90, 90, 90});
     }
   }
@@ -143,8 +147,9 @@ void draw_joining(const WinInfo *wi, const PictureLayout &layout, Canvas &canvas
   canvas.rectangle(end->box, Pen{kGesture, 2, PenStyle::solid}, kHollow);
   if (end->seg->type != kBox || wi->wtype == kNetworkPicture)
     return;
-  const int number = 1 + (rejoined != nullptr ? input_under(wi, gHand.target, to, gHand.rejoined)
-                                              : natural_input(wi, from, gHand.target, 0));
+  const int number = 1 + (gHand.stub >= 0       ? gHand.stub
+                          : rejoined != nullptr ? input_under(wi, gHand.target, to, gHand.rejoined)
+                                                : natural_input(wi, from, gHand.target, 0));
   const std::string text = std::to_string(number);
   const Font font{12, false, true};
   const Point at{to.x + 10, to.y - measured_height(font) - 14};

@@ -51,6 +51,8 @@ int natural_input(const WinInfo *wi, int from, int to, int skipped);
 // Where the places of the nodes give another number, the arrow takes a bend: a junction that stands
 // in the right order. The slot of the last arc, 0 on failure.
 int join_as_input(WinInfo *wi, int from, int to, int input);
+// Joins as the missing input of that number, whichever of the others are there.
+int join_to_input(WinInfo *wi, int from, int to, int input);
 // The input that a point over a node asks for: the one whose stretch of the upper side it is on,
 // among those that are there, not counting the arc `skipped`, and one more. -1 for the only one.
 int input_under(const WinInfo *wi, int slot, Point at, int skipped);

@@ -76,7 +76,7 @@ int next_to_fill(const WinInfo *wi, int slot) {
     const Segm *node = wi->seg_ments[slot];
     if (node == nullptr)
       return 0;
-    if (missing_inputs(wi, node) > 0)
+    if (!missing_inputs(wi, node).empty())
       return slot;
     if (node->segf_ptr.empty() || arc_end(node->segf_ptr.back()) == nullptr)
       return 0;
@@ -129,6 +129,13 @@ int join_as_input(WinInfo *wi, int from, int to, int input) {
   return put_arc_between(wi, bend, to, kArc);
 }
 
+int join_to_input(WinInfo *wi, int from, int to, int input) {
+  const int made = join_as_input(wi, from, to, place_of_input(wi, wi->seg_ments[to], input));
+  if (made != 0)
+    mean_input(wi->seg_ments[made], input);
+  return made;
+}
+
 int rejoin_head(WinInfo *wi, int arc, int to, int input) {
   const Segm *seg = wi->seg_ments[arc];
   if (seg == nullptr || !is_arc(seg) || arc_start(seg) == nullptr)
@@ -172,8 +179,8 @@ Point place_for_input(WinInfo *wi, int box, int input, int tool, const std::stri
     y += by;
   }
   const std::vector<int> centres = feeder_centres(target, 0);
-  const auto at =
-      static_cast<std::size_t>(std::clamp<int>(input, 0, static_cast<int>(centres.size())));
+  const auto at = static_cast<std::size_t>(
+      std::clamp(place_of_input(wi, target, input), 0, static_cast<int>(centres.size())));
   int x = centre_x(target) + (2 * input - (wanted - 1)) * (place.width() + kColumnGap) / 2;
   if (at > 0)
     x = std::max(x, centres[at - 1] + kColumnGap);
@@ -209,10 +216,12 @@ Insertion next_insertion(const WinInfo *wi, int stub) {
   Insertion where;
   const int slot = selected_node(wi);
   const Segm *node = wi->seg_ments[slot];
-  if (node != nullptr && slot != 1 && missing_inputs(wi, node) > 0) {
+  const std::vector<int> missing =
+      node != nullptr && slot != 1 ? missing_inputs(wi, node) : std::vector<int>{};
+  if (!missing.empty()) {
     where.into = slot;
-    const int there = static_cast<int>(node->segb_ptr.size());
-    where.input = stub >= there ? stub : there;
+    const bool chosen = std::find(missing.begin(), missing.end(), stub) != missing.end();
+    where.input = chosen ? stub : missing.front();
     where.at = {node->box().centre().x, node->ly};
     return where;
   }
@@ -230,10 +239,42 @@ Insertion next_insertion(const WinInfo *wi, int stub) {
   return where;
 }
 
-int insert_name(WinInfo *wi, const KnownName &name, const Insertion &where) {
+namespace {
+
+// In a picture of constructors what is typed says where it goes: a constructor into the type, a
+// type into the constructor that is chosen.
+Insertion among_constructors(const WinInfo *wi, const KnownName &name, Insertion where) {
+  if (wi->wtype != kConstructorsPicture || where.placed || where.fed_by != 0)
+    return where;
+  const int chosen = selected_node(wi);
+  const Segm *node = wi->seg_ments[chosen];
+  if (name.tool == kToolConstructor)
+    where.into = 1;
+  else if (name.tool == kToolType && node != nullptr && node->type == kBox)
+    where.into = chosen;
+  if (where.into != 0)
+    where.input = static_cast<int>(wi->seg_ments[where.into]->segb_ptr.size());
+  return where;
+}
+
+// Gives the type of a picture of constructors its name.
+int name_type(WinInfo *wi, const std::string &name) {
+  wi->seg_ments[1]->label = name;
+  select_only(wi, 1);
+  return 1;
+}
+
+} // namespace
+
+int insert_name(WinInfo *wi, const KnownName &name, const Insertion &wanted) {
   set_up_fresh(wi);
+  if (type_is_unnamed(wi))
+    return name_type(wi, name.name);
+  Insertion where = among_constructors(wi, name, wanted);
   int slot = name.slot;
   const bool is_argument = name.tool == kToolParameter;
+  if (is_argument && where.into == 1)
+    where.into = 0; // a new input waits for what uses it
   if (slot == 0) {
     Point at = where.at;
     if (is_argument && !where.placed) {
@@ -262,7 +303,12 @@ int insert_name(WinInfo *wi, const KnownName &name, const Insertion &where) {
   if (where.arc != 0)
     insert_into_arc(wi, slot, where.arc);
   if (where.into != 0)
-    join_as_input(wi, slot, where.into, where.input);
+    join_to_input(wi, slot, where.into, where.input);
+  if (wi->wtype == kConstructorsPicture) {
+    // A constructor takes further types until another one is typed.
+    select_only(wi, name.tool == kToolType && where.into != 0 ? where.into : slot);
+    return slot;
+  }
   const int next = next_to_fill(wi, slot);
   const int goes_on = next != 0 ? next : name.slot != 0 ? where.into : slot;
   // An argument that was joined leads on to whoever it feeds now, not along its other arrows.
