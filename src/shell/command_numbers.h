@@ -183,6 +183,7 @@ enum CommandNumber : int {
   kCmdSavePdf = 1662,
   kCmdSavePng = 1663,
   kCmdSaveSvg = 1664,
+  kCmdCloseWindow = 1665,
   kCmdRecentFirst = 1670,
   kCmdRecentLast = 1679,
 };

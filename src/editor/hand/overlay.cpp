@@ -47,8 +47,20 @@ void draw_band(const WinInfo *wi, const PictureLayout &layout, Canvas &canvas) {
   const Rect area = picture_area(wi);
   const Rect extent = layout_extent(layout);
   const int y = NodeHeight(wi);
-  canvas.line({std::min(0, extent.left), y}, {std::max(area.width(), extent.right), y},
-              Pen{kFaint, 1, PenStyle::dotted});
+  // It goes behind the nodes, so that it strikes no label out.
+  std::vector<std::pair<int, int>> covered;
+  for (const NodePlace &node : layout.nodes)
+    if (node.box.top <= y && y <= node.box.bottom)
+      covered.emplace_back(node.box.left, node.box.right);
+  std::sort(covered.begin(), covered.end());
+  const int end = std::max(area.width(), extent.right);
+  covered.emplace_back(end, end);
+  int x = std::min(0, extent.left);
+  for (const auto &[left, right] : covered) {
+    if (left > x)
+      canvas.line({x, y}, {left, y}, Pen{kFaint, 1, PenStyle::dotted});
+    x = std::max(x, right);
+  }
 }
 
 const NodePlace *place_of(const PictureLayout &layout, int slot) {

@@ -2,6 +2,7 @@
 #include "shell/qt/q_commands.h"
 
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
 
 #include "db/f_dbops.h"
@@ -72,6 +73,12 @@ void tabs() {
   area->setViewMode(tabbed ? QMdiArea::SubWindowView : QMdiArea::TabbedView);
 }
 
+// Pages of help are windows of the frame too.
+void close_window_in_use() {
+  if (QMdiSubWindow *sub = frame().area()->activeSubWindow())
+    sub->close();
+}
+
 // The name that help is asked for: at the caret, or of what is selected in a picture.
 QString name_in_sight() {
   if (text_active()) {
@@ -119,6 +126,7 @@ constexpr OwnCommand kOwn[] = {
     {kCmdWelcome, "&Welcome Page", "", "Databases to open and first steps", nullptr, show_welcome},
     {kCmdTile, "Tile", "", "Arranges the windows side by side", nullptr, tile},
     {kCmdTabs, "Tabs", "", "Shows the windows as tabs, or by themselves again", nullptr, tabs},
+    {kCmdCloseWindow, "Close Window", "Ctrl+F4", "Closes the window in use", nullptr, close_window_in_use},
     {kCmdReplace, "&Replace...", "Ctrl+H", "Finds and replaces texts in the window", code_active, replace_text},
     {kCmdLargerFont, "Larger Font", "Ctrl++", "Makes the letters of the text larger", text_active, larger_font},
     {kCmdSmallerFont, "Smaller Font", "Ctrl+-", "Makes the letters of the text smaller", text_active, smaller_font},
@@ -190,6 +198,7 @@ void add_file_items(QMenu *menu) {
 void add_window_items(QMenu *menu) {
   menu->addAction(make_item(menu, kCmdTile));
   menu->addAction(make_item(menu, kCmdTabs));
+  menu->addAction(make_item(menu, kCmdCloseWindow));
   QMenu *list = menu->addMenu(QStringLiteral("Go To"));
   list->setObjectName(QStringLiteral("window_list"));
   QObject::connect(list, &QMenu::aboutToShow, list,

@@ -29,6 +29,7 @@
 #include "shell/qt/q_pictures.h"
 #include "shell/qt/q_print.h"
 #include "shell/qt/q_text.h"
+#include "shell/qt/q_tools.h"
 #include "shell/qt/q_windows.h"
 #include "shell/vel_wins.h"
 
@@ -290,6 +291,7 @@ void QtDesktop::set_cursor(CursorShape shape) {
   if (busy)
     return;
   use_cursor(shape);
+  show_tool_in_use();
   for (const Window *window : all_windows())
     if (window->view != nullptr && shows_picture(window->kind))
       window->view->viewport()->setCursor(cursor_for(shape));

@@ -3,9 +3,8 @@
 
 #include <QWidget>
 
-class QCheckBox;
-class QLabel;
 class QLineEdit;
+class QToolButton;
 
 namespace velora::qt {
 
@@ -28,8 +27,7 @@ private:
   CodePane *pane_;
   QLineEdit *wanted_;
   QLineEdit *instead_;
-  QCheckBox *same_case_;
-  QLabel *told_;
+  QToolButton *same_case_;
 };
 
 } // namespace velora::qt

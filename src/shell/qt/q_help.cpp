@@ -15,8 +15,8 @@
 #include <algorithm>
 #include <functional>
 
+#include "shell/keys_page.h"
 #include "shell/library_folder.h"
-#include "shell/menu_table.h"
 #include "shell/name_help.h"
 #include "shell/qt/q_art.h"
 #include "shell/qt/q_commands.h"
@@ -110,45 +110,26 @@ void show_help_on(const QString &name) {
 
 namespace {
 
-QString plain(const char *label) {
-  QString text = QString::fromUtf8(label);
-  return text.remove(QLatin1Char('&')).toHtmlEscaped();
-}
-
-void add_key(QString &html, const QString &key, const QString &what) {
-  html += QStringLiteral("<tr><td><b>%1</b>&nbsp;&nbsp;&nbsp;</td><td>%2</td></tr>")
-              .arg(key.toHtmlEscaped(), what);
-}
-
-// From the tables of commands, and what the windows do by themselves.
-QString keys_page() {
-  QString html = QStringLiteral("<h3>Commands</h3><table>");
-  QStringList told;
-  for (const MenuCommand &row : menu_commands())
-    if (*row.accelerator != '\0' && !told.contains(QString::fromUtf8(row.accelerator))) {
-      told << QString::fromUtf8(row.accelerator);
-      add_key(html, told.last(), plain(row.label));
-    }
+// From the tables of commands and of the hand, and what the windows do by themselves.
+QString keys_of_windows() {
+  QString page = wide(keys_page()) + QStringLiteral("\n## Windows\n\n| key | does |\n|---|---|\n");
+  const auto add = [&page](const char *key, const char *what) {
+    page += QStringLiteral("| %1 | %2 |\n").arg(QString::fromUtf8(key), QString::fromUtf8(what));
+  };
   for (const OwnCommand &row : own_commands())
     if (*row.accelerator != '\0')
-      add_key(html, QString::fromUtf8(row.accelerator), plain(row.label));
-  html += QStringLiteral("</table><h3>CONTROL</h3><table>");
-  static constexpr const char *kConsole[][2] = {
-      {"Enter", "runs the query; in older text takes that line to the prompt"},
-      {"Esc", "stops what runs; empties the line"},
-      {"Up, Down", "bring earlier queries back"},
-      {"Tab", "completes the name before the caret"},
-      {"Home", "goes to the beginning of the query"}};
-  for (const auto &[key, what] : kConsole)
-    add_key(html, QString::fromUtf8(key), QString::fromUtf8(what));
-  html += QStringLiteral("</table><h3>Windows</h3><table>");
-  static constexpr const char *kWindows[][2] = {
+      add(row.accelerator, row.hint);
+  static constexpr const char *kRows[][2] = {
       {"Ctrl+Tab, Ctrl+Shift+Tab", "go from window to window"},
-      {"Ctrl+F4", "closes the window"},
-      {"Ctrl+wheel", "makes a text or a picture larger or smaller"}};
-  for (const auto &[key, what] : kWindows)
-    add_key(html, QString::fromUtf8(key), QString::fromUtf8(what));
-  return html + QStringLiteral("</table>");
+      {"Ctrl+wheel", "makes a text larger or smaller"},
+      {"Enter in CONTROL", "runs the query; in older text takes that line to the prompt"},
+      {"Esc in CONTROL", "stops what runs; empties the line"},
+      {"Up, Down in CONTROL", "bring earlier queries back"},
+      {"Tab in CONTROL, Ctrl+Space in any text", "completes the name before the caret"},
+      {"Home in CONTROL", "goes to the beginning of the query"}};
+  for (const auto &[key, what] : kRows)
+    add(key, what);
+  return page;
 }
 
 } // namespace
@@ -157,7 +138,7 @@ void show_keys() {
   QMdiSubWindow *sub =
       help_window(QStringLiteral("keys"), QStringLiteral("Keys"),
                   [](QVBoxLayout *rows) { make_text(rows, QStringLiteral("Keys")); });
-  sub->findChild<QTextBrowser *>()->setHtml(keys_page());
+  sub->findChild<QTextBrowser *>()->setMarkdown(keys_of_windows());
 }
 
 void show_guide() {

@@ -6,6 +6,8 @@
 
 #include <map>
 
+#include "editor/hand/hand.h"
+#include "editor/model/records.h"
 #include "shell/command_numbers.h"
 #include "shell/menu_table.h"
 #include "shell/qt/q_art.h"
@@ -20,6 +22,7 @@ namespace {
 struct Tool {
   int command; // 0 a gap
   Glyph glyph;
+  int mode = 0; // of the hand while the tool is in use; 0 for a command that acts at once
 };
 
 // clang-format off
@@ -30,20 +33,20 @@ constexpr Tool kCommon[] = {
     {kCmdNewFunction, Glyph::function_picture}, {kCmdNewConstructors, Glyph::data_picture}, {kCmdNewNetwork, Glyph::network_picture},
     {kCmdNewOrvek, Glyph::text}, {kCmdNewAnnotation, Glyph::annotation}};
 constexpr Tool kFunctionTools[] = {
-    {kCmdAddInputs, Glyph::hexagon}, {kCmdAddFunctions, Glyph::box}, {kCmdAddRecursive, Glyph::recursive},
-    {kCmdAddConstructors, Glyph::double_box}, {kCmdAddTypes, Glyph::double_hexagon}, {kCmdAddConstants, Glyph::bold_hexagon},
-    {kCmdAddHolds, Glyph::hold}, {kCmdAddJunctions, Glyph::junction}, {kCmdJoinNodes, Glyph::join}, {0, Glyph::none},
-    {kCmdMoveNodes, Glyph::move}, {kCmdLassoSubGraph, Glyph::lasso}, {0, Glyph::none},
+    {kCmdAddInputs, Glyph::hexagon, kToolParameter}, {kCmdAddFunctions, Glyph::box, kToolFunction}, {kCmdAddRecursive, Glyph::recursive, kToolRecursive},
+    {kCmdAddConstructors, Glyph::double_box, kToolConstructor}, {kCmdAddTypes, Glyph::double_hexagon, kToolType}, {kCmdAddConstants, Glyph::bold_hexagon, kToolHexagon},
+    {kCmdAddHolds, Glyph::hold, kToolHold}, {kCmdAddJunctions, Glyph::junction, kToolJunction}, {kCmdJoinNodes, Glyph::join, kModeJoin}, {0, Glyph::none},
+    {kCmdMoveNodes, Glyph::move, kModeMove}, {kCmdLassoSubGraph, Glyph::lasso, kModeLasso}, {0, Glyph::none},
     {kCmdGetFunction, Glyph::find}, {kCmdGetNextFunction, Glyph::next}, {kCmdEvaluate, Glyph::evaluate}};
 constexpr Tool kDataTools[] = {
-    {kCmdDataAddTypes, Glyph::double_hexagon}, {kCmdDataAddConstructors, Glyph::double_box}, {kCmdImportList, Glyph::import_list},
-    {kCmdDataAddFunctions, Glyph::box}, {kCmdDataAddJunctions, Glyph::junction}, {kCmdDataJoinNodes, Glyph::join}, {0, Glyph::none},
-    {kCmdMoveNodes, Glyph::move}, {kCmdLassoSubGraph, Glyph::lasso}, {0, Glyph::none},
+    {kCmdDataAddTypes, Glyph::double_hexagon, kToolType}, {kCmdDataAddConstructors, Glyph::double_box, kToolConstructor}, {kCmdImportList, Glyph::import_list, kToolRecursiveToo},
+    {kCmdDataAddFunctions, Glyph::box, kToolFunction}, {kCmdDataAddJunctions, Glyph::junction, kToolJunction}, {kCmdDataJoinNodes, Glyph::join, kModeJoin}, {0, Glyph::none},
+    {kCmdMoveNodes, Glyph::move, kModeMove}, {kCmdLassoSubGraph, Glyph::lasso, kModeLasso}, {0, Glyph::none},
     {kCmdGetDataType, Glyph::find}, {kCmdGetNextDataType, Glyph::next}};
 constexpr Tool kNetworkTools[] = {
-    {kCmdNetAddFunctions, Glyph::box}, {kCmdNetAddRecursive, Glyph::recursive}, {kCmdNetAddJunctions, Glyph::junction},
-    {kCmdNetJoinNodes, Glyph::join}, {0, Glyph::none},
-    {kCmdMoveNodes, Glyph::move}, {kCmdLassoSubGraph, Glyph::lasso}, {0, Glyph::none},
+    {kCmdNetAddFunctions, Glyph::box, kToolFunction}, {kCmdNetAddRecursive, Glyph::recursive, kToolRecursive}, {kCmdNetAddJunctions, Glyph::junction, kToolJunction},
+    {kCmdNetJoinNodes, Glyph::join, kModeJoin}, {0, Glyph::none},
+    {kCmdMoveNodes, Glyph::move, kModeMove}, {kCmdLassoSubGraph, Glyph::lasso, kModeLasso}, {0, Glyph::none},
     {kCmdChildren, Glyph::children}, {kCmdParents, Glyph::parents}, {kCmdGetNextNetwork, Glyph::next}};
 constexpr Tool kZoom[] = {
     {kCmdZoomOut, Glyph::zoom_out}, {kCmdZoomIn, Glyph::zoom_in}, {kCmdZoomFit, Glyph::zoom_whole}};
@@ -51,6 +54,7 @@ constexpr Tool kZoom[] = {
 
 std::map<MenuBar, QToolBar *> picture_bars;
 std::multimap<int, QAction *> tools;
+std::map<QAction *, int> modes; // of the tools that stay in use
 std::map<int, bool> enabled;
 bool all_on = true;
 
@@ -83,9 +87,17 @@ void add_tools(QToolBar *bar, std::span<const Tool> rows) {
     action->setObjectName(QStringLiteral("tool%1").arg(tool.command));
     action->setToolTip(tip_of(*row));
     action->setStatusTip(tip_of(*row));
-    QObject::connect(action, &QAction::triggered, action,
-                     [command = tool.command] { guarded([=] { choose_command(command); }); });
+    QObject::connect(action, &QAction::triggered, action, [command = tool.command] {
+      guarded([=] {
+        choose_command(command);
+        show_tool_in_use(); // the click has toggled it
+      });
+    });
     tools.emplace(tool.command, action);
+    if (tool.mode != 0) {
+      action->setCheckable(true);
+      modes[action] = tool.mode;
+    }
     show_state(tool.command);
   }
 }
@@ -120,6 +132,11 @@ void make_tools() {
 void show_tools(MenuBar bar) {
   for (const auto &[kind, tool_bar] : picture_bars)
     tool_bar->setVisible(kind == bar);
+}
+
+void show_tool_in_use() {
+  for (const auto &[action, mode] : modes)
+    action->setChecked(mode == greqMode);
 }
 
 void enable_tool(int command, bool on) {

@@ -9,6 +9,8 @@ namespace velora::qt {
 void make_tools();
 // Shows the tools that belong to a menu bar.
 void show_tools(MenuBar bar);
+// Marks the tool that a click in a picture would use.
+void show_tool_in_use();
 void enable_tool(int command, bool on);
 void enable_all_tools(bool on);
 

@@ -149,7 +149,7 @@ TEST_F(HandEvents, MissingInputsShowAndAreWalked) {
   const int slot = label_slot("append");
   ASSERT_NE(slot, 0);
   EXPECT_EQ(inputs(1), "append");
-  EXPECT_EQ(missing_inputs(wi, seg(slot)), 2);
+  EXPECT_EQ(missing_inputs(wi, seg(slot)), (std::vector<int>{0, 1}));
   EXPECT_EQ(chosen(), std::to_string(slot));
   key(Key::tab);
   EXPECT_EQ(gHand.stub, 0);
@@ -164,7 +164,7 @@ TEST_F(HandEvents, MissingInputsShowAndAreWalked) {
   EXPECT_EQ(gHand.matches.front().name, "nil");
   EXPECT_EQ(gHand.matches.front().tool, kToolHexagon) << "a constant is a value";
   key(Key::escape);
-  EXPECT_EQ(missing_inputs(wi, seg(slot)), 2) << "Esc leaves no trace";
+  EXPECT_EQ(missing_inputs(wi, seg(slot)), (std::vector<int>{0, 1})) << "Esc leaves no trace";
   typed("appen");
   EXPECT_EQ(gHand.matches.front().name, "append") << "the first that begins so";
   key(Key::down);
