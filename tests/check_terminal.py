@@ -295,7 +295,59 @@ def check_control_characters(program, home, _):
     t.leave()
 
 
-CHECKS = [check_ends_of_the_session, check_two_ends_leave, check_running_query_is_ended, check_control_characters,
+def check_pages(program, home, _):
+    """A long answer stops at the end of the screen; Enter, a and q decide; colon commands too."""
+    import fcntl
+    import struct
+    import termios
+    t = start(program, home)
+    fcntl.ioctl(t.master, termios.TIOCSWINSZ, struct.pack("HHHH", 10, 40, 0, 0))
+    t.say("list_of_int #1 #300 #1 ;\n", "-- more")
+    assert "#250" not in t.seen(), "more than a screen was shown"
+    t.say("\n", "-- more")
+    t.say("q\n", "QUERY> ")
+    t.say("list_of_int #1 #300 #1 ;\n", "-- more")
+    t.say("a\n", "#300 ]", "QUERY> ")
+    t.say(":help\n", "-- more")
+    t.say("q\n", "QUERY> ")
+    t.say("+ #1 #2 ;\n", "#3\nQUERY> ")
+    t.say(":set page off\n", "QUERY> ")
+    t.say("list_of_int #1 #300 #1 ;\n", "#300 ]", "QUERY> ")
+    assert t.leave() == 0, "status"
+
+
+def check_it(program, home, _):
+    """`it` is the last answer in queries alone, as long as that reads back."""
+    t = start(program, home)
+    t.say("+ it #1 ;\n", "please define unrecognised symbol: it", "QUERY> ")
+    t.say("list_of_int #1 #3 #1 ;\n", "[ #1 #2 #3 ]\nQUERY> ")
+    t.say("map (+ #1) it ;\n", "[ #2 #3 #4 ]\nQUERY> ")
+    t.say("Pair it \"it\" ;\n", "( Pair [ #2 #3 #4 ] \"it\")\nQUERY> ")
+    t.say("putchar '(' ;\n", "QUERY> ")
+    t.say("first it ;\n", "unrecognised symbol: it", "QUERY> ")
+    t.say("fdec it ::= int ; ;\nfdef it ::= #42 ; ;\n", "QUERY> ")
+    t.say("#7 ;\n", "#7\nQUERY> ")
+    t.say("+ it #0 ;\n", "#42\nQUERY> ")
+    t.leave_unsaved()
+
+
+def check_first_steps(program, home, _):
+    """The lines of the start; a bare word without a semicolon; what a continuation waits for."""
+    t = Terminal(program, home)
+    t.wait("\":tour\" shows the language in a few steps.\nQUERY> ")
+    t.say("help\n", "commands begin with a colon: :help", "QUERY> ")
+    t.say("quit\n", "commands begin with a colon: :quit", "QUERY> ")
+    t.say("+ (+ #1\n", "   ) > ")
+    t.say("#1) [\n", "   ] > ")
+    t.say("]\n", "   ; > ")
+    t.say(";\n", "QUERY> ")
+    t.say("gr_open #1 \"w\" #10 #10 ;\n", "QUERY> ")
+    assert t.leave() == 0, "status"
+
+
+CHECKS = [check_pages, check_it, check_first_steps,
+          check_ends_of_the_session, check_two_ends_leave, check_running_query_is_ended,
+          check_control_characters,
           check_answers, check_editing, check_completion, check_prompt_key, check_interrupt,
           check_interrupt_printing, check_interrupt_reading, check_question, check_colour,
           check_time, check_unmatched, check_quit]

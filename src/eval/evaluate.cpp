@@ -19,6 +19,7 @@ namespace velora {
 
 int Evaluates = 0;
 int gNestingLimit = kDefaultNesting;
+int gUserErrors = 0;
 int stack_trace = 0;
 
 namespace {

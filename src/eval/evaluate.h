@@ -16,6 +16,9 @@ inline constexpr char kTooNested[] = "Too many nested calls within the Query\n";
 inline constexpr int kDefaultNesting = 120;
 inline constexpr int kMostNesting = 10000;
 
+// How often `error` has reported something; a command in which it did counts as failed.
+extern int gUserErrors;
+
 // Non-zero while functions and built-ins are traced on the console.
 extern int stack_trace;
 

@@ -56,6 +56,8 @@ constexpr NoteRow kNotes[] = {
     {Note::declaration_outside, "a declaration stands in a section: fdec %s ::= ... ; ;"},
     {Note::bare_word, "commands begin with a colon: %s"},
     {Note::comments_dropped, "saving leaves out the comments of %s; %s.bak keeps them"},
+    {Note::drawing_seen, "\":graphics save %s drawing.svg\" writes the drawing as a picture; the "
+                         "desktop program shows it"},
     {Note::type_clash, "argument %s of %s is to be %s and is %s here"},
     {Note::body_clash, "%s is to give %s and this clause gives %s"},
 };

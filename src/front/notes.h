@@ -48,6 +48,7 @@ enum class Note {
   bare_word,
   // Beside files and checks.
   comments_dropped,
+  drawing_seen,
   type_clash,
   body_clash,
   count

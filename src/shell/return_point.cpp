@@ -156,6 +156,7 @@ int run_step(const std::function<void()> &step) {
 CommandEnd run_command(const Command &command, const Command &again) {
   const int errors = gParseErrors;
   const int refusals = gRefusals;
+  const int user_errors = gUserErrors;
   int answer = 0;
   gQuery.clear();
   bool ended = attempt(command, answer);
@@ -168,8 +169,9 @@ CommandEnd run_command(const Command &command, const Command &again) {
   if (over)
     return reason[0] == '\0' || reason_begins(kInterrupted) ? CommandEnd::interrupted
                                                             : CommandEnd::failed;
-  return answer == 0 || gParseErrors != errors || gRefusals != refusals ? CommandEnd::failed
-                                                                        : CommandEnd::done;
+  const bool failed =
+      answer == 0 || gParseErrors != errors || gRefusals != refusals || gUserErrors != user_errors;
+  return failed ? CommandEnd::failed : CommandEnd::done;
 }
 
 } // namespace velora

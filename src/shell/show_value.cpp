@@ -7,49 +7,12 @@
 #include "editor/model/wininfo.h"
 #include "editor/translate.h"
 #include "front/cint.h"
-#include "platform/console.h"
 #include "platform/response.h"
+#include "shell/captured_console.h"
 
 namespace velora {
 
 namespace {
-
-// Collects what is written to the console, without prompts, and passes on everything else. However
-// the query ends, the console is back in its place.
-class Listener : public Console {
-public:
-  Listener() : behind_(gConsole), prompt_(gConsolePrompt) {
-    gConsole = this;
-    gConsolePrompt = 0;
-  }
-  ~Listener() override {
-    gConsole = behind_;
-    gConsolePrompt = prompt_;
-  }
-  Listener(const Listener &) = delete;
-  Listener &operator=(const Listener &) = delete;
-
-  std::string text;
-
-  void write(std::string_view part) override { text += part; }
-  void narrative(std::string_view part) override { behind_->narrative(part); }
-  void warn(std::string_view part, int level) override { behind_->warn(part, level); }
-  void note(std::string_view part) override { behind_->note(part); }
-  int ask(const std::string &message, std::span<const std::string> buttons) override {
-    return behind_->ask(message, buttons);
-  }
-  bool ask_text(const std::string &prompt, std::string &answer) override {
-    return behind_->ask_text(prompt, answer);
-  }
-  int read_char() override { return behind_->read_char(); }
-  bool interrupted() override { return behind_->interrupted(); }
-  void busy(bool on) override { behind_->busy(on); }
-  void beep() override { behind_->beep(); }
-
-private:
-  Console *behind_;
-  int prompt_;
-};
 
 // The picture with that node as its only result.
 void make_part(const WinInfo *wi, int slot, WinInfo &part) {
@@ -89,9 +52,9 @@ int show_value(WinInfo *wi, int slot) {
     return 0;
   std::string shown;
   {
-    Listener listener;
+    CapturedConsole console;
     cint_query(filled.text);
-    shown = one_line(listener.text);
+    shown = one_line(console.text);
   }
   show_bubble(wi, slot, shown.empty() ? "no value" : shown);
   return 1;

@@ -179,8 +179,10 @@ int bi_decode(node **stack, int) {
 // Reports and leaves the expression as it is.
 int bi_error(node **stack, int) {
   const node *text = force_arg(stack, 1, kString);
-  if (text != nullptr)
+  if (text != nullptr) {
+    ++gUserErrors;
     orvek_errorf("User error: %s\n", std::string(text_of(text)).c_str());
+  }
   return 0;
 }
 

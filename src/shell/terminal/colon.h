@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/records.h"
+
 namespace velora {
 
 // A command of the shell. `arguments` shows what stands behind the name ("" for nothing); `help` is
@@ -39,9 +41,27 @@ std::vector<std::string> complete_names(std::string_view start);
 
 // The commands, by family. colon_language.cpp:
 int colon_help(const std::string &argument);
+// Reports a name that nobody declared, with names that may have been meant; 0.
+int report_unknown(const std::string &name);
+symbol *find_named(const std::string &name);
+void show_declaration(const symbol &s);
+// colon_find.cpp:
+int colon_apropos(const std::string &argument);
 int colon_type(const std::string &argument);
 int colon_list(const std::string &argument);
+int colon_code(const std::string &argument);
+// Shows the names and commands that are about a word; 0 when there are none.
+int show_about(const std::string &word);
+// colon_files.cpp:
 int colon_load(const std::string &argument);
+int colon_reload(const std::string &argument);
+int colon_edit(const std::string &argument);
+int colon_cd(const std::string &argument);
+int colon_log(const std::string &argument);
+int colon_test(const std::string &argument);
+// colon_set.cpp, colon_tour.cpp:
+int colon_set(const std::string &argument);
+int colon_tour(const std::string &argument);
 // colon_session.cpp:
 int colon_space(const std::string &argument);
 int colon_time(const std::string &argument);

@@ -1,6 +1,7 @@
 // The command of the shell about graphics windows.
 #include <charconv>
 
+#include "eval/graphics_model.h"
 #include "platform/response.h"
 #include "shell/graphics_files.h"
 #include "shell/terminal/colon.h"
@@ -11,6 +12,11 @@ namespace velora {
 int colon_graphics(const std::string &argument) {
   if (argument.empty()) {
     list_graphics();
+    if (gBgrWinInfo == nullptr)
+      DisplayResponse(
+          "No graphics window is open; gr_open opens one, and the drawing built-ins draw "
+          "into it\n\":graphics save N FILE.svg\" writes what window N shows as a "
+          "picture\n");
     return 1;
   }
   constexpr std::string_view kSave = "save ";

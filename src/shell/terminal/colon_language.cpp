@@ -1,10 +1,8 @@
-// Commands of the shell about the language: help, types, listings, loading.
+// The help of the shell, and what its commands say of names.
 #include <algorithm>
 
-#include "core/print.h"
 #include "core/symbols.h"
 #include "eval/help.h"
-#include "front/parser.h"
 #include "platform/response.h"
 #include "shell/name_help.h"
 #include "shell/terminal/colon.h"
@@ -12,21 +10,6 @@
 namespace velora {
 
 namespace {
-
-// Reports a name that nobody declared, with names that may have been meant.
-int report_unknown(const std::string &name) {
-  BeepMsgef(1, "There is no symbol \"%s\"\n", name.c_str());
-  std::string near;
-  for (const std::string &other : nearest_names(name, 3))
-    near += (near.empty() ? "" : ", ") + other;
-  if (!near.empty())
-    show_note("note: did you mean " + near + "?\n");
-  return 0;
-}
-
-symbol *find_named(const std::string &name) {
-  return name.empty() || name.size() > 255 ? nullptr : find_symbol(name.data(), name.size());
-}
 
 std::string declared_by(const symbol &s) {
   if ((s.stype & kBuiltinBit) != 0)
@@ -93,6 +76,25 @@ int help_on_word(const std::string &word) {
 
 } // namespace
 
+int report_unknown(const std::string &name) {
+  BeepMsgef(1, "There is no symbol \"%s\"\n", name.c_str());
+  std::string near;
+  for (const std::string &other : nearest_names(name, 3))
+    near += (near.empty() ? "" : ", ") + other;
+  if (!near.empty())
+    show_note("note: did you mean " + near + "?\n");
+  return 0;
+}
+
+symbol *find_named(const std::string &name) {
+  return name.empty() || name.size() > 255 ? nullptr : find_symbol(name.data(), name.size());
+}
+
+void show_declaration(const symbol &s) {
+  const std::string origin = declared_by(s);
+  DisplayResponse(declaration_text(s) + (origin.empty() ? "" : "   (" + origin + ")") + "\n");
+}
+
 int colon_help(const std::string &argument) {
   if (argument.empty()) {
     list_commands();
@@ -105,35 +107,18 @@ int colon_help(const std::string &argument) {
   for (const ColonCommand &row : colon_commands()) {
     if (argument == row.name || argument == std::string(":") + row.name) {
       if (find_named(argument) != nullptr) // a symbol of the same name
-        colon_type(argument);
+        show_declaration(*find_named(argument));
       DisplayResponsef("%s\n  %s\n", command_form(row).c_str(), row.help);
       return 1;
     }
   }
-  return help_on_word(argument) != 0 ? 1 : colon_type(argument);
-}
-
-int colon_type(const std::string &argument) {
-  const symbol *s = find_named(argument);
-  if (s == nullptr)
-    return report_unknown(argument);
-  const std::string origin = declared_by(*s);
-  DisplayResponse(declaration_text(*s) + (origin.empty() ? "" : "   (" + origin + ")") + "\n");
-  return 1;
-}
-
-int colon_list(const std::string &argument) {
-  if (argument.empty()) {
-    print_all();
+  if (help_on_word(argument) != 0)
+    return 1;
+  if (const symbol *s = find_named(argument)) {
+    show_declaration(*s);
     return 1;
   }
-  return find_named(argument) == nullptr ? report_unknown(argument)
-                                         : print_symbol(argument.c_str());
-}
-
-int colon_load(const std::string &argument) {
-  const bool quoted = argument.size() > 1 && argument.front() == '"' && argument.back() == '"';
-  return load_file((quoted ? argument.substr(1, argument.size() - 2) : argument).c_str(), 0);
+  return show_about(argument) != 0 ? 1 : report_unknown(argument);
 }
 
 } // namespace velora

@@ -107,6 +107,7 @@ Editor::Editor(bool colour) : colour_(colour), file_(history_file()) {
   rl_readline_name = "velora";
   rl_catch_signals = 0; // the interrupt key is ours
   rl_variable_bind("show-all-if-ambiguous", "on");
+  rl_completion_query_items = 40; // more are listed after a question, a screen at a time
   rl_attempted_completion_function = complete;
   rl_basic_word_break_characters = " \t\n()[];'\"";
   rl_completer_word_break_characters = rl_basic_word_break_characters;

@@ -28,10 +28,12 @@
 #include "shell/events/screenless_desktop.h"
 #include "shell/graphics_files.h"
 #include "shell/library_folder.h"
+#include "shell/query_tests.h"
 #include "shell/terminal/colon.h"
 #include "shell/terminal/db_commands.h"
 #include "shell/terminal/options.h"
 #include "shell/terminal/session.h"
+#include "shell/terminal/time_limit.h"
 
 namespace velora {
 
@@ -50,10 +52,17 @@ struct Manner {
 
 Manner manner_of(const Options &options) {
   const bool scripted = options.batch || !options.queries.empty() || !options.draw.empty() ||
-                        !options.network.file.empty();
+                        !options.network.file.empty() || !options.test.empty();
   const bool typed = !scripted && isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
   return {typed, scripted, !scripted};
 }
+
+// What a person at a terminal sees below the texts of the start.
+constexpr const char *kWelcome =
+    "Velora: a small lazy functional language whose programs are text and pictures.\n"
+    "Type a query and a semicolon, as in  + #1 #2 ;  \":help\" lists the commands, \":quit\" "
+    "leaves.\n"
+    "\":tour\" shows the language in a few steps.\n";
 
 // --- the session -------------------------------------------------------------------------------
 
@@ -77,6 +86,8 @@ void apply(const Options &options, const Manner &manner) {
   gNotes = options.notes ? 1 : 0;
   gAnswerNotes = options.answer_notes ? 1 : 0;
   gTrustAll = options.trust;
+  gStrict = options.strict;
+  gSeconds = options.seconds;
   gPersonAnswers = manner.typed;
   gProgressDots = manner.quiet ? 0 : 1;
   gAnswerLines = manner.quiet ? 1 : 0;
@@ -149,6 +160,8 @@ void do_work(Session &session, const Options &options, const Manner &manner) {
     session.run_one([&] { return write_network(options.network); });
   else if (!options.draw.empty())
     session.run_one([&] { return draw_named_picture(options.draw, options.draw_file); });
+  else if (!options.test.empty())
+    session.run_one([&] { return run_query_tests(options.test); });
   else
     run_session(session, manner);
 }
@@ -190,6 +203,8 @@ int run_program(const Options &options) {
   int status = start_language(session);
   if (status == 0) {
     console.let_go(false);
+    if (manner.typed)
+      console.write(kWelcome);
     if (!options.database.empty())
       open_at_start(console, session, options.database, manner.quiet);
     else if (manner.typed)
@@ -217,7 +232,7 @@ struct Run {
 sigset_t watched_signals() {
   sigset_t watched;
   sigemptyset(&watched);
-  for (const int each : {SIGINT, SIGHUP, SIGTERM})
+  for (const int each : {SIGINT, SIGHUP, SIGTERM, SIGALRM})
     sigaddset(&watched, each);
   return watched;
 }
@@ -254,6 +269,8 @@ void catch_signals() {
   if (before.sa_handler != SIG_IGN)
     sigaction(SIGHUP, &action, nullptr);
   sigaction(SIGTERM, &action, nullptr);
+  action.sa_handler = note_time_passed;
+  sigaction(SIGALRM, &action, nullptr);
   std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow is a failed write, as on a full disk
   const sigset_t watched = watched_signals();
   pthread_sigmask(SIG_BLOCK, &watched, nullptr);
@@ -299,7 +316,7 @@ int main(int argc, char **argv) {
   std::string complaint;
   const std::vector<std::string> words(argv + 1, argv + argc);
   if (!velora::read_options(words, run.options, complaint)) {
-    std::fprintf(stderr, "velora: %s\n%s", complaint.c_str(), velora::usage_text().c_str());
+    std::fprintf(stderr, "velora: %s; \"velora --help\" lists the options\n", complaint.c_str());
     return velora::kWrongUse;
   }
   if (run.options.help || run.options.version) {

@@ -39,6 +39,15 @@ bool take_nesting(Options &o, const std::string &value) {
   return true;
 }
 
+bool take_seconds(Options &o, const std::string &value) {
+  std::int64_t n = 0;
+  constexpr std::int64_t kDay = 86400;
+  if (!read_number(value, kDay, n))
+    return false;
+  o.seconds = static_cast<int>(n);
+  return true;
+}
+
 bool take_depth(Options &o, const std::string &value) {
   std::int64_t n = 0;
   if (!read_number(value, std::numeric_limits<std::int32_t>::max(), n))
@@ -89,6 +98,11 @@ constexpr OptionRow kOptionTable[] = {
     {"--max-space", "NODES", "how far the query space may grow (default: half the memory)",
      take_max_space},
     {"--nesting", "N", "how deep evaluations may nest, 1 to 10000 (default: 120)", take_nesting},
+    {"--timeout", "S", "stop every command that takes longer than S seconds", take_seconds},
+    {"--strict", nullptr, "end with status 3 when an answer holds a call that stayed as it is",
+     [](Options &o, const std::string &) { return o.strict = true; }},
+    {"--test", "FILE", "run the queries of FILE, hold their answers against those in it, and end",
+     [](Options &o, const std::string &v) { return o.test = v, !v.empty(); }},
     {"--graphics-dir", "DIR", "write every graphics window as a picture at the end",
      [](Options &o, const std::string &v) { return o.graphics_dir = v, !v.empty(); }},
     {"--trust", nullptr, "let databases write files and open others without asking",
@@ -201,8 +215,10 @@ std::string usage_text() {
     left.resize(std::max<std::size_t>(left.size() + 2, 22), ' ');
     text += left + row.help + "\n";
   }
-  return text + "\nExit status: 0 all went well, 1 some command failed, 2 wrong use, 13 or 19 the\n"
-                "libraries or the query space could not be had, 130 interrupted.\n";
+  return text +
+         "\nExit status: 0 all went well, 1 some command failed, 2 wrong use, 3 an answer stayed\n"
+         "as it is (--strict), 13 or 19 the libraries or the query space could not be had,\n"
+         "130 interrupted.\n";
 }
 
 } // namespace velora

@@ -17,6 +17,9 @@ struct Options {
   bool builtins_page = false;
   bool notes = true;
   bool answer_notes = true;
+  bool strict = false;
+  int seconds = 0;  // --timeout
+  std::string test; // --test, a file of queries and answers
   bool trust = false;
   std::vector<std::string> queries; // --eval, in order
   std::string lib_dir;

@@ -12,18 +12,22 @@
 #include "core/space.h"
 #include "core/symbols.h"
 #include "eval/evaluate.h"
+#include "eval/graphics_model.h"
 #include "front/cint.h"
 #include "front/notes.h"
 #include "front/putils.h"
 #include "front/source.h"
 #include "platform/interrupt.h"
 #include "platform/response.h"
+#include "shell/answer_notes.h"
 #include "shell/terminal/colon.h"
+#include "shell/terminal/time_limit.h"
 
 namespace velora {
 
 bool gQuit = false;
 bool gTimes = false;
+bool gStrict = false;
 
 namespace {
 
@@ -119,12 +123,20 @@ Session::~Session() {
 }
 
 int Session::exit_status() const {
-  return interrupted_ ? 130 : failed_ ? 1 : 0;
+  return interrupted_ ? 130 : failed_ ? 1 : gStrict && gAnswersLeft > 0 ? 3 : 0;
 }
 
 CommandEnd Session::run_one(const Command &command, const Command &again) {
-  const CommandEnd end = run_command(command, again);
-  console_.end_line();
+  CommandEnd end = CommandEnd::done;
+  {
+    const TimeLimit limit;
+    end = run_command(command, again);
+    console_.end_line();
+    if (end == CommandEnd::interrupted && limit.passed()) {
+      BeepMsgef(1, "Sorry! The command took longer than %d seconds\n", gSeconds);
+      end = CommandEnd::failed;
+    }
+  }
   if (end == CommandEnd::failed)
     failed_ = true;
   if (end == CommandEnd::interrupted && !typed_)
@@ -153,9 +165,14 @@ int Session::run_again() {
 
 Got Session::next_line(std::string &line, const char *prompt, bool first) {
   for (;;) {
-    if (typed_)
+    if (typed_) {
       console_.end_line();
-    const Got got = input_.next(line, shown_prompt(prompt, entry_));
+      console_.begin_page();
+    }
+    const std::string shown = shown_prompt(prompt, entry_);
+    const Got got = input_.next(line, shown);
+    if (got == Got::line)
+      console_.log((typed_ ? shown : "") + line + "\n");
     if (got == Got::interrupted && typed_ && first && gEndAsked == 0)
       continue; // the key has cleared the line
     if (got == Got::line && first && is_blank(line))
@@ -197,6 +214,10 @@ int Session::refill(std::string &line, const char *prompt) {
     return 1;
   }
   entry_ += (entry_.empty() ? "" : " ") + line;
+  if (prompt != nullptr)
+    query_ = first && begins_query(line);
+  if (typed_ && query_)
+    line = last_answer_.put_into(line);
   command_ += line + "\n";
   return 1;
 }
@@ -207,8 +228,15 @@ void Session::step() {
   const Meter meter;
   waited_ = {};
   command_.clear();
+  if (typed_)
+    console_.begin_kept();
   const CommandEnd end =
       run_one([&] { return answer = p_console_command(); }, [this] { return run_again(); });
+  const std::string shown = console_.end_kept();
+  if (typed_ && gBgrWind != nullptr && !std::exchange(drawing_told_, true))
+    advise(Note::drawing_seen, {std::to_string(gBgrWind->window_id)});
+  if (typed_ && end == CommandEnd::done && !gQuery.empty())
+    last_answer_.keep(shown);
   remember_command();
   input_.drop_rest();
   if (std::exchange(gRetypeQuery, 0) != 0 && typed_)

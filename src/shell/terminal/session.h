@@ -6,6 +6,7 @@
 #include <string>
 
 #include "shell/return_point.h"
+#include "shell/terminal/last_answer.h"
 #include "shell/terminal/line_input.h"
 #include "shell/terminal/terminal_console.h"
 
@@ -27,7 +28,8 @@ public:
   bool input_is_gone() const;
   // Runs one command and counts how it ended.
   CommandEnd run_one(const Command &command, const Command &again = nullptr);
-  // 0, 1 when some command failed, 130 when the run was interrupted.
+  // 0; 1 when some command failed, 3 when an answer stayed as it is and gStrict is set, 130 when
+  // the run was interrupted.
   int exit_status() const;
 
   // One line for the front end, behind the prompt that it asks for.
@@ -48,8 +50,11 @@ private:
   bool interrupted_ = false;
   int errors_before_ = 0; // parser errors before the statement being typed
   std::string colon_;     // a command of the shell that refill came upon
-  std::string entry_;     // the lines of the statement being typed, for the history
-  std::string command_;   // all lines of the command being run
+  LastAnswer last_answer_;
+  bool drawing_told_ = false; // how a drawing is seen
+  bool query_ = false;        // the statement being typed is a query
+  std::string entry_;         // the lines of the statement being typed, for the history
+  std::string command_;       // all lines of the command being run
   std::chrono::steady_clock::duration waited_{}; // time the command spent awaiting its lines
   std::deque<std::string> pending_;              // lines of a command that is tried again
 };
@@ -58,5 +63,7 @@ private:
 extern bool gQuit;
 // Set by `:time on`: what each command cost is shown after it.
 extern bool gTimes;
+// Set by --strict: an answer with a call that no rule reduced makes the exit status 3.
+extern bool gStrict;
 
 } // namespace velora

@@ -7,7 +7,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <sys/ioctl.h>
 #include <unistd.h>
+#include <utility>
 
 #include "platform/interrupt.h"
 #include "shell/terminal/colon.h"
@@ -18,10 +20,12 @@ namespace {
 
 constexpr int kCancel = 5;
 
+// An empty NO_COLOR counts as none, an empty TERM as a terminal that can do nothing.
 bool wants_colour() {
   const char *term = std::getenv("TERM");
-  return std::getenv("NO_COLOR") == nullptr && isatty(STDERR_FILENO) != 0 && term != nullptr &&
-         std::strcmp(term, "dumb") != 0;
+  const char *none = std::getenv("NO_COLOR");
+  return (none == nullptr || *none == '\0') && isatty(STDERR_FILENO) != 0 && term != nullptr &&
+         *term != '\0' && std::strcmp(term, "dumb") != 0;
 }
 
 std::string trimmed(const std::string &text) {
@@ -55,10 +59,102 @@ int choice_of(const std::string &line, std::span<const std::string> labels) {
 
 } // namespace
 
+TerminalConsole *gTerminal = nullptr;
+int gPages = 1;
+
 TerminalConsole::TerminalConsole(bool typed)
     : typed_(typed), colour_(wants_colour()),
       one_screen_(isatty(STDOUT_FILENO) != 0 && isatty(STDERR_FILENO) != 0),
-      out_is_terminal_(isatty(STDOUT_FILENO) != 0), err_is_terminal_(isatty(STDERR_FILENO) != 0) {}
+      out_is_terminal_(isatty(STDOUT_FILENO) != 0), err_is_terminal_(isatty(STDERR_FILENO) != 0) {
+  gTerminal = this;
+}
+
+TerminalConsole::~TerminalConsole() {
+  end_log();
+  gTerminal = nullptr;
+}
+
+// --- pages -------------------------------------------------------------------------------------
+
+void TerminalConsole::begin_page() {
+  rows_ = columns_ = 0;
+  whole_ = false;
+  if (dropping_)
+    gInterrupted = 0; // it was the user who stopped the showing
+  dropping_ = false;
+}
+
+// Asks before the next page. False when the user has seen enough: what runs is stopped.
+bool TerminalConsole::next_page() {
+  rows_ = 0;
+  std::fflush(stdout);
+  whole_ = true; // while the question is shown
+  std::string line;
+  const Got got = input_->read(line, "-- more: Enter, a for all, q to stop ");
+  const char answer = line.empty() ? ' ' : line[0];
+  whole_ = got == Got::line && answer == 'a';
+  dropping_ = got != Got::line || answer == 'q';
+  if (dropping_)
+    gInterrupted = 1;
+  return !dropping_;
+}
+
+// Shows a text as far as the page goes, and on after a question.
+void TerminalConsole::put_paged(std::string_view text) {
+  winsize size{};
+  const bool known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row > 2;
+  std::size_t from = 0;
+  for (std::size_t i = 0; known && i < text.size() && !whole_; ++i) {
+    const bool begins = (static_cast<unsigned char>(text[i]) & 0xC0) != 0x80;
+    columns_ += begins ? 1 : 0;
+    if (text[i] != '\n' && (size.ws_col == 0 || columns_ < size.ws_col))
+      continue;
+    columns_ = 0;
+    if (++rows_ < size.ws_row - 1)
+      continue;
+    put_out(text.substr(from, i + 1 - from));
+    from = i + 1;
+    if (from < text.size() && !next_page())
+      return;
+  }
+  put_out(text.substr(from));
+}
+
+// --- the log and what is kept ------------------------------------------------------------------
+
+bool TerminalConsole::begin_log(const std::string &file) {
+  std::FILE *opened = std::fopen(file.c_str(), "a");
+  if (opened == nullptr)
+    return false;
+  end_log();
+  log_ = opened;
+  return true;
+}
+
+void TerminalConsole::end_log() {
+  if (log_ != nullptr)
+    std::fclose(log_);
+  log_ = nullptr;
+}
+
+void TerminalConsole::log(std::string_view text) {
+  if (log_ == nullptr)
+    return;
+  std::fwrite(text.data(), 1, text.size(), log_);
+  std::fflush(log_);
+}
+
+void TerminalConsole::begin_kept() {
+  kept_.clear();
+  keeping_ = true;
+}
+
+std::string TerminalConsole::end_kept() {
+  keeping_ = false;
+  return std::exchange(kept_, "");
+}
+
+// --- texts -------------------------------------------------------------------------------------
 
 void TerminalConsole::put_out(std::string_view text) {
   // Long texts go in pieces, so that the interrupt key is met between them.
@@ -81,7 +177,16 @@ void TerminalConsole::write(std::string_view text) {
   }
   if (text.empty())
     return;
-  put_out(text);
+  log(text);
+  constexpr std::size_t kMostKept = std::size_t{1} << 20;
+  if (keeping_ && kept_.size() < kMostKept)
+    kept_ += text;
+  if (dropping_)
+    return;
+  if (typed_ && gPages != 0 && one_screen_ && input_ != nullptr)
+    put_paged(text);
+  else
+    put_out(text);
   out_open_ = text.back() != '\n';
 }
 
@@ -98,6 +203,7 @@ void TerminalConsole::put_error(std::string_view text, const char *colour) {
   if (one_screen_ && out_open_)
     write("\n");
   std::fflush(stdout);
+  log(text);
   if (colour_)
     std::fputs(colour, stderr);
   const std::string shown = err_is_terminal_ ? visible(text) : std::string(text);
@@ -117,8 +223,10 @@ void TerminalConsole::note(std::string_view text) {
   if (err_open_)
     std::fputc('\n', stderr);
   put_error(text, "\033[2m");
-  if (err_open_)
+  if (err_open_) {
     std::fputc('\n', stderr);
+    log("\n");
+  }
   err_open_ = false;
 }
 

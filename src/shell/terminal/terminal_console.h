@@ -2,6 +2,7 @@
 // of help on standard error, questions answered from the input of the commands.
 #pragma once
 
+#include <cstdio>
 #include <string>
 
 #include "platform/console.h"
@@ -14,6 +15,9 @@ class TerminalConsole : public Console {
 public:
   // `typed` says that a person answers: prompts are shown and a wrong answer is asked for again.
   explicit TerminalConsole(bool typed);
+  ~TerminalConsole() override;
+  TerminalConsole(const TerminalConsole &) = delete;
+  TerminalConsole &operator=(const TerminalConsole &) = delete;
   // Where questions and characters are read; null reads nothing.
   void set_input(LineInput *input) { input_ = input; }
   // Keeps ordinary text back from now on (the texts of a quiet start); messages go out.
@@ -22,6 +26,16 @@ public:
   void let_go(bool show);
   // Ends the line that output stands in, on both streams, and sends everything out.
   void end_line();
+  // A person is about to type: what is shown from here on fills a fresh screen.
+  void begin_page();
+  // Writes all that is shown and typed into a file as well, until end_log. False when it cannot be
+  // written.
+  bool begin_log(const std::string &file);
+  void end_log();
+  void log(std::string_view text);
+  // Keeps what is written from here on, up to a bound beyond which nothing is kept.
+  void begin_kept();
+  std::string end_kept();
   // True when errors are coloured.
   bool colour() const { return colour_; }
 
@@ -41,6 +55,8 @@ private:
   void put_out(std::string_view text);
   void put_error(std::string_view text, const char *colour);
   bool read_answer(std::string &line, const std::string &prompt);
+  void put_paged(std::string_view text);
+  bool next_page();
 
   LineInput *input_ = nullptr;
   bool typed_;
@@ -53,6 +69,19 @@ private:
   VisibleText out_text_;
   bool out_open_ = false; // the last character written was not a line end
   bool err_open_ = false;
+
+  int rows_ = 0;          // of the page that is shown
+  int columns_ = 0;       // of its last row
+  bool whole_ = false;    // the user wants to see all of it
+  bool dropping_ = false; // the user does not want to see more
+  bool keeping_ = false;
+  std::string kept_;
+  std::FILE *log_ = nullptr;
 };
+
+// The console of this run; null in programs without one.
+extern TerminalConsole *gTerminal;
+// Non-zero shows long answers a screen at a time.
+extern int gPages;
 
 } // namespace velora
