@@ -20,8 +20,14 @@ int gPlainBodies = 0;
 
 namespace {
 
-std::deque<template_code> templates(1);                           // record 0 belongs to no clause
-std::vector<const template_code *> template_at(1, &templates[0]); // the records by their numbers
+std::deque<template_code> templates(1); // record 0 belongs to no clause
+
+} // namespace
+
+std::vector<const template_code *> gTemplates(1, &templates[0]);
+
+namespace {
+
 std::vector<std::uint32_t> free_records;
 // Code of clauses that are gone, until no collection reaches it. Never destroyed: at the end of the
 // program the texts that it holds are still counted.
@@ -34,6 +40,11 @@ void free_code(clause_code *code) {
   }
   for (char *text : code->texts)
     drop_text(text);
+}
+
+// Whether a static leaf may be the head of an application of the query space as it stands.
+bool may_stand(const node *leaf) {
+  return (leaf->flags & (kShareHead | kShareLeaf)) != 0;
 }
 
 node *build_constant(const arg_code &code) {
@@ -50,7 +61,8 @@ node *build_constant(const arg_code &code) {
 
 // The building of one level. Its nodes have been reserved: the budget holds them, so the pool has
 // as many that the last collection did not reach, the cursor comes upon them before its end, and
-// nothing is collected in between. So the cursor is held here until the level stands.
+// nothing is collected in between. So the cursor is held here until the level stands, and how many
+// nodes it takes is known beforehand.
 class Building {
 public:
   explicit Building(node *const *bindings) : bindings_(bindings), next_(gSpace.cursor) {}
@@ -63,7 +75,8 @@ public:
     for (; code != last; ++code)
       fun = application(fun, argument(*code));
     node *const arg = argument(*code);
-    settle();
+    gSpace.cursor = next_;
+    gSpace.budget -= body.taken;
     target->type = kApply;
     target->quote = 0;
     target->val.a = {fun, arg};
@@ -75,15 +88,7 @@ private:
     while (n->mark == gSpace.epoch)
       ++n;
     next_ = n + 1;
-    ++taken_;
     return n;
-  }
-
-  // Hands the cursor back.
-  void settle() {
-    gSpace.cursor = next_;
-    gSpace.budget -= taken_;
-    taken_ = 0;
   }
 
   node *application(node *fun, node *arg) {
@@ -110,8 +115,7 @@ private:
       overwrite_node(n, bindings_[body.head_var]);
       return n;
     }
-    return (body.head->flags & (kShareHead | kShareLeaf)) != 0 ? body.head
-                                                               : copy_of_leaf(body.head);
+    return may_stand(body.head) ? body.head : copy_of_leaf(body.head);
   }
 
   // The abstraction of a suspended argument, applied to its variables.
@@ -123,31 +127,31 @@ private:
       fun = bindings_[*v++];
     else if (code.own) [[unlikely]]
       fun = own_copy(fun);
-    else if (!is_apply(fun) && (fun->flags & (kShareHead | kShareLeaf)) == 0) [[unlikely]]
+    else if (!is_apply(fun) && !may_stand(fun)) [[unlikely]]
       fun = copy_of_leaf(fun);
     for (; v != end; ++v)
       fun = application(fun, bindings_[*v]);
     return fun;
   }
 
-  // What is seldom needed is made with the cursor in its place.
+  // What is seldom needed is made with the cursor in its place, and pays for its nodes itself.
   node *own_copy(const node *term) {
-    settle();
+    gSpace.cursor = next_;
     node *const copy = LCopy(term);
     next_ = gSpace.cursor;
     return copy;
   }
   node *constant(const arg_code &code) {
-    settle();
+    gSpace.cursor = next_;
     node *const made = build_constant(code);
     next_ = gSpace.cursor;
     return made;
   }
 
   node *argument(const arg_code &code) {
-    switch (code.op) {
-    case ArgOp::suspended:
+    if (code.op == ArgOp::suspended)
       return suspended(code);
+    switch (code.op) {
     case ArgOp::variable:
       return bindings_[code.var];
     case ArgOp::shared:
@@ -156,30 +160,39 @@ private:
       return application(static_combinator_i(), bindings_[code.var]);
     case ArgOp::fresh:
       return copy_of_leaf(code.leaf);
-    case ArgOp::apply:
-      break;
+    default:
+      return constant(code);
     }
-    return constant(code);
   }
 
   node *const *bindings_;
   node *next_;
-  std::int64_t taken_ = 0;
 };
 
 } // namespace
 
-void build_body(const body_code &body, node *const *bindings, node *target) {
-  if (body.args.empty()) {
-    overwrite_node(target, body.head_is_variable ? bindings[body.head_var] : body.head);
-    return;
+std::int64_t nodes_of_level(const body_code &body) {
+  if (body.args.empty())
+    return 0;
+  auto count = static_cast<std::int64_t>(body.args.size()) - 1;
+  count += body.head_is_variable || !may_stand(body.head) ? 1 : 0;
+  for (const arg_code &arg : body.args) {
+    if (arg.op == ArgOp::held || arg.op == ArgOp::fresh)
+      ++count;
+    if (arg.op != ArgOp::suspended)
+      continue;
+    count += static_cast<std::int64_t>(arg.vars.size());
+    if (arg.first_direct)
+      --count;
+    else if (!arg.own && !is_apply(arg.leaf) && !may_stand(arg.leaf))
+      ++count;
   }
-  reserve_nodes(body.need);
-  Building(bindings).level(body, target);
+  return count;
 }
 
-const template_code &template_of(const node *n) {
-  return *template_at[n->aux];
+void build_spine(const body_code &body, node *const *bindings, node *target) {
+  reserve_nodes(body.need);
+  Building(bindings).level(body, target);
 }
 
 template_code &template_record(std::uint32_t id) {
@@ -193,16 +206,15 @@ std::uint32_t new_template(clause_code *owner) {
     free_records.pop_back();
   } else {
     id = static_cast<std::uint32_t>(templates.size());
-    template_at.push_back(&templates.emplace_back());
+    gTemplates.push_back(&templates.emplace_back());
   }
   templates[id].owner = owner;
   owner->templates.push_back(id);
   return id;
 }
 
-clause_code *code_of(rhs_link *clause, const choice_node *lhs_tree, std::uint32_t mask) {
-  if (clause->code == nullptr)
-    clause->code = compile_clause(*clause, lhs_tree, mask).release();
+clause_code *make_code(rhs_link *clause, const choice_node *lhs_tree, std::uint32_t mask) {
+  clause->code = compile_clause(*clause, lhs_tree, mask).release();
   return clause->code;
 }
 

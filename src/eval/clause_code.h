@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "core/records.h"
+#include "core/space.h"
 
 namespace velora {
 
@@ -45,6 +46,8 @@ struct body_code {
   node *head = nullptr; // a static leaf otherwise
   std::vector<arg_code> args;
   std::int64_t need = 0; // query-space nodes taken at the most
+  std::int64_t taken =
+      0; // those of them that the building takes itself, without copies and constants
 };
 
 // A static combinator term; a node flagged kTemplateNode has its number in `aux`.
@@ -68,13 +71,25 @@ struct clause_code {
 
 // The compiled form of a clause, made at the first call. `lhs_tree` and `mask` say which variables
 // the head binds.
-clause_code *code_of(rhs_link *clause, const choice_node *lhs_tree, std::uint32_t mask);
+clause_code *make_code(rhs_link *clause, const choice_node *lhs_tree, std::uint32_t mask);
+inline clause_code *code_of(rhs_link *clause, const choice_node *lhs_tree, std::uint32_t mask) {
+  return clause->code != nullptr ? clause->code : make_code(clause, lhs_tree, mask);
+}
 
 // Builds `body` with `bindings` over the application or leaf `target`.
-void build_body(const body_code &body, node *const *bindings, node *target);
+void build_spine(const body_code &body, node *const *bindings, node *target);
+inline void build_body(const body_code &body, node *const *bindings, node *target) {
+  if (!body.args.empty())
+    build_spine(body, bindings, target);
+  else
+    overwrite_node(target, body.head_is_variable ? bindings[body.head_var] : body.head);
+}
 
 // The record of a template node.
-const template_code &template_of(const node *n);
+extern std::vector<const template_code *> gTemplates; // by their numbers
+inline const template_code &template_of(const node *n) {
+  return *gTemplates[n->aux];
+}
 
 // Non-zero makes every clause take the plain way (for tests that compare the two).
 extern int gPlainBodies;

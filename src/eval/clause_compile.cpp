@@ -137,6 +137,7 @@ public:
       ++body.need;
       add_vars(argument, before);
     }
+    body.taken = nodes_of_level(body);
   }
 
 private:

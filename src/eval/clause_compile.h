@@ -17,6 +17,9 @@ std::unique_ptr<clause_code> compile_clause(const rhs_link &clause, const choice
 int least_arguments_for_good(const func_block *fc);
 bool lists_may_grow();
 
+// How many nodes the building of a level takes itself (body_code::taken).
+std::int64_t nodes_of_level(const body_code &body);
+
 // A new template record owned by `owner`, and access to it.
 std::uint32_t new_template(clause_code *owner);
 template_code &template_record(std::uint32_t id);

@@ -27,39 +27,15 @@ namespace {
 // What a step answers: the place on the spine that was rewritten, or one of these.
 constexpr int kNoRule = -1;
 constexpr int kRestart = -2; // rewritten at a place that the rule does not tell
+constexpr int kValue = -3;   // the head is a value: nothing is to be rewritten
 
 void trace_call(const char *name) {
   DisplayResponse(std::string(static_cast<std::size_t>(Evaluates), '-') + name + "\n");
 }
 
-int reduce_head(node **stack, int spine_len) {
-  node *const head = stack[0];
-  switch (head->type) {
-  case kFunctionNode:
-    if (stack_trace != 0)
-      trace_call(head->val.fc->name);
-    return reduce_function(stack, spine_len);
-  case kBuiltin:
-    if (stack_trace != 0)
-      trace_call(head->val.bi.fc->name);
-    return built_in_redex(stack, spine_len) != 0 ? kRestart : kNoRule;
-  case kLambda:
-    return bi_lambda(stack, spine_len) != 0 ? kRestart : kNoRule;
-  default:
-    return comb_redex(stack, spine_len) != 0 ? comb_arguments(head->type) : kNoRule;
-  }
-}
-
-// The part of the stack of spines that one evaluation uses: [at, top) is the spine of the step, the
-// head first. It lies below everything that enclosing evaluations use.
-struct Frame {
-  node **at;
-  node **top;
-};
-
 inline void push(Frame &frame, node *n) {
   if (frame.at == gSpines.low) [[unlikely]]
-    grow_spines(&frame.at, &frame.top);
+    frame = grow_spines(frame);
   *--frame.at = n;
 }
 
@@ -97,36 +73,48 @@ node *own_code(const node *n, const Frame &frame) {
 
 // Unwinds from `n` to the head. False when the head's application is bare shared code. A building
 // may have written a guard over the root; then the unwinding ends early.
-bool unwind(const node *root, node *n, Frame &frame) {
-  node **at = frame.at;
+inline bool unwind(const node *root, node *n, Frame &frame) {
   while (is_apply(n)) {
     if ((n->flags & kTemplateNode) != 0) [[unlikely]] {
-      frame.at = at;
       if (build_template(n, frame)) {
         ++gReductions;
         if (root->quote != 0)
           return true;
-        at = frame.at;
-        n = at[-1];
+        n = frame.at[-1];
         continue;
       }
-      if (at == frame.top)
+      if (frame.at == frame.top)
         return false;
       n = own_code(n, frame);
     }
-    if (at == gSpines.low) [[unlikely]] {
-      grow_spines(&at, &frame.top);
-    }
-    *--at = n;
+    push(frame, n);
     n = n->val.a.a1;
   }
-  frame.at = at;
   push(frame, n);
   return true;
 }
 
-// Reduces `root` to head normal form, step by step.
-int reduce(node *root, node **mark) {
+// A head that is neither a function nor a built-in: a value, which ends the evaluation (`result`
+// then says whether it has just the arguments it takes), or a combinator or lambda.
+[[gnu::noinline]] int reduce_other(node **stack, int spine_len, int &result) {
+  const node *const head = stack[0];
+  if (head->type == kConstructorNode) {
+    result = spine_len == head->val.cs->arity;
+    return kValue;
+  }
+  if (head->type < kCombI && head->type != kLambda) {
+    result = spine_len == 0;
+    return kValue;
+  }
+  result = 0;
+  if (head->type == kLambda)
+    return bi_lambda(stack, spine_len) != 0 ? kRestart : kNoRule;
+  return comb_redex(stack, spine_len) != 0 ? comb_arguments(head->type) : kNoRule;
+}
+
+// Reduces `root` to head normal form, step by step. It is part of each evaluation and made one
+// function with it: entering and leaving is a good part of short evaluations.
+[[gnu::always_inline]] inline int reduce(node *root, node **mark) {
   Frame frame{mark, mark};
   node *n = root;
   for (;;) {
@@ -141,37 +129,47 @@ int reduce(node *root, node **mark) {
       return 0;
     if (root->quote != 0)
       continue;
+    // The whole spine stands on the stack now, and nested evaluations go on below it.
     node **const stack = frame.at;
     const int spine_len = static_cast<int>(frame.top - stack) - 1;
     const node *const head = stack[0];
-    // The codes of the kinds stand in this order: what is reduced by clauses or a table, the
-    // values, the combinators.
-    if (head->type == kConstructorNode)
-      return spine_len == head->val.cs->arity;
-    if (head->type > kFunctionNode && head->type < kCombI)
-      return spine_len == 0;
-    if (head->type == kVariable)
-      return spine_len == 0;
-    gSpines.next = stack; // nested evaluations go on below
-    const int place = reduce_head(stack, spine_len);
+    gSpines.next = stack;
+    int place = kNoRule;
+    if (head->type == kFunctionNode) {
+      if (stack_trace != 0) [[unlikely]]
+        trace_call(head->val.fc->name);
+      place = reduce_function(stack, spine_len);
+    } else if (head->type == kBuiltin) {
+      if (stack_trace != 0) [[unlikely]]
+        trace_call(head->val.bi.fc->name);
+      place = built_in_redex(stack, spine_len) != 0 ? kRestart : kNoRule;
+    } else {
+      int result = 0;
+      place = reduce_other(stack, spine_len, result);
+      if (place == kValue)
+        return result;
+    }
     if (place == kNoRule)
       return 0;
     ++gReductions;
-    if (place == kRestart) {
-      // A built-in has written somewhere on the spine, and it may have made long texts.
-      if (gTextBytes > kTextBytesBetweenCollections) [[unlikely]]
-        garbage_collect();
-      frame.at = frame.top;
-      n = root;
-    } else {
+    if (place != kRestart) {
       n = stack[place];
       frame.at = stack + place + 1;
+      continue;
     }
+    // A built-in has written somewhere on the spine, and it may have made long texts.
+    if (gTextBytes > kTextBytesBetweenCollections) [[unlikely]]
+      garbage_collect();
+    // Most often it has written a plain value over the root, which needs no further step.
+    if (root->type >= kInteger && root->type < kCombI && root->quote == 0)
+      return 1;
+    frame.at = frame.top;
+    n = root;
   }
 }
 
 // One evaluation: its place on the stack of spines and the count of nesting.
-int run_evaluation(node *root) {
+[[gnu::always_inline]] inline int run_evaluation(node *root) {
   if (++Evaluates >= gNestingLimit) [[unlikely]] {
     Evaluates = 0;
     error_exit(kTooNested);
@@ -198,7 +196,7 @@ void reset_reducer() {
 namespace {
 
 // An evaluation of a node that has failed before.
-int evaluate_again(node *root) {
+[[gnu::noinline]] int evaluate_again(node *root) {
   if (fails_again(root, Evaluates + 1))
     return 0;
   WatchedRun run(Evaluates + 1);

@@ -78,7 +78,8 @@ private:
         if (!function_part(f, common, ways))
           return false;
       } else if (f->n.type == kConstructorNode) {
-        ways.push_back({common, FlatKind::application, kConstructorNode, 0, {}, flat_value(&f->n)});
+        ways.push_back(
+            {common, 0, FlatKind::application, kConstructorNode, 0, {}, flat_value(&f->n)});
       } else {
         return false;
       }
@@ -114,7 +115,7 @@ bool flatten(const choice_node *list, std::uint32_t clauses, std::vector<flat_pa
     const std::uint32_t mask = list->mask & clauses;
     if (mask == 0)
       continue;
-    flat_pattern pattern{mask, FlatKind::constant, list->n.type, 0, {}, 0};
+    flat_pattern pattern{mask, 0, FlatKind::constant, list->n.type, 0, {}, 0};
     switch (list->n.type) {
     case kApply:
       if (!FlatApplications().collect(list, mask, out))
@@ -165,6 +166,21 @@ bool repeats_variable(const group_plan &plan) {
   return false;
 }
 
+// Whether a term that one pattern holds may be held by the other.
+bool overlap(const flat_pattern &one, const flat_pattern &other) {
+  if (one.kind == FlatKind::variable || other.kind == FlatKind::variable)
+    return true;
+  return one.kind == other.kind && one.type == other.type && one.count == other.count &&
+         one.value == other.value;
+}
+
+void note_later(std::vector<flat_pattern> &patterns) {
+  for (std::size_t i = 0; i < patterns.size(); ++i)
+    for (std::size_t k = i + 1; k < patterns.size(); ++k)
+      if (overlap(patterns[i], patterns[k]))
+        patterns[i].later |= patterns[k].mask;
+}
+
 // Whether the group has flat patterns at all positions; then notes them and its clauses.
 bool flatten_group(group_plan &plan) {
   std::size_t number = 0;
@@ -173,6 +189,8 @@ bool flatten_group(group_plan &plan) {
   for (const choice_node *arg : plan.args)
     if (!flatten(arg, plan.clauses, plan.patterns.emplace_back()))
       return false;
+  for (std::vector<flat_pattern> &patterns : plan.patterns)
+    note_later(patterns);
   return !repeats_variable(plan);
 }
 

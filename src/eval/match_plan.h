@@ -20,7 +20,8 @@ namespace velora {
 enum class FlatKind : std::uint8_t { variable, constant, application };
 inline constexpr int kFlatArguments = 4; // arguments of a constructor at the most
 struct flat_pattern {
-  std::uint32_t mask; // the clauses that it belongs to
+  std::uint32_t mask;  // the clauses that it belongs to
+  std::uint32_t later; // clauses whose patterns further down may hold what this one holds
   FlatKind kind;
   std::uint8_t type;                 // constant: the kind of its node
   std::uint8_t count;                // application: number of arguments

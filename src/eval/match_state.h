@@ -4,6 +4,7 @@
 
 #include <span>
 
+#include "core/needs.h"
 #include "core/records.h"
 #include "eval/clause_code.h"
 
@@ -24,8 +25,35 @@ inline bool needs_forcing(const node *n) {
   return n->type == kApply || n->type == kBuiltin || n->type == kFunctionNode;
 }
 
+// Whether forcing `n` again would change nothing, now that forcing it has answered `result`. A
+// consumed guard answers 1 too, before any term, so the head decides: of applications only those
+// of a constructor are values.
+inline bool is_settled(const node *n, int result) {
+  if (n->quote != 0)
+    return false;
+  if (!is_apply(n))
+    return n->type != kBuiltin && n->type != kFunctionNode;
+  const node *head = n;
+  while (is_apply(head))
+    head = head->val.a.a1;
+  return result != 0 && head->type == kConstructorNode;
+}
+
 // Forces the node at one position; false when the single pass must be given up.
-bool force_position(Match &m, node *n);
+inline bool force_position(Match &m, node *n) {
+  if (n == m.forced_once) {
+    m.forced_once = nullptr;
+    return true;
+  }
+  const bool guarded = n->quote != 0;
+  const int result = evaluate(n);
+  if (m.pass == Pass::single && (guarded || !is_settled(n, result))) {
+    m.unsettled = n;
+    return false;
+  }
+  return true;
+}
+
 // Binds a variable to the node at `*slot`; what is shared code and may be written over becomes a
 // node of its own there. False for a variable that the function does not have.
 bool bind(const Match &m, int v, node **slot);
@@ -33,10 +61,16 @@ bool bind(const Match &m, int v, node **slot);
 void apply_clause(const rhs_link &clause, const clause_code &code, node **bindings, node *target);
 // The node of the spine that a result covering `place` arguments is written over; null when it is
 // shared code that cannot be replaced.
-node *own_target(node **call_stack, int place, int spine_len);
+node *shared_target(node **call_stack, int place, int spine_len);
+inline node *own_target(node **call_stack, int place, int spine_len) {
+  node *const target = call_stack[place];
+  return (target->flags & kStaticNode) == 0 ? target : shared_target(call_stack, place, spine_len);
+}
 
-// The call of a function whose plan is straight, like reduce_function; `unsettled` is the argument
-// at which it had to be given up, or null.
-int call_straight(const func_block *fc, node **call_stack, int spine_len, node *&unsettled);
+// The call of a function whose plan is straight, like reduce_function.
+int call_straight(const func_block *fc, node **call_stack, int spine_len);
+// The two passes, after a single one that gave up at `unsettled`, which it has forced, or without
+// one (null).
+int match_twice(node **call_stack, int spine_len, node *unsettled);
 
 } // namespace velora

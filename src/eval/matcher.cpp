@@ -24,39 +24,6 @@
 
 namespace velora {
 
-namespace {
-
-// Whether forcing `n` again would change nothing, now that forcing it has answered `result`. A
-// consumed guard answers 1 too, before any term, so the head decides: of applications only those
-// of a constructor are values.
-bool is_settled(const node *n, int result) {
-  if (n->quote != 0)
-    return false;
-  if (!is_apply(n))
-    return n->type != kBuiltin && n->type != kFunctionNode;
-  const node *head = n;
-  while (is_apply(head))
-    head = head->val.a.a1;
-  return result != 0 && head->type == kConstructorNode;
-}
-
-} // namespace
-
-// Forces the node at one position; false when the single pass must be given up.
-bool force_position(Match &m, node *n) {
-  if (n == m.forced_once) {
-    m.forced_once = nullptr;
-    return true;
-  }
-  const bool guarded = n->quote != 0;
-  const int result = evaluate(n);
-  if (m.pass == Pass::single && (guarded || !is_settled(n, result))) {
-    m.unsettled = n;
-    return false;
-  }
-  return true;
-}
-
 bool bind(const Match &m, int v, node **slot) {
   node *n = *slot;
   if (v < 0 || static_cast<std::size_t>(v) >= m.bindings.size())
@@ -189,10 +156,8 @@ void apply_clause(const rhs_link &clause, const clause_code &code, node **bindin
 }
 
 // The head of a spine as an application target: shared code is replaced by an own copy.
-node *own_target(node **call_stack, int place, int spine_len) {
-  node *target = call_stack[place];
-  if ((target->flags & kStaticNode) == 0)
-    return target;
+node *shared_target(node **call_stack, int place, int spine_len) {
+  const node *target = call_stack[place];
   if (spine_len == 0)
     return nullptr;
   node *copy = take_node();
@@ -338,27 +303,39 @@ bool is_even(const choice_node *list) {
 
 } // namespace
 
-int reduce_function(node **call_stack, int spine_len) {
-  const func_block *fc = call_stack[0]->val.fc;
-  if (fc->defs == nullptr)
-    return -1;
-  node *unsettled = nullptr;
+// The single pass gave up at `unsettled`, which it has forced: whichever of the two passes reaches
+// it first finds it so, and only a second pass that reaches it too forces it again.
+int match_twice(node **call_stack, int spine_len, node *unsettled) {
   node *none = nullptr;
-  if (fc->plan != nullptr && fc->plan->straight) {
-    const int place = call_straight(fc, call_stack, spine_len, unsettled);
-    if (unsettled == nullptr)
-      return place;
-  } else if (gPlainBodies == 0 && fc->defs->next == nullptr && is_even(fc->defs->lhs_tree)) {
-    const int place = lhs_match(Pass::single, unsettled, none, call_stack, spine_len);
-    if (unsettled == nullptr)
-      return place;
-  }
-  // The single pass gave up at `unsettled`, which it has forced: whichever of the two passes
-  // reaches it first finds it so, and only a second pass that reaches it too forces it again.
   const int place = lhs_match(Pass::without_variables, none, unsettled, call_stack, spine_len);
   if (place >= 0)
     return place;
   return lhs_match(Pass::with_variables, none, unsettled, call_stack, spine_len);
+}
+
+namespace {
+
+[[gnu::noinline]] int reduce_by_trees(node **call_stack, int spine_len) {
+  const func_block *fc = call_stack[0]->val.fc;
+  if (fc->defs == nullptr)
+    return -1;
+  node *unsettled = nullptr;
+  if (gPlainBodies == 0 && fc->defs->next == nullptr && is_even(fc->defs->lhs_tree)) {
+    node *none = nullptr;
+    const int place = lhs_match(Pass::single, unsettled, none, call_stack, spine_len);
+    if (unsettled == nullptr)
+      return place;
+  }
+  return match_twice(call_stack, spine_len, unsettled);
+}
+
+} // namespace
+
+int reduce_function(node **call_stack, int spine_len) {
+  const func_block *fc = call_stack[0]->val.fc;
+  if (fc->plan != nullptr && fc->plan->straight)
+    return call_straight(fc, call_stack, spine_len);
+  return reduce_by_trees(call_stack, spine_len);
 }
 
 } // namespace velora

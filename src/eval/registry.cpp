@@ -156,15 +156,7 @@ int init_Velora() {
   return 0;
 }
 
-int built_in_redex(node **stack, int spine_len) {
-  const int number = stack[0]->val.bi.id;
-  if (number < 0 || number >= kBuiltins)
-    return 0;
-  const BuiltinRow &row = bi_funcs_table[number];
-  if (spine_len < row.arity.least || spine_len > row.arity.most)
-    return 0;
-  if (row.effect.kind == Effect::nothing)
-    return row.function(stack, spine_len);
+int touching_redex(const BuiltinRow &row, node **stack, int spine_len) {
   // What it finds outside may have changed since it was last called, and it may change what others
   // find: nothing that was remembered before holds during it or after. A refusal is told anew too.
   note_change();

@@ -60,7 +60,19 @@ int init_Velora();
 int check_bis_declared();
 int check_sys_declared();
 
+// Runs a built-in that may look at, or change, more than its arguments and the clauses.
+int touching_redex(const BuiltinRow &row, node **stack, int spine_len);
+
 // Reduces the application of a built-in; 1 when the expression was rewritten, else 0.
-int built_in_redex(node **stack, int spine_len);
+inline int built_in_redex(node **stack, int spine_len) {
+  const auto number = static_cast<unsigned>(stack[0]->val.bi.id);
+  if (number >= kBuiltins)
+    return 0;
+  const BuiltinRow &row = bi_funcs_table[number];
+  if (spine_len < row.arity.least || spine_len > row.arity.most)
+    return 0;
+  return row.effect.kind == Effect::nothing ? row.function(stack, spine_len)
+                                            : touching_redex(row, stack, spine_len);
+}
 
 } // namespace velora

@@ -28,19 +28,18 @@ std::vector<Chunk> chunks;
 
 SpineStack gSpines = {first_chunk.data(), first_chunk.data() + kFirstChunk, 0};
 
-void grow_spines(node ***at, node ***top) {
-  const auto used = static_cast<std::size_t>(*top - *at);
+Frame grow_spines(Frame frame) {
+  const auto used = static_cast<std::size_t>(frame.top - frame.at);
   const std::size_t size = std::max(kFirstChunk, used * 4);
   std::unique_ptr<node *[]> entries(new (std::nothrow) node *[size]);
   if (entries == nullptr)
     error_exit("CAlloc failed");
   node **const end = entries.get() + size;
-  std::copy(*at, *top, end - used);
+  std::copy(frame.at, frame.top, end - used);
   const SpineStack before = gSpines;
   gSpines = {entries.get(), end - used, before.chunks + 1};
   chunks.push_back({std::move(entries), before});
-  *at = end - used;
-  *top = end;
+  return {end - used, end};
 }
 
 void release_spines(node **mark, int chunk_count) {

@@ -14,9 +14,17 @@ struct SpineStack {
 };
 extern SpineStack gSpines;
 
-// Makes room for more entries below `*at` for the frame whose entries are [*at, *top): moves them
-// to a larger chunk and changes both. Takes the error exit with "CAlloc failed".
-void grow_spines(node ***at, node ***top);
+// The part of the stack that one evaluation uses: [at, top) is the spine of its step, the head
+// first. It lies below everything that enclosing evaluations use.
+struct Frame {
+  node **at;
+  node **top;
+};
+
+// Makes room for more entries below a frame by moving it to a larger chunk; answers where it is
+// now. (Handed over by value, so that the reducer's own frame stays in registers.) Takes the error
+// exit with "CAlloc failed".
+Frame grow_spines(Frame frame);
 // Gives back the chunks made beyond the first `chunks`, and everything below `mark`.
 void release_spines(node **mark, int chunks);
 // Forgets every spine (when a command was abandoned).

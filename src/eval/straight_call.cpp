@@ -23,6 +23,7 @@ struct Sight {
   bool shared; // one of the cells is shared code
   std::array<node *, kFlatArguments> cells;
 
+  Sight() : head(nullptr), count(0), shared(false) {}
   explicit Sight(node *n) : count(0), shared(false) {
     for (; is_apply(n); n = n->val.a.a1) {
       shared |= (n->flags & kStaticNode) != 0;
@@ -45,8 +46,9 @@ inline bool may_skip_forcing(const node *value) {
   return value->quote == 0 && Evaluates + 1 < gNestingLimit && Evaluates < gDeepest;
 }
 
+// Shared code that may be written over is bound as a node of its own.
 inline void bind_flat(Match &m, int v, node **slot) {
-  if (((*slot)->flags & kStaticNode) != 0) [[unlikely]]
+  if (((*slot)->flags & (kStaticNode | kShareLeaf)) == kStaticNode) [[unlikely]]
     bind(m, v, slot);
   else
     m.bindings[static_cast<std::size_t>(v)] = *slot;
@@ -62,85 +64,74 @@ inline bool fits_flat(Match &m, const flat_pattern &pattern, const Sight &term) 
   return true;
 }
 
-std::uint32_t match_flat(Match &m, const std::vector<flat_pattern> *lists, std::size_t left,
-                         node **spine, std::uint32_t wanted);
-
-inline std::uint32_t match_rest(Match &m, const std::vector<flat_pattern> *lists, std::size_t left,
-                                node **spine, std::uint32_t common) {
-  return left == 1 ? common : match_flat(m, lists + 1, left - 1, spine + 1, common);
+// Whether a pattern other than a variable holds the term `n`, which has been forced and looks like
+// `term`; then its variables are bound.
+inline bool holds(Match &m, const flat_pattern &pattern, const node *n, const Sight &term) {
+  if (pattern.kind == FlatKind::application)
+    return fits_flat(m, pattern, term);
+  return n->type == pattern.type && flat_value(n) == pattern.value;
 }
 
-// The patterns from `pattern` on, of which the first is none of a variable: the argument is forced
-// first. Forcing may rewrite the spine's own node when the argument stands in it too.
-std::uint32_t match_forced(Match &m, const flat_pattern *pattern,
-                           const std::vector<flat_pattern> *lists, std::size_t left, node **spine,
-                           std::uint32_t wanted) {
-  node *n = (*spine)->val.a.a2;
-  Sight term(n);
-  if (needs_forcing(n) && !(term.is_value() && may_skip_forcing(n))) {
-    if (!force_position(m, n))
-      return 0;
-    n = (*spine)->val.a.a2;
-    term = Sight(n);
-  }
-  for (; wanted != 0; ++pattern) {
-    const std::uint32_t common = pattern->mask & wanted;
-    if (common == 0)
-      continue;
-    wanted &= ~common;
-    if (pattern->kind == FlatKind::application) {
-      if (!fits_flat(m, *pattern, term))
-        continue;
-    } else if (pattern->kind == FlatKind::variable) {
-      bind_flat(m, pattern->vars[0], &(*spine)->val.a.a2);
-    } else if (n->type != pattern->type || flat_value(n) != pattern->value) {
-      continue;
-    }
-    if (wanted == 0) // nothing to come back for
-      return match_rest(m, lists, left, spine, common);
-    const std::uint32_t found = match_rest(m, lists, left, spine, common);
-    if (found != 0 || m.unsettled != nullptr)
-      return found;
-  }
-  return 0;
+// The argument of one position before it is compared; null when the straight call must be given up.
+// Forcing may rewrite the spine's own node when the argument stands in it too.
+inline node *forced_argument(Match &m, node **spine, Sight &term) {
+  node *const n = (*spine)->val.a.a2;
+  term = Sight(n);
+  if (!needs_forcing(n) || (term.is_value() && may_skip_forcing(n)))
+    return n;
+  if (!force_position(m, n))
+    return nullptr;
+  node *const now = (*spine)->val.a.a2;
+  term = Sight(now);
+  return now;
 }
 
 // Matches the arguments from `spine[0]` on, whose patterns begin at `lists`, for the clauses in
-// `wanted`; answers those that match, the first way through in the order of the trees. The patterns
-// of a position cover every clause, so while one is wanted its pattern is still to come.
+// `wanted`; answers those that match, the first way through in the order of the trees.
 std::uint32_t match_flat(Match &m, const std::vector<flat_pattern> *lists, std::size_t left,
                          node **spine, std::uint32_t wanted) {
-  const flat_pattern *pattern = lists->data();
-  while (wanted != 0) {
-    const std::uint32_t common = pattern->mask & wanted;
-    if (common == 0) {
+  for (;; ++lists, ++spine, --left) {
+    // The patterns of a position cover every clause, so while one is wanted its pattern is still to
+    // come; those of variables stand last, so whether to force is settled by the first.
+    const flat_pattern *pattern = lists->data();
+    while ((pattern->mask & wanted) == 0)
       ++pattern;
-      continue;
+    Sight term;
+    const node *n = nullptr;
+    if (pattern->kind != FlatKind::variable) {
+      n = forced_argument(m, spine, term);
+      if (n == nullptr)
+        return 0;
     }
-    if (pattern->kind != FlatKind::variable)
-      return match_forced(m, pattern, lists, left, spine, wanted);
-    if (common == wanted) { // nothing to come back for
-      bind_flat(m, pattern->vars[0], &(*spine)->val.a.a2);
+    for (;; ++pattern) {
+      const std::uint32_t common = pattern->mask & wanted;
+      if (common == 0)
+        continue;
+      wanted &= ~common;
+      if (pattern->kind == FlatKind::variable) {
+        bind_flat(m, pattern->vars[0], &(*spine)->val.a.a2);
+      } else if (!holds(m, *pattern, n, term)) {
+        if (wanted == 0)
+          return 0;
+        continue;
+      }
       if (left == 1)
         return common;
-      pattern = (++lists)->data();
-      --left;
-      ++spine;
-      continue;
+      wanted &= pattern->later;
+      if (wanted == 0) { // nothing to come back for
+        wanted = common;
+        break;
+      }
+      const std::uint32_t found = match_flat(m, lists + 1, left - 1, spine + 1, common);
+      if (found != 0 || m.unsettled != nullptr)
+        return found;
     }
-    wanted &= ~common;
-    bind_flat(m, pattern->vars[0], &(*spine)->val.a.a2);
-    ++pattern;
-    const std::uint32_t found = match_rest(m, lists, left, spine, common);
-    if (found != 0 || m.unsettled != nullptr)
-      return found;
   }
-  return 0;
 }
 
 } // namespace
 
-int call_straight(const func_block *fc, node **call_stack, int spine_len, node *&unsettled) {
+int call_straight(const func_block *fc, node **call_stack, int spine_len) {
   if (spine_len < fc->arity)
     return -1;
   const group_plan &group = fc->plan->groups[0];
@@ -149,14 +140,15 @@ int call_straight(const func_block *fc, node **call_stack, int spine_len, node *
   Match m{Pass::single, bindings};
   const std::uint32_t matched =
       match_flat(m, group.patterns.data(), group.patterns.size(), call_stack + 1, group.clauses);
-  unsettled = m.unsettled;
-  if (matched == 0 || unsettled != nullptr)
+  if (m.unsettled != nullptr) [[unlikely]]
+    return match_twice(call_stack, spine_len, m.unsettled);
+  if (matched == 0)
     return -1;
   const int number = std::bit_width(matched) - 1;
   rhs_link *const clause = group.by_number[static_cast<std::size_t>(number)];
   const clause_code &code = *code_of(clause, group.group->lhs_tree, 1U << number);
   node *const target = own_target(call_stack, fc->arity, spine_len);
-  if (code.plain || !code.unbound.empty())
+  if (code.plain || !code.unbound.empty()) [[unlikely]]
     apply_clause(*clause, code, bindings.data(), target);
   else
     build_body(code.body, bindings.data(), target);

@@ -38,24 +38,33 @@ int arith(int op, node **stack) {
   return 1;
 }
 
+// The same for sums: two integers, given or found by forcing, wrap around without a look at `op`.
+template <typename Sum> int sum(int op, node **stack, Sum wrapped) {
+  if (!is_number(bi_arg(stack, 1)) && force_number(stack, 1) == nullptr)
+    return 0;
+  if (!is_number(bi_arg(stack, 2)) && force_number(stack, 2) == nullptr)
+    return 0;
+  const node *n1 = bi_arg(stack, 1);
+  const node *n2 = bi_arg(stack, 2);
+  if (!is_number(n1))
+    return 0;
+  if (!both_integers(n1, n2)) {
+    bi_arith(op, n1, n2, stack[2]);
+    return 1;
+  }
+  return set_int(stack[2],
+                 static_cast<std::int32_t>(wrapped(static_cast<std::uint32_t>(n1->val.i),
+                                                   static_cast<std::uint32_t>(n2->val.i))));
+}
+
 } // namespace
 
 int bi_plus(node **stack, int) {
-  const node *n1 = bi_arg(stack, 1);
-  const node *n2 = bi_arg(stack, 2);
-  if (both_integers(n1, n2))
-    return set_int(stack[2], static_cast<std::int32_t>(static_cast<std::uint32_t>(n1->val.i) +
-                                                       static_cast<std::uint32_t>(n2->val.i)));
-  return arith(kPlusOp, stack);
+  return sum(kPlusOp, stack, std::plus<std::uint32_t>());
 }
 
 int bi_minus(node **stack, int) {
-  const node *n1 = bi_arg(stack, 1);
-  const node *n2 = bi_arg(stack, 2);
-  if (both_integers(n1, n2))
-    return set_int(stack[2], static_cast<std::int32_t>(static_cast<std::uint32_t>(n1->val.i) -
-                                                       static_cast<std::uint32_t>(n2->val.i)));
-  return arith(kMinusOp, stack);
+  return sum(kMinusOp, stack, std::minus<std::uint32_t>());
 }
 
 int bi_times(node **stack, int) {
