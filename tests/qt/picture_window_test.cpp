@@ -108,6 +108,25 @@ TEST_F(PictureWindow, IsDrawnWhereItStands) {
   EXPECT_EQ(dot(box.left - 30, box.top - 12), 255);
 }
 
+// Nothing that is in sight is left out, however many dots a unit has and whatever is scrolled away.
+TEST_F(PictureWindow, IsDrawnWholeOnSurfacesOfAnyResolution) {
+  qt::PictureArea &view = open();
+  ASSERT_NE(place_box(view, {300, 250}, "append"), 0);
+  for (const int dots : {1, 2, 3}) {
+    QImage image(400 * dots, 300 * dots, QImage::Format_RGB32);
+    image.setDevicePixelRatio(dots);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.translate(-20, -10);
+    view.draw(painter);
+    painter.end();
+    const Rect box = picture_of(view.id())->seg_ments[slot_of(view, "append")]->box();
+    const QPoint rim((box.left + box.width() / 4 - 20) * dots + dots / 2,
+                     (box.top - 10) * dots + dots / 2);
+    EXPECT_LT(qGray(image.pixel(rim)), 160) << dots;
+  }
+}
+
 // A thousand boxes with their arrows and missing inputs: painting all of them takes less than a
 // frame in a release build, and so does a step of moving one.
 TEST_F(PictureWindow, ALargePictureIsPaintedWithinAFrame) {

@@ -44,7 +44,7 @@ qt::Program &program() {
     made->window().show();
     // On a screen where no one manages windows none gets the keyboard unless it asks.
     made->window().activateWindow();
-    QTest::qWaitForWindowActive(&made->window());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&made->window()));
     EXPECT_EQ(made->start(""), 1);
     return made;
   }();

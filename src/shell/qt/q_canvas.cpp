@@ -87,9 +87,10 @@ const QStaticText &shaped(std::string_view text, const Font &font) {
 
 PainterCanvas::PainterCanvas(QPainter &painter)
     : painter_(painter),
-      scale_(std::hypot(painter.worldTransform().m11(), painter.worldTransform().m12())) {
+      scale_(std::hypot(painter.combinedTransform().m11(), painter.combinedTransform().m12())) {
+  // The surface is counted in its own units, which may be several dots each.
   bool can = false;
-  const QTransform back = painter_.combinedTransform().inverted(&can);
+  const QTransform back = painter_.worldTransform().inverted(&can);
   const QRectF all = painter_.viewport();
   if (can)
     seen_ = back.mapRect(all).adjusted(-kAround, -kAround, kAround, kAround);
