@@ -16,6 +16,7 @@
 #include "shell/console_section.h"
 #include "shell/console_window.h"
 #include "shell/gate.h"
+#include "shell/kept_queries.h"
 #include "shell/query_text.h"
 
 namespace velora {
@@ -25,6 +26,7 @@ namespace {
 constexpr std::string_view kContinued = "     > ";
 
 QueryHistory history;
+std::string history_file; // that keeps it between runs; empty for none
 TypedSection section;
 // Complete lines that were typed or pasted and have not run yet, and whether they are being run.
 std::deque<std::string> lines;
@@ -89,8 +91,11 @@ struct PromptAfter {
 
 int run_any_line(const std::string &line) {
   const PromptAfter prompt;
-  if (!strip_prompt(line).empty())
-    history.add(strip_prompt(line));
+  if (const std::string query = strip_prompt(line); !query.empty()) {
+    history.add(query);
+    if (!history_file.empty())
+      keep_query(history_file, query);
+  }
   return section.kind() == SectionKind::none ? run_command_line(line) : run_section_line(line);
 }
 
@@ -172,6 +177,13 @@ int console_recall(int step) {
     return 0;
   gDesktop->set_typed_text(hControl, found);
   return 1;
+}
+
+void keep_history_in(const std::string &file) {
+  history_file = file;
+  if (!file.empty())
+    for (const std::string &query : kept_queries(file, kMostQueries))
+      history.add(query);
 }
 
 void leave_section() {

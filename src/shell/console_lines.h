@@ -12,6 +12,8 @@ int GetQuery(const std::string &line);
 void console_changed();
 // Puts the line `step` places later (1) or earlier (-1) in place of what is typed; 1 or 0.
 int console_recall(int step);
+// Takes up the queries that a file keeps, and keeps further ones there; an empty name ends that.
+void keep_history_in(const std::string &file);
 // Leaves a section that is being typed: the next line is a query.
 void leave_section();
 

@@ -5,7 +5,9 @@
 #include <QTimer>
 
 #include "platform/response.h"
+#include "shell/console_lines.h"
 #include "shell/desk_events.h"
+#include "shell/kept_queries.h"
 #include "shell/qt/q_text.h"
 #include "shell/vel_wins.h"
 
@@ -57,6 +59,19 @@ TEST_F(ConsoleWindow, UpAndDownBringQueriesBackAndEscapeEmptiesTheLine) {
   EXPECT_EQ(console().typed(), "unfinished");
   key(&console(), Qt::Key_Escape);
   EXPECT_EQ(console().typed(), "");
+}
+
+TEST_F(ConsoleWindow, QueriesOfEarlierRunsAreBroughtBack) {
+  kit::write_file("history", "#21;\n\n#22;\n");
+  keep_history_in("history");
+  query("#23;");
+  keep_history_in("");
+  for (const char *wanted : {"#23;", "#22;", "#21;"}) {
+    key(&console(), Qt::Key_Up);
+    EXPECT_EQ(console().typed(), wanted);
+  }
+  key(&console(), Qt::Key_Escape);
+  EXPECT_EQ(kept_queries("history", 2), (std::vector<std::string>{"#22;", "#23;"}));
 }
 
 TEST_F(ConsoleWindow, TypingIsTakenBackStepByStep) {

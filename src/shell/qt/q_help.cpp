@@ -112,7 +112,8 @@ namespace {
 
 // From the tables of commands and of the hand, and what the windows do by themselves.
 QString keys_of_windows() {
-  QString page = wide(keys_page()) + QStringLiteral("\n## Windows\n\n| key | does |\n|---|---|\n");
+  QString page = wide(keys_page().substr(keys_page().find("\n## ") + 1)) +
+                 QStringLiteral("\n## Windows\n\n| key | does |\n|---|---|\n");
   const auto add = [&page](const char *key, const char *what) {
     page += QStringLiteral("| %1 | %2 |\n").arg(QString::fromUtf8(key), QString::fromUtf8(what));
   };

@@ -8,7 +8,9 @@
 #include <cstdio>
 
 #include "platform/response.h"
+#include "shell/console_lines.h"
 #include "shell/events/event_runner.h"
+#include "shell/kept_queries.h"
 #include "shell/qt/q_hands.h"
 #include "shell/qt/q_options.h"
 #include "shell/qt/q_program.h"
@@ -48,6 +50,8 @@ int run(const Options &options) {
   program.window().showMaximized();
   QApplication::processEvents();
   const bool script = !options.events.empty();
+  if (!script)
+    keep_history_in(kept_queries_file());
   const int status = script                                 ? run_script(program, options)
                      : program.start(options.database) == 0 ? 1
                                                             : 0;

@@ -9,6 +9,7 @@
 #include "db/f_dbops.h"
 #include "editor/model/wininfo.h"
 #include "eval/registry.h"
+#include "platform/null_desktop.h"
 #include "shell/console_window.h"
 #include "shell/desk_events.h"
 #include "shell/library_folder.h"
@@ -52,6 +53,9 @@ bool InterruptKey::eventFilter(QObject *, QEvent *event) {
 
 Program::~Program() {
   QApplication::instance()->removeEventFilter(&interrupt_key_);
+  // Windows still speak while they go, when the desktop over them has gone.
+  static NullDesktop nothing;
+  gDesktop = &nothing;
 }
 
 Program::Program(const std::string &lib_dir) {
