@@ -11,6 +11,7 @@
 #include "db/needs.h"
 #include "db/vel_util.h"
 #include "editor/builder_records.h"
+#include "editor/compound.h"
 #include "editor/guard.h"
 #include "editor/model/needs.h"
 #include "editor/model/seg_file.h"
@@ -75,6 +76,7 @@ void drop_unwritable(Build &build) {
 int write_file(const std::string &file, const Build &build) {
   std::string text;
   std::string reason;
+  touch_file(file);
   for (const BuiltPicture &picture : build.pictures)
     text += write_picture(picture);
   if (!write_with_backup(file, text + kEndMark, reason)) {
@@ -163,6 +165,7 @@ int build_segments(const std::string &name, Tidying tidying) {
 
 int save_code(const std::string &name, const std::string &text) {
   std::string reason;
+  touch_file(text_file(name));
   if (!write_with_backup(text_file(name), text, reason)) {
     orvek_errorf("Cannot open %s for write\n", text_file(name).c_str());
     show_note("note: " + reason);

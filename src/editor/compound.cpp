@@ -8,7 +8,9 @@
 #include "editor/model/needs.h"
 #include "editor/model/wininfo.h"
 #include "editor/needs.h"
+#include "platform/file_set.h"
 #include "platform/response.h"
+#include "platform/whole_file.h"
 
 namespace velora {
 
@@ -20,120 +22,129 @@ struct Orphan {
 };
 std::vector<Orphan> orphans;
 
-std::vector<PictureState> stored_states(const std::string &name) {
-  std::vector<PictureState> states;
-  for (const WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
-    if (wi->win == 0 && wi->name == name) {
-      states.push_back(state_of(wi));
-      states.back().selected.clear();
-    }
-  return states;
+// The innermost step that is open.
+CompoundStep *open_step = nullptr;
+
+std::optional<std::string> contents_of(const std::string &file) {
+  std::string text;
+  return read_whole_file(file, text) ? std::optional(std::move(text)) : std::nullopt;
 }
 
-bool same_picture(const PictureState &a, const PictureState &b) {
-  return a.fields == b.fields && a.slots == b.slots;
-}
-
-bool same_pictures(const std::vector<PictureState> &a, const std::vector<PictureState> &b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), same_picture);
-}
-
-// Gives the stored records of a name these states: those that stand are filled in their order, what
-// is too many goes, what is missing is appended.
-void put_stored(const std::string &name, const std::vector<PictureState> &states) {
-  std::size_t filled = 0;
-  for (WinInfo *wi = gWinInfo; wi != nullptr;) {
-    WinInfo *next = wi->next;
-    if (wi->win == 0 && wi->name == name) {
-      if (filled < states.size())
-        restore_state(wi, states[filled++]);
-      else
-        RemovePicture(wi);
-    }
-    wi = next;
-  }
-  for (; filled < states.size(); ++filled) {
-    WinInfo *wi = nullptr;
-    if (NewWinInfo(0, states[filled].fields.wtype, &wi) == 0)
-      return;
-    restore_state(wi, states[filled]);
-  }
-  gSegsChanged = 1;
-}
-
-// The name of what does not stand as the change left it; empty when everything does. A symbol's
-// neighbours may have changed meanwhile, so its place does not count.
+// The name of what does not stand as the change left it; empty when everything does.
 std::string changed_since(const CompoundChange &change, bool back) {
-  for (const StoredPictures &pictures : change.pictures)
-    if (!same_pictures(stored_states(pictures.name), back ? pictures.after : pictures.before))
+  for (const StoredChange &pictures : change.pictures)
+    if (!stands_as_left(pictures, back))
       return pictures.name;
-  for (const SymbolChange &symbol : change.symbols) {
-    SymbolState now = take_symbol_state(symbol.name);
-    const SymbolState &left = back ? symbol.after : symbol.before;
-    now.newer = left.newer;
-    if (!(now == left))
-      return symbol.name;
+  for (const FileChange &file : change.files)
+    if (contents_of(file.file) != (back ? file.after : file.before))
+      return file.file;
+  return symbol_changed_since(change.symbols, back);
+}
+
+// A file that was not there goes again; the others are replaced safely.
+int put_file(const FileChange &change, bool back) {
+  const std::optional<std::string> &wanted = back ? change.before : change.after;
+  std::string reason;
+  const bool put =
+      wanted ? write_with_backup(change.file, *wanted, reason) : remove_file(change.file);
+  if (!put)
+    orvek_errorf("Can't write %s\n", reason.empty() ? change.file.c_str() : reason.c_str());
+  return put ? 1 : 0;
+}
+
+// The code goes first, since it may be refused, and then nothing else changes.
+int put_all(const CompoundChange &change, bool back, const WinInfo *acting) {
+  int whole = put_changes(change.symbols, back);
+  if (whole == 0)
+    return 0;
+  for (const StoredChange &pictures : change.pictures) {
+    put_stored(pictures, back);
+    follow_numbers(pictures, back, acting);
+    gSegsChanged = 1;
   }
-  return {};
+  for (const FileChange &file : change.files)
+    whole = put_file(file, back) != 0 && whole != 0 ? 1 : 0;
+  for (const int kind : {1, 2, 3})
+    ReSetUpUserMenus(kind);
+  stored_pictures_changed();
+  return whole;
 }
 
 } // namespace
 
-CompoundStep::CompoundStep(WinInfo *wi, std::string what) : wi_(wi), what_(std::move(what)) {
+CompoundStep::CompoundStep(WinInfo *wi, std::string what)
+    : wi_(wi), what_(std::move(what)), outer_(open_step) {
   if (wi != nullptr)
     shown_before_ = state_of(wi);
   begin_compound(wi);
+  open_step = this;
 }
 
 void CompoundStep::touch_pictures(const std::string &name) {
-  for (const StoredPictures &pictures : change_.pictures)
+  for (const StoredPictures &pictures : pictures_)
     if (pictures.name == name)
       return;
-  change_.pictures.push_back({name, stored_states(name), {}});
+  pictures_.push_back(take_stored(name));
 }
 
-void CompoundStep::touch_symbol(const std::string &name) {
-  for (const SymbolChange &symbol : change_.symbols)
-    if (symbol.name == name)
-      return;
-  change_.symbols.push_back({name, take_symbol_state(name), {}});
+void CompoundStep::touch_code() {
+  if (!code_)
+    code_ = take_code();
+}
+
+void touch_file(const std::string &file) {
+  if (open_step == nullptr)
+    return;
+  std::vector<FileChange> &files = open_step->files_;
+  if (std::none_of(files.begin(), files.end(),
+                   [&file](const FileChange &known) { return known.file == file; }))
+    files.push_back({file, contents_of(file), {}});
+}
+
+CompoundChange CompoundStep::changes_so_far() const {
+  CompoundChange change;
+  for (const StoredPictures &before : pictures_) {
+    StoredChange pictures = stored_change(StoredPictures(before), take_stored(before.name));
+    if (!is_nothing(pictures))
+      change.pictures.push_back(std::move(pictures));
+  }
+  if (code_)
+    change.symbols = code_changes(*code_, take_code());
+  for (const FileChange &file : files_)
+    if (auto after = contents_of(file.file); after != file.before)
+      change.files.push_back({file.file, file.before, std::move(after)});
+  return change;
+}
+
+void CompoundStep::take_back() {
+  if (const CompoundChange change = changes_so_far(); !change.empty())
+    put_all(change, true, wi_);
 }
 
 CompoundStep::~CompoundStep() {
-  for (StoredPictures &pictures : change_.pictures)
-    pictures.after = stored_states(pictures.name);
-  for (SymbolChange &symbol : change_.symbols)
-    symbol.after = take_symbol_state(symbol.name);
-  std::erase_if(change_.pictures, [](const StoredPictures &pictures) {
-    return same_pictures(pictures.before, pictures.after);
-  });
-  std::erase_if(change_.symbols, [](const SymbolChange &s) { return s.before == s.after; });
-  std::shared_ptr<CompoundChange> change;
-  if (!change_.pictures.empty() || !change_.symbols.empty())
-    change = std::make_shared<CompoundChange>(std::move(change_));
+  open_step = outer_;
+  auto change = std::make_shared<CompoundChange>(changes_so_far());
+  if (change->empty())
+    change = nullptr;
+  else
+    for (const StoredChange &pictures : change->pictures)
+      follow_numbers(pictures, false, wi_);
+  const bool other_titles = change != nullptr && !change->pictures.empty();
   if (wi_ != nullptr)
     end_compound(wi_, what_, shown_before_, std::move(change));
   else if (change != nullptr)
     keep_orphan(what_, std::move(change));
+  if (other_titles)
+    stored_pictures_changed();
 }
 
-int apply_compound(CompoundChange &change, bool back) {
+int apply_compound(const CompoundChange &change, bool back, const WinInfo *acting) {
   const std::string changed = changed_since(change, back);
   if (!changed.empty()) {
     BeepMsgef(1, "Sorry! %s has been changed since: nothing was changed\n", changed.c_str());
     return 0;
   }
-  for (const StoredPictures &pictures : change.pictures)
-    put_stored(pictures.name, back ? pictures.before : pictures.after);
-  // Declarations go in the order of their making, and are taken back the other way round.
-  const auto put = [back](const SymbolChange &symbol) {
-    return put_symbol_state(symbol.name, back ? symbol.before : symbol.after) != 0;
-  };
-  const bool whole = back ? std::all_of(change.symbols.rbegin(), change.symbols.rend(), put)
-                          : std::all_of(change.symbols.begin(), change.symbols.end(), put);
-  for (const int kind : {1, 2, 3})
-    ReSetUpUserMenus(kind);
-  return whole ? 1 : 0;
+  return put_all(change, back, acting);
 }
 
 void keep_orphan(const std::string &what, std::shared_ptr<CompoundChange> change) {
@@ -145,7 +156,7 @@ std::string orphan_to_undo() {
 }
 
 int undo_orphan() {
-  if (orphans.empty() || apply_compound(*orphans.back().change, true) == 0)
+  if (orphans.empty() || apply_compound(*orphans.back().change, true, nullptr) == 0)
     return 0;
   orphans.pop_back();
   return 1;

@@ -1,37 +1,35 @@
 // Steps that change stored pictures and code together: Commit, Replace, Remove, Redefine, Deny,
-// Build, Create Network. Such a step holds the stored records of the names touched, and for each
-// symbol touched its declaration and clauses, before and after; Undo puts them back whole.
+// Create Network, Build. Such a step holds what differs in the stored pictures of the names
+// touched, in the symbols and in the files touched, before and after; Undo puts it back whole.
 //
 // A command opens a CompoundStep around its work and tells it what it is going to touch. Changes of
 // the shown picture inside it, through edit_picture, belong to the same step.
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "editor/compound_pictures.h"
 #include "editor/history.h"
 #include "editor/model/records.h"
 #include "editor/symbol_state.h"
 
 namespace velora {
 
-// The stored records of one name, in their order.
-struct StoredPictures {
-  std::string name;
-  std::vector<PictureState> before;
-  std::vector<PictureState> after;
-};
-
-struct SymbolChange {
-  std::string name;
-  SymbolState before;
-  SymbolState after;
+// The contents of a file; none where there was no file.
+struct FileChange {
+  std::string file;
+  std::optional<std::string> before;
+  std::optional<std::string> after;
 };
 
 struct CompoundChange {
-  std::vector<StoredPictures> pictures;
+  std::vector<StoredChange> pictures;
   std::vector<SymbolChange> symbols;
+  std::vector<FileChange> files;
+  [[nodiscard]] bool empty() const { return pictures.empty() && symbols.empty() && files.empty(); }
 };
 
 class CompoundStep {
@@ -45,30 +43,42 @@ public:
   CompoundStep(const CompoundStep &) = delete;
   CompoundStep &operator=(const CompoundStep &) = delete;
 
-  // To be called before the stored records of a name, or a symbol, change; a second call for the
-  // same name does nothing.
+  // To be called before the stored records of a name, or any symbol, change; a second call does
+  // nothing.
   void touch_pictures(const std::string &name);
-  void touch_symbol(const std::string &name);
+  void touch_code();
   void touch(const std::string &name) {
     touch_pictures(name);
-    touch_symbol(name);
+    touch_code();
   }
+  // Puts back what the command has changed so far, but for the shown picture.
+  void take_back();
 
 private:
+  friend void touch_file(const std::string &file);
+  CompoundChange changes_so_far() const;
+
   WinInfo *wi_;
   std::string what_;
   PictureState shown_before_;
-  CompoundChange change_;
+  std::vector<StoredPictures> pictures_;
+  std::optional<CodeState> code_;
+  std::vector<FileChange> files_;
+  CompoundStep *outer_;
 };
+
+// To be called before a command writes a file: the step that is open, if any, takes the file back
+// with the rest.
+void touch_file(const std::string &file);
 
 // For CompoundStep: changes of a picture in between belong to the step; at the end it is recorded.
 void begin_compound(WinInfo *wi);
 void end_compound(WinInfo *wi, const std::string &what, const PictureState &before,
                   std::shared_ptr<CompoundChange> change);
 
-// Takes a compound change back or does it again: 1, or 0 after a message when the pictures or
-// symbols have been changed by something else since.
-int apply_compound(CompoundChange &change, bool back);
+// Takes a compound change of `acting` (null when its window has closed) back or does it again: 1,
+// or 0 after a message when something else has changed what it touched since.
+int apply_compound(const CompoundChange &change, bool back, const WinInfo *acting);
 
 // Keeps a compound step whose window has closed.
 void keep_orphan(const std::string &what, std::shared_ptr<CompoundChange> change);

@@ -153,7 +153,7 @@ int take_step(WinInfo *wi, bool back) {
     return 0;
   }
   const PictureStep &step = history.steps[back ? history.done - 1 : history.done];
-  if (step.compound != nullptr && apply_compound(*step.compound, back) == 0)
+  if (step.compound != nullptr && apply_compound(*step.compound, back, wi) == 0)
     return 0;
   apply_delta(wi, step.delta, back);
   history.done += back ? static_cast<std::size_t>(-1) : 1;
@@ -203,13 +203,15 @@ void end_compound(WinInfo *wi, const std::string &what, const PictureState &befo
                   std::shared_ptr<CompoundChange> change) {
   in_change.erase(std::find(in_change.begin(), in_change.end(), wi));
   PictureDelta delta = difference(before, wi);
-  if (change == nullptr && is_nothing(delta))
+  // What was stored is taken back with the step, so the states before it are as clean as they were;
+  // a store that changed nothing leaves this one clean alone.
+  if (change == nullptr && is_nothing(delta)) {
+    if (wi->clean != 0 && before.fields.clean == 0)
+      picture_stored(wi);
     return;
-  const bool stored = wi->clean != 0 && change != nullptr;
+  }
   record(wi, what, std::move(delta), {});
   history_of(wi).steps.back().compound = std::move(change);
-  if (stored)
-    picture_stored(wi);
   picture_changed(wi);
 }
 

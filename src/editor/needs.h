@@ -12,6 +12,9 @@ namespace velora {
 // A shown picture has changed: its title, its extent and what is seen of it are brought up to date.
 // Defined by shell/picture_windows.
 void picture_changed(WinInfo *wi);
+// Stored pictures came, went or have other numbers, which titles tell. Defined by
+// shell/picture_windows.
+void stored_pictures_changed();
 
 // Runs the end of a gesture as one command through the return point; refused with a beep while
 // another runs. Defined by shell/picture_hand.

@@ -1,45 +1,40 @@
-// Taking a symbol's value and putting it back. The texts are those of the database file, so what a
-// file carries comes back as it was.
+// Taking the values of symbols and comparing them. The texts are those of the database file, so
+// what a file carries comes back as it was.
 #include "editor/symbol_state.h"
 
-#include <algorithm>
+#include <unordered_map>
 
 #include "core/print.h"
+#include "core/second_names.h"
 #include "core/symbols.h"
-#include "core/trees.h"
-#include "db/removal.h"
+#include "db/dependants.h"
 #include "db/term_text.h"
-#include "front/cint.h"
 #include "platform/response.h"
 
 namespace velora {
 
 namespace {
 
-bool is_function(std::uint8_t stype) {
-  return (stype & kFunctionBit) != 0;
-}
-bool is_constructor(std::uint8_t stype) {
-  return (stype & kConstructorBit) != 0;
-}
-bool is_type(std::uint8_t stype) {
-  return (stype & kTypeNameBit) != 0 && !is_function(stype) && !is_constructor(stype);
-}
-
 std::string declaration_of(const symbol &s) {
   std::string text = s.name;
   if (s.stype == kDbFunction)
     text += format_text(" #%d", s.b.fc->arity);
   text += " ::= ";
-  if (is_function(s.stype))
+  switch (family_of(&s)) {
+  case Family::function:
     return text + tspecs_text(s.b.fc->types);
-  if (is_constructor(s.stype))
+  case Family::constructor:
     return text + tspecs_text(s.b.cs->types);
+  case Family::type:
+    break;
+  case Family::none:
+    return {};
+  }
   if (s.stype == kEnumType)
     return text + "enum";
   if (s.stype == kNonlexType)
     return text + "nonlex";
-  return is_type(s.stype) ? text + format_text("typeop #%d", s.b.tp->arity) : std::string();
+  return text + format_text("typeop #%d", s.b.tp->arity);
 }
 
 std::vector<std::string> clauses_text(const symbol &s) {
@@ -58,82 +53,105 @@ std::vector<std::string> clauses_text(const symbol &s) {
   return clauses;
 }
 
-int declare(const SymbolState &state) {
-  if (is_function(state.stype))
-    return cint_fdec(state.declaration);
-  if (is_constructor(state.stype))
-    return cint_cdec(state.declaration);
-  return cint_tdec(state.declaration);
+SymbolState state_of_symbol(const symbol *sym) {
+  SymbolState state;
+  if (sym == nullptr)
+    return state;
+  state.exists = true;
+  state.stype = sym->stype;
+  state.newer = sym->prev != nullptr ? sym->prev->name : "";
+  state.declaration = declaration_of(*sym);
+  if (family_of(sym) == Family::function)
+    state.clauses = clauses_text(*sym);
+  return state;
 }
 
-// Moves a symbol to the place behind the one of that name, or to the head. What was newer then may
-// be gone; then it stays where it is.
-void move_behind(symbol *sym, const std::string &newer) {
-  symbol *before = newer.empty() ? nullptr : find_symbol(newer.c_str(), newer.size());
-  if ((before == nullptr && !newer.empty()) || before == sym || sym->prev == before)
-    return;
-  (sym->prev != nullptr ? sym->prev->next : Symbol_table) = sym->next;
-  if (sym->next != nullptr)
-    sym->next->prev = sym->prev;
-  sym->prev = before;
-  sym->next = before != nullptr ? before->next : Symbol_table;
-  if (sym->next != nullptr)
-    sym->next->prev = sym;
-  (before != nullptr ? before->next : Symbol_table) = sym;
+bool same_but_for_place(SymbolState a, const SymbolState &b) {
+  a.newer = b.newer;
+  return a == b;
 }
 
-int remove_whole(symbol *sym) {
-  if (sym->stype != kKindless && remove_sym_block(sym, 1) == 0) {
-    remove_list(gDependents);
-    BeepMsgef(1, "Sorry! Others use %s by now: nothing was changed\n", sym->name);
-    return 0;
+using Places = std::unordered_map<std::string, std::size_t>;
+
+Places places_of(const CodeState &code) {
+  Places places;
+  for (std::size_t i = 0; i < code.size(); ++i)
+    places.emplace(code[i].first, i);
+  return places;
+}
+
+// The names in both states whose symbols were declared again as they were: they moved to the head
+// of the table, past those that stayed. Both walks go from the oldest.
+std::vector<std::string> moved_names(const CodeState &before, const CodeState &after,
+                                     const Places &was, const Places &is) {
+  std::vector<std::string> moved;
+  auto at = after.rbegin();
+  const auto skip_new = [&] {
+    while (at != after.rend() && !was.contains(at->first))
+      ++at;
+  };
+  for (auto old = before.rbegin(); old != before.rend(); ++old) {
+    if (!is.contains(old->first))
+      continue;
+    skip_new();
+    if (at != after.rend() && at->first == old->first)
+      ++at;
+    else
+      moved.push_back(old->first);
   }
-  unlink_symbol(sym);
-  gSymbolTableChanged = 1;
-  return 1;
+  return moved;
 }
 
 } // namespace
 
 SymbolState take_symbol_state(const std::string &name) {
-  SymbolState state;
-  const symbol *sym = find_symbol(name.c_str(), name.size());
-  if (name.empty() || sym == nullptr)
-    return state;
-  state.exists = true;
-  state.stype = sym->stype;
-  state.newer = sym->prev != nullptr ? sym->prev->name : "";
-  if (sym->stype == kKindless)
-    return state;
-  state.declaration = declaration_of(*sym);
-  if (is_function(sym->stype))
-    state.clauses = clauses_text(*sym);
-  return state;
+  return state_of_symbol(name.empty() ? nullptr : find_symbol(name.c_str(), name.size()));
 }
 
-int put_symbol_state(const std::string &name, const SymbolState &state) {
-  const SymbolState now = take_symbol_state(name);
-  symbol *sym = find_symbol(name.c_str(), name.size());
-  const bool same_head = now.exists && state.exists && now.declaration == state.declaration;
-  if (sym != nullptr && !same_head && remove_whole(sym) == 0)
-    return 0;
-  if (!state.exists)
-    return 1;
-  if (!same_head && declare(state) == 0)
-    return 0;
-  sym = find_symbol(name.c_str(), name.size());
-  if (sym == nullptr)
-    return 0;
-  if (is_function(state.stype) && (!same_head || now.clauses != state.clauses)) {
-    free_function_defs(sym->b.fc);
-    for (const std::string &clause : state.clauses)
-      if (cint_fdef(clause) == 0)
-        return 0;
+CodeState take_code() {
+  CodeState code;
+  for (const symbol *sym = Symbol_table; sym != nullptr; sym = sym->next)
+    if ((sym->stype & (kBuiltinBit | kSystemBit)) == 0 && !is_second_name(sym))
+      code.emplace_back(sym->name, state_of_symbol(sym));
+  return code;
+}
+
+std::vector<SymbolChange> code_changes(const CodeState &before, const CodeState &after) {
+  std::vector<SymbolChange> changes;
+  const Places was = places_of(before);
+  const Places is = places_of(after);
+  const auto note = [&](const std::string &name) {
+    SymbolChange change{name, {}, {}, 0, 0};
+    if (const auto found = was.find(name); found != was.end()) {
+      change.before = before[found->second].second;
+      change.place_before = found->second;
+    }
+    if (const auto found = is.find(name); found != is.end()) {
+      change.after = after[found->second].second;
+      change.place_after = found->second;
+    }
+    changes.push_back(std::move(change));
+  };
+  const std::vector<std::string> moved = moved_names(before, after, was, is);
+  for (const auto &[name, state] : before) {
+    const auto found = is.find(name);
+    if (found == is.end() || !same_but_for_place(state, after[found->second].second))
+      note(name);
   }
-  sym->stype = state.stype;
-  move_behind(sym, state.newer);
-  gSymbolTableChanged = 1;
-  return 1;
+  for (const auto &[name, state] : after)
+    if (!was.contains(name))
+      note(name);
+  for (const std::string &name : moved)
+    if (same_but_for_place(before[was.at(name)].second, after[is.at(name)].second))
+      note(name);
+  return changes;
+}
+
+std::string symbol_changed_since(const std::vector<SymbolChange> &changes, bool back) {
+  for (const SymbolChange &change : changes)
+    if (!same_but_for_place(take_symbol_state(change.name), back ? change.after : change.before))
+      return change.name;
+  return {};
 }
 
 } // namespace velora

@@ -131,7 +131,7 @@ int ReplaceComponent(WinInfo *wi, int newfdec) {
 int RemoveComponent(const WinInfo *wi) {
   const std::string name = wi->name;
   WinInfo *gone = stored_component(name, wi->cmpnt);
-  int before = -1;
+  int before = 0;
   if (gone == nullptr) {
     gConsole->beep();
   } else {
@@ -163,14 +163,14 @@ int RemoveAllComponents(const WinInfo *wi) {
 
 int redefine_function(WinInfo *wi) {
   const std::string name = wi->name;
-  const SymbolState before = take_symbol_state(name);
+  const CodeState before = take_code();
   symbol *sym = find_symbol(name.c_str(), 0);
   if (sym != nullptr && remove_symbol(sym) == 0) {
     BeepMsgef(1, "Sorry! Unable to re-define function %s\n", name.c_str());
     return 0;
   }
   if (ReplaceComponent(wi, 1) == 0) {
-    put_symbol_state(name, before);
+    put_code_back(before);
     return 0;
   }
   std::vector<WinInfo *> others = stored_components(name);

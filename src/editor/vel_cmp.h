@@ -26,7 +26,7 @@ int SaveNewComponent(WinInfo *wi);
 // function anew. A clause that only the old picture stood for is a question. 1 or 0.
 int ReplaceComponent(WinInfo *wi, int newfdec);
 // Takes the component that a picture shows out of the stored ones and renumbers the others. Answers
-// how many of them stood before it, -1 with a beep when there was none.
+// how many of them stood before it; 0 with a beep when there was none.
 int RemoveComponent(const WinInfo *wi);
 // Takes all components of the picture's name out; answers how many there were.
 int RemoveAllComponents(const WinInfo *wi);

@@ -7,6 +7,7 @@
 #include "core/symbols.h"
 #include "db/vel_dbop.h"
 #include "editor/builder.h"
+#include "editor/compound.h"
 #include "editor/draw.h"
 #include "editor/model/wininfo.h"
 #include "eval/graphics_model.h"
@@ -79,6 +80,7 @@ int ImportCommand() {
 }
 
 int BuildSegmentsCommand() {
+  const CompoundStep step(nullptr, "Build Segments");
   ddb_to_segs();
   return 1;
 }

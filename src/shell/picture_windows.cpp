@@ -292,6 +292,12 @@ void picture_changed(WinInfo *wi) {
     redraw_picture(wi);
 }
 
+void stored_pictures_changed() {
+  for (const WindowId win : picture_windows())
+    if (const WinInfo *wi = picture_of(win); wi != nullptr)
+      gDesktop->set_title(win, picture_title(wi));
+}
+
 void redraw_picture(WinInfo *wi) {
   gDesktop->set_title(wi->win, picture_title(wi));
   show_extent(wi);

@@ -3,7 +3,6 @@
 
 #include "core/needs.h"
 #include "core/symbols.h"
-#include "db/dependants.h"
 #include "editor/compound.h"
 #include "editor/edit.h"
 #include "editor/model/wininfo.h"
@@ -32,16 +31,13 @@ int destroy_function(const WinInfo *wi) {
 // Shows what stands at the place of a component that went.
 void show_what_is_left(WinInfo *wi, int before) {
   wi->clean = 1; // what it showed was to go
-  GetNextComponent(wi, wi->name, before - 1);
+  if (GetNextComponent(wi, wi->name, before - 1) == 0)
+    ClearWinInfo(wi);
 }
 
 int remove_chosen(WinInfo *wi, int choice) {
   CompoundStep step(wi, remove_label(choice));
   step.touch(wi->name);
-  if (choice == kDestroyFunction)
-    if (const symbol *sym = find_symbol(wi->name.c_str(), 0); sym != nullptr)
-      for (const symbol *user : functions_that_mention(sym))
-        step.touch_symbol(user->name);
   int done = 0;
   const auto change = [&] {
     const int before = remove_parts(wi, choice);
@@ -60,8 +56,7 @@ int remove_chosen(WinInfo *wi, int choice) {
 }
 
 int remove_other(WinInfo *wi) {
-  constexpr int kYes = 1;
-  if (PromptUser("Please confirm", {"Remove Picture"}) != kYes)
+  if (confirm_picture_removal() == 0)
     return 0;
   if (!wi->name.empty())
     return remove_chosen(wi, kRemovePicture);
@@ -80,6 +75,11 @@ const char *remove_label(int choice) {
 int confirm_removal(int choice) {
   constexpr int kYes = 1;
   return PromptUser("Please confirm choice", {remove_label(choice)}) == kYes ? 1 : 0;
+}
+
+int confirm_picture_removal() {
+  constexpr int kYes = 1;
+  return PromptUser("Please confirm", {"Remove Picture"}) == kYes ? 1 : 0;
 }
 
 int remove_parts(const WinInfo *wi, int choice) {

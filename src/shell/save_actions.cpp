@@ -4,8 +4,6 @@
 
 #include <algorithm>
 
-#include "core/symbols.h"
-#include "db/dependants.h"
 #include "editor/compound.h"
 #include "editor/edit.h"
 #include "editor/model/wininfo.h"
@@ -61,30 +59,6 @@ std::string stored_name(const WinInfo *wi) {
   return wi->wtype == kNetworkPicture ? kNetworkName : GetBaseType(label_of(first));
 }
 
-// Everything that storing a picture may change besides the picture: the step keeps it.
-void touch_all(CompoundStep &step, const WinInfo *wi) {
-  if (const std::string name = stored_name(wi); !name.empty())
-    step.touch(name);
-  if (wi->wtype == kNetworkPicture)
-    return;
-  for (int slot = 1; slot <= wi->seg_ct; ++slot) {
-    const Segm *seg = wi->seg_ments[slot];
-    if (seg == nullptr || is_arc(seg))
-      continue;
-    const std::string label(label_of(seg));
-    const bool declared_here = wi->wtype == kConstructorsPicture || seg->type == kBox;
-    if (declared_here && !label.empty())
-      step.touch_symbol(slot == kResultSlot ? GetBaseType(label) : label);
-  }
-}
-
-// The functions that lose their clauses when the function's symbol goes.
-void touch_dependants(CompoundStep &step, const std::string &name) {
-  if (const symbol *sym = find_symbol(name.c_str(), 0); sym != nullptr)
-    for (const symbol *user : functions_that_mention(sym))
-      step.touch_symbol(user->name);
-}
-
 bool ask_function_name(std::string &name) {
   name.clear();
   return GetUserDialogText("Function Name?", name) != 0 && !name.empty();
@@ -129,11 +103,10 @@ int perform(WinInfo *wi, const SaveButton &button) {
   if (names && !ask_function_name(name))
     return 0;
   CompoundStep step(wi, button.label);
-  touch_all(step, wi);
-  if (names)
-    step.touch(name);
-  if (button.action == SaveAction::redefine)
-    touch_dependants(step, name);
+  step.touch_code();
+  for (const std::string &touched : {stored_name(wi), name})
+    if (!touched.empty())
+      step.touch_pictures(touched);
   int done = 0;
   const auto change = [&] {
     switch (button.action) {
@@ -157,8 +130,9 @@ int perform(WinInfo *wi, const SaveButton &button) {
     }
   };
   edit_picture(wi, button.label, change, {.own_flags = true, .settle = false});
-  if (done != 0)
-    picture_stored(wi);
+  // What was declared on the way does not stay without the picture that it was declared for.
+  if (done == 0)
+    step.take_back();
   stored = done != 0;
   recovery_soon();
   redraw_picture(wi);
@@ -242,9 +216,12 @@ int commitWindow(WindowId window) {
     DisplayResponse("There is nothing to commit\n");
     return 0;
   }
+  const std::string name = wi->name;
   if (wi->wtype == kNetworkPicture && wi->seg_ct > 0)
     wi->name = kNetworkName;
   SaveWindowAction(wi);
+  if (!stored)
+    wi->name = name;
   return stored ? 1 : 0;
 }
 

@@ -37,8 +37,9 @@ int RemoveThis(WinInfo *wi);
 // What can be removed of a function picture, by the number of its button.
 enum RemoveChoice { kRemoveBoth = 1, kRemovePicture, kRemoveCode, kDestroyFunction };
 const char *remove_label(int choice);
-// Asks to confirm a choice; 1 to go on.
+// Asks to confirm a choice, or the removal of a picture that no clause goes with; 1 to go on.
 int confirm_removal(int choice);
+int confirm_picture_removal();
 // Removes that of the component that a record names; answers -1 when nothing could be removed, else
 // the number of components that stood before it (0 when the component stays).
 int remove_parts(const WinInfo *wi, int choice);

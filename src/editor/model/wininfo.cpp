@@ -101,14 +101,36 @@ WinInfo *NewWindow(int wtype) {
   return wi;
 }
 
-void RemovePicture(WinInfo *wi) {
+namespace {
+
+// Takes a record out of the list and leaves it to the caller.
+void unlink_picture(WinInfo *wi) {
   WinInfo *before = nullptr;
-  for (WinInfo *at = gWinInfo; at != nullptr; before = at, at = at->next) {
+  for (WinInfo *at = gWinInfo; at != wi; at = at->next)
+    before = at;
+  (before != nullptr ? before->next : gWinInfo) = wi->next;
+  if (last_picture == wi)
+    last_picture = before;
+}
+
+} // namespace
+
+void move_picture_behind(WinInfo *wi, WinInfo *in_front, bool to_front) {
+  if ((in_front == nullptr && !to_front) || in_front == wi)
+    return;
+  unlink_picture(wi);
+  WinInfo *&place = to_front ? gWinInfo : in_front->next;
+  wi->next = place;
+  place = wi;
+  if (wi->next == nullptr)
+    last_picture = wi;
+}
+
+void RemovePicture(WinInfo *wi) {
+  for (const WinInfo *at = gWinInfo; at != nullptr; at = at->next) {
     if (at != wi)
       continue;
-    (before != nullptr ? before->next : gWinInfo) = wi->next;
-    if (last_picture == wi)
-      last_picture = before;
+    unlink_picture(wi);
     delete wi;
     return;
   }

@@ -23,6 +23,9 @@ int PictureExists(const std::string &fname, int cmpnt, WinInfo **wi);
 int ClearWinInfo(WinInfo *wi);
 // Copies name, component, text size, window size, annotation and segments. Answers 1.
 int CopyWinInfo(const WinInfo *from, WinInfo *to);
+// Moves a record of the list to stand directly behind another one, or with `to_front` before all;
+// with neither it stays.
+void move_picture_behind(WinInfo *wi, WinInfo *in_front, bool to_front);
 // Unlinks a record and frees it with its segments.
 void RemovePicture(WinInfo *wi);
 // Removes the record of a window; 1 when there was one.
