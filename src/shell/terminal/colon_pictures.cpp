@@ -56,13 +56,21 @@ int remove_named(const WinInfo *wi, RemoveChoice choice) {
     DisplayResponse("Network Component 0 must be retained for future updates\n");
     return 0;
   }
+  // In a window too these are offered for function pictures with a clause alone.
+  if (choice == kDestroyFunction && wi->wtype != kFunctionPicture) {
+    orvek_errorf("Sorry! %s is no function\n", wi->name.c_str());
+    return 0;
+  }
   const bool code = choice == kRemoveCode || choice == kRemoveBoth;
-  if (code && (wi->wtype != kFunctionPicture || ExistOrvek(wi) == 0)) {
+  const bool has_clause = wi->wtype == kFunctionPicture && ExistOrvek(wi) != 0;
+  if (code && !has_clause) {
     orvek_errorf("Sorry! %s has no clause with the left side of picture %d\n", wi->name.c_str(),
                  wi->cmpnt);
     return 0;
   }
-  return confirm_removal(choice) != 0 && remove_parts(wi, choice) >= 0 ? 1 : 0;
+  const bool picture_alone = choice == kRemovePicture && !has_clause;
+  const int agreed = picture_alone ? confirm_picture_removal() : confirm_removal(choice);
+  return agreed != 0 && remove_parts(wi, choice) >= 0 ? 1 : 0;
 }
 
 } // namespace
