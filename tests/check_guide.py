@@ -11,7 +11,7 @@ picture of that component, drawn after the session, and behind "<!-- graphics N 
 window N shows. --update writes answers and pictures anew: read
 the difference before you keep it.
 
-It also marks the solutions of the exercises, and sees that the pictures of all examples say what
+It also looks for every message of the program on the page of messages, marks the solutions of the exercises, and sees that the pictures of all examples say what
 their text says.
 
 Last line "N passed, N failed".
@@ -135,6 +135,27 @@ def check_page(program, page):
     return faults
 
 
+# Where messages are given, and the texts there. What is only a frame for another text, or is told
+# to developers, needs no explanation.
+MESSAGE = re.compile(
+    r'\b(?:BeepMsgef?|orvek_errorf?|error_exit|refuse)\(\s*(?:\d,\s*)?'
+    r'((?:"(?:[^"\\]|\\.)*"\s*)+)')
+NOTE = re.compile(r'\{Note::\w+,\s*((?:"(?:[^"\\]|\\.)*"\s*)+)\}')
+FRAMES = re.compile(r"^[ …:]*$|^Use: |failed$|DB$")
+
+
+def unexplained_messages():
+    """The messages and notes of the program that docs/guide/messages.md does not name."""
+    page = (GUIDE / "messages.md").read_text().replace("\\|", "|")
+    for file in sorted((ROOT / "src").rglob("*.cpp")):
+        for quoted in MESSAGE.findall(file.read_text()) + NOTE.findall(file.read_text()):
+            text = "".join(re.findall(r'"((?:[^"\\]|\\.)*)"', quoted))
+            text = text.replace('\\"', '"').replace("\\n", "").strip()
+            text = re.sub(r"%(?:\.\*)?[-\d.]*(?:z|l|ll)?[sdufc]", "…", text)
+            if not FRAMES.search(text) and text not in page:
+                yield f"{file.name}: {text}"
+
+
 def differing_examples(program):
     """The examples whose pictures and text do not say the same."""
     for pictures in sorted((ROOT / "examples").glob("*/*.seg")):
@@ -170,11 +191,15 @@ def main():
     if marked.returncode != 0:
         failed += 1
         print("FAILED the solutions of the exercises", marked.stdout, sep="\n")
+    unexplained = list(unexplained_messages())
+    if unexplained:
+        failed += 1
+        print("FAILED messages that docs/guide/messages.md does not explain:", *unexplained, sep="\n  ")
     differing = list(differing_examples(program))
     if differing:
         failed += 1
         print("FAILED pictures that differ from their text:", *differing)
-    print(f"{len(options.pages) + 2 - failed} passed, {failed} failed")
+    print(f"{len(options.pages) + 3 - failed} passed, {failed} failed")
     return 1 if failed or not options.pages else 0
 
 
