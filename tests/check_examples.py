@@ -8,6 +8,7 @@ keep it.
 """
 import argparse
 import difflib
+import os
 import pathlib
 import shutil
 import subprocess
@@ -22,8 +23,12 @@ def answers_of(program, folder):
     with tempfile.TemporaryDirectory(prefix="velora-example-") as scratch:
         copy = pathlib.Path(scratch, "example")
         shutil.copytree(folder, copy)
+        # An example with a library of its own uses the one that was built beside the program.
+        env = dict(os.environ)
+        for source in folder.glob("*.c"):
+            env["VELORA_USER_LIBRARY"] = str(pathlib.Path(program).parent / f"{source.stem}.so")
         done = subprocess.run([program, "--batch"], input=(copy / "queries.q").read_bytes(), cwd=copy,
-                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=300, check=False)
+                              env=env, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=300, check=False)
         status = "" if done.returncode == 0 else f"exit status {done.returncode}\n"
         return done.stdout.decode("utf-8", "replace") + status
 

@@ -8,38 +8,36 @@ Prints a line an exercise: right, or the first query whose answer is not the exp
 """
 import argparse
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
 import tempfile
 
 TESTS = pathlib.Path(__file__).resolve().parent / "tests.txt"
+SECONDS = "30"
 
 
 def exercises():
-    """Pairs of a title and a list of (query, answer)."""
-    found = []
-    lines = [l for l in TESTS.read_text().splitlines() if l.strip()][1:]
-    at = 0
-    while at < len(lines):
-        if lines[at].split(" ")[0].isdigit():
-            found.append((lines[at], []))
-            at += 1
-        else:
-            found[-1][1].append((lines[at], lines[at + 1]))
-            at += 2
-    return found
+    """Pairs of a title and the text of its tests."""
+    parts = re.split(r"^== (.*)$", TESTS.read_text(), flags=re.M)
+    return list(zip(parts[1::2], parts[2::2]))
 
 
-def answer(program, file, query):
-    """What a query answers after the learner's file was loaded, in a folder of its own."""
+def mark(program, file, tests):
+    """"right", or what is wrong first, after the learner's file was opened in a fresh folder."""
     with tempfile.TemporaryDirectory() as folder:
         shutil.copy(file, pathlib.Path(folder) / "answers.ddb")
-        done = subprocess.run([program, "--batch", "--no-notes"], text=True, cwd=folder, timeout=30,
-                              input=f'lload "answers.ddb"\n{query}\n', stdout=subprocess.PIPE,
-                              stderr=subprocess.STDOUT, check=False)
-    lines = [l for l in done.stdout.splitlines() if l.strip()]
-    return lines[-1].strip() if lines else ""
+        (pathlib.Path(folder) / "tests").write_text(tests)
+        done = subprocess.run([program, "--batch", "--notes", "none", "--timeout", SECONDS, "--test",
+                               "tests", "answers.ddb"], text=True, cwd=folder,
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
+    if done.returncode == 0:
+        return "right"
+    wrong = re.search(r"^tests:\d+: (.*)\n  expected (.*)\n  answered (.*)$", done.stdout, re.M)
+    if wrong is None:
+        return done.stdout.strip().splitlines()[0] if done.stdout.strip() else "no answer"
+    return "{} answers {}, not {}".format(wrong[1], wrong[3], wrong[2])
 
 
 def main():
@@ -49,17 +47,9 @@ def main():
     options = parser.parse_args()
     right = 0
     for title, tests in exercises():
-        wrong = ""
-        for query, expected in tests:
-            try:
-                got = answer(options.program, options.file, query)
-            except subprocess.TimeoutExpired:
-                got = "no answer within 30 seconds"
-            if got != expected:
-                wrong = f"{query} answers {got}, not {expected}"
-                break
-        right += not wrong
-        print(f"{title}: {wrong or 'right'}")
+        verdict = mark(options.program, options.file, tests)
+        right += verdict == "right"
+        print(f"{title}: {verdict}")
     total = len(exercises())
     print(f"{right} of {total} exercises are right")
     return 0 if right == total else 1
