@@ -34,6 +34,8 @@ public:
   explicit Inference(std::size_t most_nodes) : left_(most_nodes) {}
 
   TypeId infer(const node *n);
+  // The same; an expression that does not fit in itself may have any type.
+  TypeId infer_alone(const node *n);
   TypeId apply(TypeId fun, TypeId arg, const node *application, const node *argument);
   TypeId of_signature(const top_node *types);
   bool unify(TypeId a, TypeId b);
@@ -210,6 +212,16 @@ TypeId Inference::infer(const node *n) {
   return apply(fun, arg, n->val.a.a1, n->val.a.a2);
 }
 
+TypeId Inference::infer_alone(const node *n) {
+  if (clashed_)
+    return fresh();
+  const TypeId type = infer(n);
+  if (!clashed_)
+    return type;
+  clashed_ = false;
+  return fresh();
+}
+
 // The head of a spine and how many arguments it has there.
 const node *head_of(const node *n, int &arguments) {
   for (arguments = 0; n != nullptr && is_apply(n); n = n->val.a.a1)
@@ -316,10 +328,20 @@ TypeFinding type_of_clause(const node *lhs, const node *rhs) {
 }
 
 TypeFinding type_of_call(const node *function_part, const node *last) {
+  // What does not fit inside an argument, such as a list of unlike elements, is not what the call
+  // itself lacks: such an argument counts as anything.
   Inference inference(kNodesOfCall);
-  const TypeId fun = inference.infer(function_part);
-  const TypeId arg = inference.infer(last);
-  const TypeId type = inference.apply(fun, arg, function_part, last);
+  std::vector<const node *> applications;
+  const node *head = function_part;
+  for (; head != nullptr && is_apply(head); head = head->val.a.a1)
+    applications.push_back(head);
+  TypeId type = inference.infer(head);
+  for (std::size_t i = applications.size(); i-- > 0;) {
+    const node *argument = applications[i]->val.a.a2;
+    type =
+        inference.apply(type, inference.infer_alone(argument), applications[i]->val.a.a1, argument);
+  }
+  type = inference.apply(type, inference.infer_alone(last), function_part, last);
   return finding_of(inference, type);
 }
 

@@ -166,7 +166,7 @@ void look_at(const Call &call, const node *function_part, const node *last) {
   }
   keep_type_clash(function_part, last);
   const HelpRow *row = find_help(name);
-  if (call.head->type == kFunctionNode && row == nullptr)
+  if (call.head->type == kFunctionNode && (row == nullptr || row->refuses == nullptr))
     return keep(Note::no_clause_fits, {name, nearest_clause(call)});
   if (row != nullptr && row->refuses != nullptr)
     keep(Note::left_as_it_stands, {name, row->refuses});
