@@ -31,7 +31,7 @@ need() {
     packages="$packages qt6-base-dev"
   fi
   if [ "$1" = test ]; then
-    packages="$packages python3 libgtest-dev"
+    packages="$packages python3 libgtest-dev clang-format clang-tidy"
   fi
   if ! command -v dpkg-query >/dev/null; then
     return 0 # another system: whoever builds here has seen to it
@@ -60,7 +60,17 @@ build() {
   shift
   configure "$preset" || return 1
   local log="build/$preset/build.log"
-  if ! cmake --build "build/$preset" --target "${@:-all}" >"$log" 2>&1; then
+  if [ -t 2 ]; then
+    # At a terminal one line tells how far it is.
+    cmake --build "build/$preset" --target "${@:-all}" 2>&1 | tee "$log" |
+      sed -un 's|^\[\([0-9]*/[0-9]*\)\].*|\r\1 built|p' | tr -d '\n' >&2
+    local status=${PIPESTATUS[0]}
+    grep -q '^\[' "$log" && echo >&2
+  else
+    cmake --build "build/$preset" --target "${@:-all}" >"$log" 2>&1
+    local status=$?
+  fi
+  if [ "$status" -ne 0 ]; then
     grep -v '^\[' "$log" >&2
     return 1
   fi

@@ -64,8 +64,8 @@ int save_svg(const WinInfo *wi, const char *file) {
   std::string reason;
   if (!may_replace_protected(file))
     return 0;
-  if (write_whole_file(
-          file, picture_as_svg(wi, format_text("%s %d", wi->name.c_str(), wi->cmpnt)), reason))
+  if (write_whole_file(file, picture_as_svg(wi, format_text("%s %d", wi->name.c_str(), wi->cmpnt)),
+                       reason))
     return 1;
   orvek_errorf("Can't write %s\n", reason.c_str());
   return 0;

@@ -1,7 +1,7 @@
-// Components: the pictures that are stored for a function, a data type or the network, numbered from
-// 0 in the order of the list, and what ties them to the clauses of the code. A picture and its clause
-// are stored together: nothing here stores a picture whose translation failed. Called by the save
-// actions and the removal of the shell and by the terminal's commands.
+// Components: the pictures that are stored for a function, a data type or the network, numbered
+// from 0 in the order of the list, and what ties them to the clauses of the code. A picture and its
+// clause are stored together: nothing here stores a picture whose translation failed. Called by the
+// save actions and the removal of the shell and by the terminal's commands.
 #pragma once
 
 #include <string>

@@ -126,8 +126,8 @@ std::string invariant_faults(const WinInfo *wi) {
 
 std::string picture_text(const WinInfo *wi) {
   std::ostringstream text;
-  text << kit::quoted(wi->name) << ' ' << wi->cmpnt << " kind " << wi->wtype << " size " << wi->txtsze
-       << ' ' << kit::quoted(wi->annot) << '\n';
+  text << kit::quoted(wi->name) << ' ' << wi->cmpnt << " kind " << wi->wtype << " size "
+       << wi->txtsze << ' ' << kit::quoted(wi->annot) << '\n';
   for (int slot = 1; slot <= wi->seg_ct; ++slot) {
     const Segm *seg = wi->seg_ments[slot];
     text << ' ' << slot << ": ";
@@ -135,8 +135,9 @@ std::string picture_text(const WinInfo *wi) {
       text << "empty\n";
       continue;
     }
-    text << seg->type << '/' << seg->style << ' ' << kit::quoted(seg->label) << ' ' << kit::quoted(seg->annot)
-         << " (" << seg->lx << ',' << seg->ly << ' ' << seg->ux << ',' << seg->uy << ")";
+    text << seg->type << '/' << seg->style << ' ' << kit::quoted(seg->label) << ' '
+         << kit::quoted(seg->annot) << " (" << seg->lx << ',' << seg->ly << ' ' << seg->ux << ','
+         << seg->uy << ")";
     for (const Segm *back : seg->segb_ptr)
       text << " <" << back->segnum;
     for (const Segm *forward : seg->segf_ptr)

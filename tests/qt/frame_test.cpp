@@ -24,8 +24,7 @@ TEST_F(FrameWindow, MenuBarFollowsTheActiveWindow) {
   };
   EXPECT_TRUE(first_menus().starts_with("&File &Edit &Query &Windows ")) << first_menus();
   choose(505);
-  EXPECT_TRUE(
-      first_menus().starts_with("&File &Edit Fea&tures F&ind Fi&lters Colo&ur "))
+  EXPECT_TRUE(first_menus().starts_with("&File &Edit Fea&tures F&ind Fi&lters Colo&ur "))
       << first_menus();
   EXPECT_EQ(previous, window("Function Network").id);
   gDesktop->focus_window(hControl);

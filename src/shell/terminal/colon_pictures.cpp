@@ -35,7 +35,8 @@ std::string take_name(std::vector<ColonWord> words, int &component) {
 
 // Runs `command` on a copy of a stored picture that no window shows, so that nothing is stored but
 // by the command itself.
-int on_hidden_copy(const std::vector<ColonWord> &words, const std::function<int(WinInfo *)> &command) {
+int on_hidden_copy(const std::vector<ColonWord> &words,
+                   const std::function<int(WinInfo *)> &command) {
   int component = 0;
   const std::string name = take_name(words, component);
   for (const WinInfo *stored = gWinInfo; stored != nullptr; stored = stored->next) {

@@ -165,8 +165,8 @@ TEST_F(Windows, FocusGoesBackToTheWindowThatHadIt) {
   EXPECT_EQ(desktop().focus, first);
   // The focus goes first, so that no window system has to choose who gets it.
   const auto place = [this](const std::string &call, WindowId win) {
-    const auto found = std::find(desktop().log.begin(), desktop().log.end(),
-                                 call + " " + std::to_string(win));
+    const auto found =
+        std::find(desktop().log.begin(), desktop().log.end(), call + " " + std::to_string(win));
     EXPECT_NE(found, desktop().log.end()) << call;
     return found - desktop().log.begin();
   };
