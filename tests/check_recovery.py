@@ -38,6 +38,11 @@ STEPS = [
     "click @1",
     "key F2\nkey ctrl+A\ntype int\nkey Enter",
     "choose Save New Component of Function...\nanswer f\nmenu 501",
+    "click @3 double\ntype #7\nkey Enter\nchoose Save New Component\nmenu 501",
+    "choose Remove Picture and Orvek Code\n" * 2 + "menu 908",
+    "undo 1",
+    "menu 903",
+    "choose Replace Component\nmenu 501",
     "click @2",
     "menu 301",
     "menu 309",
@@ -50,6 +55,8 @@ STEPS = [
     "menu 504",
     "menu 601\nclick 100 20\nkey Esc",
 ]
+# Steps that store or remove something: it must be written at once.
+STORING = ("menu 501", "menu 908")
 SETTLED = 2500  # milliseconds after which a change must have been written
 
 
@@ -91,11 +98,12 @@ def attempt(program, steps, settled):
         looked, _ = run(program, folder, ["choose Recover", "windows", "dump", "die"])
         offered = "Unsaved work on" in looked
         drawn = "\n" in shown
-        if settled and drawn and not offered:
+        must_stand = settled or steps[-1].endswith(STORING)
+        if must_stand and drawn and not offered:
             return "nothing was offered"
-        if settled and drawn and dump_of(looked) != shown:
+        if must_stand and drawn and dump_of(looked) != shown:
             return f"came back as\n{dump_of(looked)}\ninstead of\n{shown}"
-        if not settled or not offered:
+        if not must_stand or not offered:
             return ""
         recovered = saved_files(program, folder, ["choose Recover"])
     with tempfile.TemporaryDirectory() as folder:
@@ -108,10 +116,11 @@ def attempt(program, steps, settled):
 
 
 def false_question(program, ending):
-    """A session that was saved, or whose work was given up, must leave no question behind."""
+    """A session that was saved, or whose work was given up, must leave no question behind, nor one
+    that changed nothing."""
     with tempfile.TemporaryDirectory() as folder:
         start_database(folder)
-        run(program, folder, STEPS[:10] + [f"wait {SETTLED}"] + ending)
+        run(program, folder, ending)
         again, _ = run(program, folder, ["windows"])
         return "an ended session was asked about" if "Unsaved work on" in again else ""
 
@@ -125,9 +134,15 @@ def main():
         for settled in (True, False):
             if complaint := attempt(program, STEPS[:count], settled):
                 faults.append(f"killed after {count} steps: {complaint}")
-    endings = (["choose Save Without", "menu 107", "choose Discard", "close", "menu 103"],
-               ["choose Discard", "choose No", "menu 103"],
-               ["choose Discard", "choose No", "menu 113"])
+    drawn = STEPS[:10] + [f"wait {SETTLED}"]
+    endings = (drawn + ["choose Save Without", "menu 107", "choose Discard", "close", "menu 103"],
+               drawn + ["choose Discard", "choose No", "menu 103"],
+               drawn + ["choose Discard", "choose No", "menu 113"],
+               drawn + ["undo all", f"wait {SETTLED}", "die"],
+               drawn + ["choose Discard", "close", f"wait {SETTLED}", "die"],
+               ["function", "answer f", "menu 902", "cancel", "menu 908", "query dbl #3 ;",
+                "function", f"wait {SETTLED}", "die"],
+               ["choose Save", "cancel", "menu 501", f"wait {SETTLED}", "die"])
     for ending in endings:
         if complaint := false_question(program, ending):
             faults.append(f"{complaint}: {ending}")

@@ -29,6 +29,7 @@ struct Recovery {
   std::int64_t last_change = 0;
   bool soon = false;
   bool looked = false;
+  bool written = false; // the work file holds work of this session
 };
 Recovery recovery;
 
@@ -74,9 +75,13 @@ void look(bool may_write) {
   }
   if (recovery.first_change < 0)
     return;
+  // Saved, discarded, or taken back to what is saved: nobody is to be asked about what was written.
   if (!anything_unsaved()) {
-    recovery.first_change = -1; // saved, or taken back to what is saved
+    recovery.first_change = -1;
     recovery.soon = false;
+    if (recovery.written)
+      remove_work(gDDB_basename);
+    recovery.written = false;
     return;
   }
   const bool due = recovery.soon || now - recovery.last_change >= kPause ||
@@ -85,7 +90,7 @@ void look(bool may_write) {
     return;
   recovery.first_change = -1;
   recovery.soon = false;
-  write_work();
+  recovery.written = !write_work().empty();
 }
 
 } // namespace
