@@ -44,17 +44,23 @@ std::string left_side(const WinInfo *wi) {
   return MakeLHS(wi, lhs) == 1 ? lhs : "";
 }
 
-// After a picture took the place of another one: the clause of the old picture stays unless some
-// picture still stands for it or the user lets it go.
-void offer_to_remove_old_clause(const std::string &name, const std::string &old_lhs) {
+// What becomes of the clause of the picture that `gone` stands for, when a picture with another
+// left side takes its place.
+enum class OldClause { stays, goes, cancelled };
+
+// The clause stays where it is gone already or some other picture stands for it; else the user
+// says.
+OldClause settle_old_clause(const WinInfo *gone, const std::string &old_lhs) {
   if (old_lhs.empty() || exists_clause(old_lhs) == 0)
-    return;
-  for (const WinInfo *stored : stored_components(name))
-    if (left_side(stored) == old_lhs)
-      return;
+    return OldClause::stays;
+  for (const WinInfo *stored : stored_components(gone->name))
+    if (stored != gone && left_side(stored) == old_lhs)
+      return OldClause::stays;
   const std::string question = "The clause " + old_lhs + " stays from before. Remove it?";
-  if (PromptUser(question, {"Yes", "No"}) == kYes)
-    deny_clause(old_lhs);
+  const int choice = PromptUser(question, {"Yes", "No"});
+  return choice == kYes         ? OldClause::goes
+         : choice == kCancelled ? OldClause::cancelled
+                                : OldClause::stays;
 }
 
 } // namespace
@@ -112,19 +118,23 @@ int ReplaceComponent(WinInfo *wi, int newfdec) {
     BeepMsgef(1, "Unable to find component %d of function %s\n", wi->cmpnt, wi->name.c_str());
     return 0;
   }
+  // All questions come before anything is done.
   const bool function = wi->wtype == kFunctionPicture;
-  const std::string old_lhs = function ? left_side(stored) : "";
+  const std::string old_lhs = function && newfdec == 0 ? left_side(stored) : "";
+  const OldClause old =
+      old_lhs == left_side(wi) ? OldClause::stays : settle_old_clause(stored, old_lhs);
+  if (old == OldClause::cancelled)
+    return 0;
   if (wi->wtype != kNetworkPicture && translate_picture(wi, newfdec, false) == 0)
     return 0;
   ClearWinInfo(stored);
   store_copy(wi, stored);
   wi->saved = 0;
   wi->clean = 1;
-  if (!function)
-    return 1;
-  if (newfdec == 0 && old_lhs != gTranslation.lhs)
-    offer_to_remove_old_clause(wi->name, old_lhs);
-  CheckCmpntsEqualFdefs(wi);
+  if (old == OldClause::goes)
+    deny_clause(old_lhs);
+  if (function)
+    CheckCmpntsEqualFdefs(wi);
   return 1;
 }
 
@@ -163,6 +173,16 @@ int RemoveAllComponents(const WinInfo *wi) {
 
 int redefine_function(WinInfo *wi) {
   const std::string name = wi->name;
+  std::vector<WinInfo *> others = stored_components(name);
+  std::erase_if(others, [wi](const WinInfo *stored) { return stored->cmpnt == wi->cmpnt; });
+  int again = 0;
+  if (!others.empty()) {
+    again = PromptUser(std::to_string(others.size()) + " other pictures of " + name +
+                           " will not fit. Translate them again?",
+                       {"Yes", "No"});
+    if (again == kCancelled)
+      return 0;
+  }
   const CodeState before = take_code();
   symbol *sym = find_symbol(name.c_str(), 0);
   if (sym != nullptr && remove_symbol(sym) == 0) {
@@ -173,13 +193,7 @@ int redefine_function(WinInfo *wi) {
     put_code_back(before);
     return 0;
   }
-  std::vector<WinInfo *> others = stored_components(name);
-  std::erase_if(others, [wi](const WinInfo *stored) { return stored->cmpnt == wi->cmpnt; });
-  if (others.empty())
-    return 1;
-  const std::string question = std::to_string(others.size()) + " other pictures of " + name +
-                               " will not fit. Translate them again?";
-  if (PromptUser(question, {"Yes", "No"}) != kYes)
+  if (again != kYes)
     return 1;
   const Translation shown = gTranslation;
   for (const WinInfo *other : others) {

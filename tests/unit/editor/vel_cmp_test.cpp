@@ -134,7 +134,10 @@ TEST_F(VelCmpTest, RedefinesAFunctionOrLeavesItAlone) {
   ASSERT_EQ(SaveNewComponent(other), 1);
   // A result that is no type: nothing may be lost.
   wi->seg_ments[1]->label = "nothing";
-  EXPECT_EQ(redefine_function(wi), 0);
+  for (const int again : {1, 2, 5}) { // Yes, No, Cancel
+    console().choices = {again};
+    EXPECT_EQ(redefine_function(wi), 0);
+  }
   EXPECT_EQ(value("#2"), "#20");
   EXPECT_EQ(value("#3"), "#1");
   EXPECT_EQ(clause_count("f"), 2);

@@ -167,6 +167,29 @@ TEST_F(CompoundSteps, Redefine) {
   whole(wi, kCmdCommit);
 }
 
+TEST_F(CompoundSteps, ACancelHalfWayLeavesAllAsItWas) {
+  WinInfo *wi = shown("pick", 1);
+  label(wi, 2, "#5");
+  nothing([&] {
+    answer({2}); // Replace Component, but what of the clause of before?
+    choose(kCmdCommit);
+  });
+  EXPECT_EQ(wi->clean, 0);
+  label(wi, 1, "str");
+  nothing([&] {
+    answer({1}); // Redefine Function, but what of the other pictures?
+    choose(kCmdCommit);
+  });
+  EXPECT_EQ(undo_step(wi), 1);
+  EXPECT_EQ(undo_step(wi), 1);
+  for (const int part : {1, 2, 3, 4})
+    nothing([&] {
+      answer({part});
+      choose(kCmdRemoveFunction);
+    });
+  EXPECT_EQ(picture_title(wi), "pick [2 of 3]");
+}
+
 TEST_F(CompoundSteps, DeclarationsAndTypes) {
   // pick is declared anew with another type, which costs its clauses.
   WinInfo *wi = fresh("", "str", "");
