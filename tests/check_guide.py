@@ -11,7 +11,8 @@ picture of that component, drawn after the session, and behind "<!-- graphics N 
 window N shows. --update writes answers and pictures anew: read
 the difference before you keep it.
 
-It also looks for every message of the program on the page of messages, marks the solutions of the exercises, and sees that the pictures of all examples say what
+It also counts the steps of the first hour, looks for every message of the program on the page of
+messages, marks the solutions of the exercises, and sees that the pictures of all examples say what
 their text says.
 
 Last line "N passed, N failed".
@@ -27,6 +28,8 @@ import tempfile
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 GUIDE = ROOT / "docs/guide"
 TYPED = re.compile(r"^(?:QUERY|TDEC|CDEC|FDEC|FDEF|     )> ?(.*)$")
+TYPED_LINE = re.compile(r"^(?:QUERY|TDEC|CDEC|FDEC|FDEF|     )> ?.*$", re.M)
+STEPS_OF_AN_HOUR = 60
 BLOCK = re.compile(r"^```([^\n]*)\n(.*?)^```$", re.M | re.S)
 GRAPHICS = re.compile(r"<!-- graphics (\d+) -->\n!\[[^\]]*\]\(([^)]+)\)")
 DRAW = re.compile(r"<!-- draw (\S+) (\S+) (\d+) -->\n!\[[^\]]*\]\(([^)]+)\)")
@@ -191,6 +194,10 @@ def main():
     if marked.returncode != 0:
         failed += 1
         print("FAILED the solutions of the exercises", marked.stdout, sep="\n")
+    hour = len(TYPED_LINE.findall((GUIDE / "first-hour.md").read_text()))
+    if hour >= STEPS_OF_AN_HOUR:
+        failed += 1
+        print(f"FAILED the first hour has {hour} steps")
     unexplained = list(unexplained_messages())
     if unexplained:
         failed += 1
@@ -199,7 +206,7 @@ def main():
     if differing:
         failed += 1
         print("FAILED pictures that differ from their text:", *differing)
-    print(f"{len(options.pages) + 3 - failed} passed, {failed} failed")
+    print(f"{len(options.pages) + 4 - failed} passed, {failed} failed")
     return 1 if failed or not options.pages else 0
 
 
