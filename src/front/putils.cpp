@@ -11,6 +11,7 @@
 #include "front/notes.h"
 #include "front/parse.h"
 #include "front/source.h"
+#include "platform/char_width.h"
 #include "platform/response.h"
 #include "platform/utf8.h"
 
@@ -174,8 +175,12 @@ void show_excerpt(const std::string &line, std::size_t at) {
   for (std::size_t i = from; i < to; ++i) {
     const bool control = static_cast<unsigned char>(line[i]) < ' ' && line[i] != '\t';
     quoted += control ? ' ' : line[i];
-    if (i < at && !continues_character(line[i]))
-      mark += line[i] == '\t' ? '\t' : ' ';
+    if (i < at && line[i] == '\t')
+      mark += '\t';
+    else if (i < at && !continues_character(line[i]))
+      mark.append(static_cast<std::size_t>(columns_of_character(
+                      std::string_view(line).substr(i, first_character(line.substr(i, 4))))),
+                  ' ');
   }
   if (to < line.size())
     quoted += "...";

@@ -2,6 +2,8 @@
 // level; owns the two global interfaces and the flags that redirect texts.
 #include "platform/response.h"
 
+#include "platform/aside.h"
+
 #include <cstdarg>
 #include <cstdio>
 #include <set>
@@ -42,6 +44,7 @@ std::string vformat(const char *format, std::va_list args) {
 Console *gConsole = &null_console;
 Desktop *gDesktop = &null_desktop;
 int gNarPrint = 0;
+int gAside = 0;
 std::uint64_t gShown = 0;
 int gProgressDots = 1;
 int gAnswerLines = 0;

@@ -20,6 +20,7 @@
 #include "front/notes.h"
 #include "front/putils.h"
 #include "front/source.h"
+#include "platform/aside.h"
 #include "platform/response.h"
 #include "platform/trust.h"
 
@@ -94,6 +95,7 @@ int show_reason() {
 
 // Doubles the space. 1 when the command may be tried again.
 int grow_space() {
+  const Aside aside;
   return resize_free_list(2);
 }
 
@@ -101,11 +103,14 @@ int grow_space() {
 int try_again(const Command &again) {
   if (gQuery.empty())
     return again();
-  DisplayResponse("Re-trying Query\n");
   const std::string query = gQuery;
-  DisplayResponse(query);
-  if (!query.ends_with('\n'))
-    DisplayResponse("\n");
+  {
+    const Aside aside;
+    DisplayResponse("Re-trying Query\n");
+    DisplayResponse(query);
+    if (!query.ends_with('\n'))
+      DisplayResponse("\n");
+  }
   return cint_query(query);
 }
 

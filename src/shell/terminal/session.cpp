@@ -17,6 +17,7 @@
 #include "front/notes.h"
 #include "front/putils.h"
 #include "front/source.h"
+#include "platform/aside.h"
 #include "platform/interrupt.h"
 #include "platform/response.h"
 #include "shell/answer_notes.h"
@@ -157,7 +158,10 @@ int Session::run_again() {
     DisplayResponse("Insufficient Query Space\n");
     return 0;
   }
-  DisplayResponse("Re-trying Query\n" + command_);
+  {
+    const Aside aside;
+    DisplayResponse("Re-trying Query\n" + command_);
+  }
   pp_reset(true);
   pending_.push_back(command_);
   return p_console_command();

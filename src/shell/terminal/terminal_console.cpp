@@ -11,6 +11,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/aside.h"
 #include "platform/interrupt.h"
 #include "shell/terminal/colon.h"
 
@@ -54,7 +55,15 @@ int choice_of(const std::string &line, std::span<const std::string> labels) {
     if (same_label(wanted, labels[i]))
       return static_cast<int>(i) + 1;
   }
-  return 0;
+  // "y", "n" and other beginnings that only one label has.
+  int found = 0;
+  int candidates = 0;
+  for (std::size_t i = 0; i < labels.size(); ++i)
+    if (!wanted.empty() && same_label(wanted, labels[i].substr(0, wanted.size()))) {
+      found = static_cast<int>(i) + 1;
+      ++candidates;
+    }
+  return candidates == 1 ? found : 0;
 }
 
 } // namespace
@@ -177,6 +186,8 @@ void TerminalConsole::write(std::string_view text) {
   }
   if (text.empty())
     return;
+  if (gAside > 0 && !typed_)
+    return put_error(text, "");
   log(text);
   constexpr std::size_t kMostKept = std::size_t{1} << 20;
   if (keeping_ && kept_.size() < kMostKept)
