@@ -10,6 +10,7 @@
 #include "editor/model/seg_file.h"
 #include "platform/response.h"
 #include "platform/safe_file.h"
+#include "platform/trust.h"
 
 namespace velora {
 
@@ -50,10 +51,16 @@ int copy_for_mac(const std::string &source, const std::string &target) {
   std::string reason;
   if (!read_source(source, text))
     return 0;
-  errno = 0;
-  if (write_whole_file(target, with_carriage_returns(std::move(text)), reason))
+  text = with_carriage_returns(std::move(text));
+  SafeFile out(target);
+  if (out.open())
+    out.write(text);
+  if (out.replace() == SaveOutcome::saved) {
+    note_own_text(text);
     return 1;
-  DisplayResponsef("Can't open %s for write: Error %d\n", target.c_str(), errno);
+  }
+  reason = out.reason();
+  DisplayResponsef("Can't open %s for write: Error %d\n", target.c_str(), out.error());
   show_note("note: " + reason);
   return 0;
 }
@@ -71,7 +78,7 @@ std::string picture_source() {
 int DataBaseCopy() {
   const std::string copy = gDDB_basename + ".2";
   DisplayResponsef("Saving a copy as %s.2\n", gDDB_basename.c_str());
-  return copy_as_text(gDDB_basename + File_ext, copy + File_ext) != 0 &&
+  return copy_as_text(current_database_file(), copy + File_ext) != 0 &&
          copy_as_text(picture_source(), copy + ".seg") != 0;
 }
 
@@ -82,7 +89,7 @@ int PCFormat() {
 int MacFormat() {
   const std::string copy = gDDB_basename + "MAC";
   DisplayResponsef("Saving a copy as %sMAC\n", gDDB_basename.c_str());
-  return copy_for_mac(gDDB_basename + File_ext, copy + File_ext) != 0 &&
+  return copy_for_mac(current_database_file(), copy + File_ext) != 0 &&
          copy_for_mac(picture_source(), copy + ".seg") != 0;
 }
 

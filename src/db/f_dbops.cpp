@@ -14,6 +14,7 @@
 #include "db/removal.h"
 #include "db/vel_util.h"
 #include "editor/model/wininfo.h"
+#include "eval/needs.h"
 #include "front/parse.h"
 #include "front/parser.h"
 #include "front/putils.h"
@@ -169,8 +170,24 @@ bool overwrites_after_question(const std::string &question, const char *button) 
 
 } // namespace
 
+std::string database_file(const std::string &base) {
+  const std::string usual = base + File_ext;
+  const std::string upper = base + ".DDB";
+  return !file_exists(usual) && file_exists(upper) ? upper : usual;
+}
+
+std::string current_database_file() {
+  if (!Db_f_name.empty() || gDDB_basename.empty())
+    return Db_f_name;
+  return database_file(gDDB_basename);
+}
+
+std::string open_database_file() {
+  return Db_f_name;
+}
+
 int fdb_create_db(const std::string &name) {
-  const std::string file_name = name + File_ext;
+  const std::string file_name = database_file(name);
   if (file_exists(file_name)) {
     DisplayResponsef("Database: %s already exists\n", name.c_str());
     return 0;
@@ -189,7 +206,7 @@ int fdb_create_db(const std::string &name) {
 }
 
 void report_unreadable(const std::string &name, int error) {
-  const std::string file_name = name + File_ext;
+  const std::string file_name = database_file(name);
   DisplayResponsef("Failed to open %s\n", file_name.c_str());
   if (error != ENOENT)
     show_note("note: " + file_error_text(file_name, error));
@@ -205,7 +222,7 @@ int fdb_open_db(const std::string &name) {
   if (!settle_cut_off_save(name))
     return 0;
   std::string text;
-  if (!read_whole_file(name + File_ext, text)) {
+  if (!read_whole_file(database_file(name), text)) {
     report_unreadable(name, errno);
     return 0;
   }
@@ -218,7 +235,7 @@ int fdb_open_text(const std::string &name, const std::string &text) {
     return 0;
   }
   OpeningGuard opening;
-  Db_f_name = name + File_ext;
+  Db_f_name = database_file(name);
   Db_file = 1;
   seen = stamp_of_text(text);
   note_database_read(Db_f_name, text);
@@ -231,7 +248,7 @@ int fdb_open_text(const std::string &name, const std::string &text) {
 }
 
 void attach_database(const std::string &name, const std::string &text) {
-  Db_f_name = name + File_ext;
+  Db_f_name = database_file(name);
   Db_file = 1;
   seen = stamp_of_text(text);
 }

@@ -17,6 +17,11 @@ extern std::string Db_f_name;
 // Non-zero from a successful open until the database is closed.
 extern int Db_file;
 
+// The text file of a base name: NAME.ddb, or NAME.DDB where only that stands.
+std::string database_file(const std::string &base);
+// The text file of the current database; empty when none is.
+std::string current_database_file();
+
 // Creates `name`.ddb as an empty database. 1 or 0.
 int fdb_create_db(const std::string &name);
 

@@ -20,7 +20,7 @@ constexpr auto kPatience = std::chrono::seconds(5);
 constexpr auto kPause = std::chrono::milliseconds(20);
 
 std::string text_file(const std::string &base) {
-  return base + File_ext;
+  return base == gDDB_basename ? current_database_file() : database_file(base);
 }
 
 std::string picture_file(const std::string &base) {

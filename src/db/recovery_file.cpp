@@ -65,7 +65,7 @@ std::string work_content() {
   const std::string pictures = work_pictures_text();
   const bool named = !gDDB_basename.empty();
   std::string content(kFirstWord);
-  content += ' ' + (named ? stamp_word(stamp_of(gDDB_basename + File_ext)) : "absent");
+  content += ' ' + (named ? stamp_word(stamp_of(current_database_file())) : "absent");
   content += ' ' + (named ? stamp_word(stamp_of(gDDB_basename + ".seg")) : "absent");
   content += ' ' + std::to_string(text.size()) + ' ' + std::to_string(pictures.size()) + '\n';
   content += text + pictures + '\n';
@@ -180,7 +180,7 @@ WorkChoice offer_file(const std::string &base, const std::string &name, WorkFile
     show_note("note: unsaved work on " + shown + " stands in " + name);
     return WorkChoice::later;
   }
-  const bool agrees = base.empty() || (work.text_stamp == stamp_of(base + File_ext) &&
+  const bool agrees = base.empty() || (work.text_stamp == stamp_of(database_file(base)) &&
                                        work.pictures_stamp == stamp_of(base + ".seg"));
   constexpr int kTake = 1;
   constexpr int kDiscard = 2;

@@ -210,7 +210,9 @@ int OpenDataBaseFile() {
     const auto chosen = gDesktop->choose_file(false, "Open DataBase", "*.ddb");
     if (!chosen)
       return 0;
-    Setup_Global_DDB_name(*chosen);
+    std::string base;
+    Make_Base_Name(*chosen, base); // whatever the case of its ending
+    Setup_Global_DDB_name(base);
   }
   const BusyCursor busy;
   NameGuard name;
@@ -251,10 +253,10 @@ int IncludeDataBaseFile(const std::string &name) {
   PairTexts texts;
   if (!take_pictures(base, texts))
     return 0;
-  note_database_read(base + File_ext, texts.text);
+  note_database_read(database_file(base), texts.text);
   {
     const DatabaseReading reading;
-    if (load_text(base + File_ext, texts.text) == 0)
+    if (load_text(database_file(base), texts.text) == 0)
       return 0;
   }
   DisplayResponse("New Orvek Code in Memory\n");
@@ -341,8 +343,8 @@ void CompleteDataBasePair() {
   for (const char *ending : {".seg", ".segs", ".SEG", ".SEGS", ".seg.bak"})
     if (file_exists(gDDB_basename + ending))
       return;
-  if (!file_exists(gDDB_basename + File_ext) ||
-      file_exists(set_marker_name(gDDB_basename + File_ext)))
+  if (!file_exists(current_database_file()) ||
+      file_exists(set_marker_name(current_database_file())))
     return;
   std::string reason;
   if (!write_whole_file(seg_name(), "$$$$", reason))

@@ -7,6 +7,7 @@
 
 #include "eval/bi_support.h"
 #include "eval/builtins/families.h"
+#include "eval/needs.h"
 #include "platform/trust.h"
 
 namespace velora {
@@ -37,6 +38,10 @@ std::string wish_path(const BuiltinRow &row, node **stack, int spine_len) {
     return library == nullptr ? std::string() : resolved_path(library);
   }
   const int argument = row.effect.name_argument;
+  if (row.effect.kind == Effect::database && argument == 0) {
+    const std::string file = open_database_file();
+    return file.empty() ? file : resolved_path(file);
+  }
   if (argument == 0 || argument > spine_len)
     return {};
   const node *name = force_arg(stack, argument, kString);

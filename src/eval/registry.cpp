@@ -101,13 +101,9 @@ int load_library(const char *name) {
 // A file of the user's that has its name is left alone.
 void try_scratch_file() {
   constexpr const char *name = "fdef.tmp";
-  if (file_exists(name))
-    return;
-  if (std::FILE *scratch = std::fopen(name, "w")) {
-    std::fputs("Just some stuff to save trouble later\n", scratch);
-    std::fclose(scratch);
-    std::remove(name);
-  }
+  HiddenFile scratch;
+  if (scratch.make(name))
+    scratch.write("Just some stuff to save trouble later\n");
 }
 
 } // namespace

@@ -187,7 +187,7 @@ bool CurrentCalls::knows(std::string_view name) const {
 }
 
 CurrentCalls current_calls() {
-  const std::string file = gDDB_basename.empty() ? Db_f_name : gDDB_basename + File_ext;
+  const std::string file = current_database_file();
   if (gSymbolTableChanged != 0 || file.empty())
     scan_text_to_ARRAY(database_text());
   else

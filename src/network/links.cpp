@@ -109,7 +109,7 @@ void remove_duplicates() {
 }
 
 void MakeFirstLinkage() {
-  scan_file_to_ARRAY(gDDB_basename.empty() ? Db_f_name : gDDB_basename + File_ext);
+  scan_file_to_ARRAY(current_database_file());
   ARRAY_to_ipairs();
   ARRAY.clear();
   remove_self_recursions(kCallsItself);

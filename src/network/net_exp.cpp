@@ -170,7 +170,7 @@ std::string base_of_new(const std::string &name) {
   std::string base;
   Make_Base_Name(name, base);
   ChangeToDDBDir();
-  if (!base.empty() && same_file(base + File_ext, gDDB_basename + File_ext)) {
+  if (!base.empty() && same_file(database_file(base), current_database_file())) {
     orvek_errorf("Sorry! %s is the database that is open\n", base.c_str());
     base.clear();
   }
@@ -265,7 +265,7 @@ int export_names(const std::string &new_name, const std::vector<std::string> &na
   if (offer_needed(lists) == 0)
     return 0;
   constexpr int kYes = 1;
-  if ((file_exists(base + File_ext) || file_exists(base + ".seg")) &&
+  if ((file_exists(database_file(base)) || file_exists(base + ".seg")) &&
       PromptUser(base + " exists. Write over it?", {"Yes", "No"}) != kYes)
     return 0;
   return export_under(base, lists.functions, lists.types);

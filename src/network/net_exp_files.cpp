@@ -11,6 +11,7 @@
 #include "network/net_exp.h"
 #include "platform/response.h"
 #include "platform/safe_file.h"
+#include "platform/trust.h"
 
 namespace velora {
 
@@ -142,22 +143,21 @@ std::string_view without_end(std::string_view line) {
 // Reads NAME.seg or the first of its other spellings.
 bool read_pictures(const std::string &base, std::string &text) {
   for (const char *ending : {".seg", ".segs", ".SEG", ".SEGS"})
-    if (read_whole_file(base + ending, text))
-      return true;
+    if (file_exists(base + ending))
+      return read_whole_file(base + ending, text);
   return false;
 }
 
 // Puts a file in place; false after a message.
 bool put_file(const std::string &name, const std::string &text) {
-  SafeFile out(name);
-  if (out.open())
-    out.write(text);
-  if (out.replace() == SaveOutcome::saved) {
+  std::string reason;
+  if (write_whole_file(name, text, reason)) {
     setVeloraEye(name);
+    note_own_text(text);
     return true;
   }
   orvek_errorf("Unable to open %s for writing!\n", name.c_str());
-  show_note(out.reason() + "\n");
+  show_note("note: " + reason);
   return false;
 }
 
@@ -212,7 +212,7 @@ int CreateExportDataBase(const std::string &oldname, const std::string &newname,
   DisplayResponse("Opening database files\n");
   ChangeToDDBDir();
   std::string text;
-  if (!read_whole_file(oldname + File_ext, text)) {
+  if (!read_whole_file(database_file(oldname), text)) {
     orvek_errorf("Unable to open %s%s for reading!\n", oldname.c_str(), File_ext);
     return 0;
   }

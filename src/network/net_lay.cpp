@@ -264,7 +264,7 @@ int do_layout(SegmArray &seg_ments) {
 }
 
 int MakeNetworkSegs(SegmArray &seg_ments) {
-  scan_file_to_ARRAY(gDDB_basename + File_ext);
+  scan_file_to_ARRAY(current_database_file());
   ARRAY_to_ipairs();
   ARRAY.clear();
   remove_self_recursions(kCallsItself);

@@ -80,8 +80,10 @@ std::string SafeFile::reason() const {
 
 // Called with errno set; the first failure is the cause of all others.
 void SafeFile::fail(const std::string &path) {
-  if (reason_.empty())
-    reason_ = file_error_text(path, errno);
+  if (error_ == 0) {
+    error_ = errno;
+    reason_ = file_error_text(path, error_);
+  }
   failed_ = true;
 }
 

@@ -87,6 +87,8 @@ public:
   [[nodiscard]] const std::string &name() const { return name_; }
   // What went wrong first, in words and with its path: "x.svg: No space left on device".
   [[nodiscard]] std::string reason() const;
+  // The same as the system's number; 0 when nothing went wrong.
+  [[nodiscard]] int error() const { return error_; }
 
 private:
   void fail(const std::string &path);
@@ -102,6 +104,7 @@ private:
   bool opened_ = false;
   bool failed_ = true;
   std::string reason_;
+  int error_ = 0;
 };
 
 // Asks before a file whose owner has taken the right to write away is replaced. True to go on, also

@@ -1,8 +1,7 @@
 // Commands of the shell about the database: new, open, include, save, close, copy, status.
 #include "shell/terminal/db_commands.h"
 
-#include <cstdio>
-#include <filesystem>
+#include <cerrno>
 
 #include "core/symbols.h"
 #include "db/f_dbops.h"
@@ -29,26 +28,33 @@ void changes_are_none() {
   gSegsChanged = 0;
 }
 
-// True for a plain file that can be read; a pipe would wait for its other end.
-bool is_readable(const std::string &name) {
-  std::error_code error;
-  if (!std::filesystem::is_regular_file(name, error))
-    return false;
-  std::FILE *file = std::fopen(name.c_str(), "rb");
-  if (file != nullptr)
-    std::fclose(file);
-  return file != nullptr;
+// The error that stands in the way of reading a file; 0 for none. A pipe would wait for its other
+// end, so nothing but a plain file will do.
+int why_unreadable(const std::string &name) {
+  const int fd = entry_kind(name, true) == EntryKind::other ? -1 : open_to_read(name);
+  if (fd < 0)
+    return errno != 0 ? errno : EINVAL;
+  close_file_number(fd);
+  return 0;
 }
 
 // Looks at the files of a database before anything is touched: what fails half way leaves a name
-// behind that stands in the way of the next database. Says which file cannot be opened.
+// behind that stands in the way of the next database. Says which file cannot be opened, and why.
 bool can_be_opened(const std::string &base) {
-  const std::string text = base + File_ext;
-  const std::string pictures = base + ".seg";
-  const bool text_fails = !is_readable(text);
-  if (!text_fails && (!file_exists(pictures) || is_readable(pictures)))
+  std::string failing = database_file(base);
+  errno = 0;
+  int error = why_unreadable(failing);
+  if (error == ENOENT && file_exists(failing + ".bak"))
+    show_note("note: " + failing + ".bak holds the version before the last save");
+  if (error == 0) {
+    failing = base + ".seg";
+    error = file_exists(failing) ? why_unreadable(failing) : 0;
+  }
+  if (error == 0)
     return true;
-  orvek_errorf("Failed to open %s\n", (text_fails ? text : pictures).c_str());
+  orvek_errorf("Failed to open %s\n", failing.c_str());
+  if (error != ENOENT)
+    show_note("note: " + file_error_text(failing, error));
   return false;
 }
 
@@ -141,7 +147,7 @@ int open_current() {
 int open_named_database(const std::string &name) {
   std::string base;
   Make_Base_Name(name, base);
-  if (!file_exists(base + File_ext) && base == name && file_exists(name)) {
+  if (!file_exists(database_file(base)) && base == name && file_exists(name)) {
     const int loaded = load_file(name, 0);
     gSymbolTableChanged = 0;
     return loaded;
