@@ -15,6 +15,7 @@ namespace velora {
 
 std::int32_t node_count = kInitialNodes;
 std::int64_t gMaxNodes = 0;
+bool gSpaceAtCeiling = false;
 node *Copy_root = nullptr;
 node *Query_root = nullptr;
 node *Tn1 = nullptr;
@@ -40,6 +41,10 @@ constexpr std::int64_t kSmallSpace = 4096;
 // What a large space has beyond it at the most.
 constexpr std::int32_t kMostOverdraft = 8'000'000;
 
+// Texts that may be made between two collections even when they have nearly reached the ceiling, so
+// that a space full of them does not collect for each.
+constexpr std::size_t kLeastTextBudget = 64 << 10;
+
 unsigned stress_every = 0;
 std::uint64_t taken_before = 0;
 std::int64_t budget_at_start = 0;
@@ -62,11 +67,29 @@ void set_budget(std::int64_t nodes) {
   budget_at_start = nodes;
 }
 
+// Bytes that nodes and texts may use together.
+std::size_t ceiling_bytes() {
+  return gMaxNodes > 0 ? static_cast<std::size_t>(gMaxNodes) * sizeof(node) : SIZE_MAX;
+}
+
+std::size_t bytes_in_use() {
+  return static_cast<std::size_t>(in_use) * sizeof(node) + text_bytes_in_use();
+}
+
+[[noreturn]] void refuse_at_ceiling() {
+  gSpaceAtCeiling = true;
+  error_exit("Insufficient Query Space\n");
+}
+
 // Collects and gives out the next budget, of at least `wanted` nodes.
 void collect_for(std::int64_t wanted) {
   settle_taken();
   if (gPool.nodes != nullptr)
     garbage_collect();
+  if (text_bytes_in_use() != 0 && bytes_in_use() > ceiling_bytes()) {
+    set_budget(0);
+    refuse_at_ceiling();
+  }
   const std::int64_t unused = node_count - in_use;
   if (gPool.nodes == nullptr || unused <= 0 || unused + overdraft() < wanted) {
     set_budget(0);
@@ -100,11 +123,24 @@ void reserve_slowly(std::int64_t count) {
   collect_for(count);
 }
 
+void collect_at_next_node() {
+  settle_taken();
+  set_budget(0);
+}
+
+void check_text_fits(std::size_t len) {
+  if (len > ceiling_bytes())
+    refuse_at_ceiling();
+}
+
 void note_collection(std::int64_t reached) {
   settle_taken();
   ++collections;
   in_use = reached;
   set_budget(node_count > reached ? node_count - reached : 0);
+  const std::size_t used = bytes_in_use();
+  const std::size_t room = ceiling_bytes() > used ? ceiling_bytes() - used : 0;
+  set_text_budget(std::clamp(room, kLeastTextBudget, kMostTextBudget));
   gSpace.cursor = gPool.nodes;
   gSpace.end = gPool.nodes + gPool.count;
 }

@@ -18,9 +18,13 @@ namespace velora {
 
 inline constexpr std::int32_t kInitialNodes = 20480;
 
-// Size of the space in nodes, and the ceiling that it may not grow past (0: half the machine).
+// Size of the space in nodes, and the ceiling that nodes and texts together may not grow past, in
+// nodes (0: none yet; the start sets half the machine).
 extern std::int32_t node_count;
 extern std::int64_t gMaxNodes;
+// Set beside the message of a full space when growing it would not help: texts have reached the
+// ceiling.
+extern bool gSpaceAtCeiling;
 
 // Roots, in marking order.
 extern node *Copy_root;
@@ -78,6 +82,11 @@ void free_node_stack();
 
 // Collects: everything not reachable from a root becomes free.
 void garbage_collect();
+
+// Makes the next node that is taken collect first.
+void collect_at_next_node();
+// Takes the error exit of a full space when a text of `len` bytes cannot fit below the ceiling.
+void check_text_fits(std::size_t len);
 
 // Counters since the program started, for `:time` and the benchmarks.
 struct SpaceCounters {

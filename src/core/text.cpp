@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/needs.h"
+#include "core/space.h"
 
 namespace velora {
 
@@ -17,6 +18,7 @@ struct TextHeader {
   std::uint32_t references;
   std::uint32_t epoch; // the collection that last found the text in use
   std::size_t slot;    // place among the candidates while `references` is 0
+  std::size_t len;
 };
 
 // Frees what is still there when the program ends.
@@ -28,6 +30,8 @@ struct Candidates : std::vector<TextHeader *> {
 };
 Candidates candidates;
 std::size_t held_texts = 0;
+std::size_t bytes_in_use = 0;
+std::size_t bytes_left = kMostTextBudget; // until the next collection
 
 TextHeader *header_of(char *str) {
   return reinterpret_cast<TextHeader *>(str - sizeof(TextHeader));
@@ -46,13 +50,24 @@ void remove_candidate(const TextHeader *text) {
 
 } // namespace
 
-std::size_t gTextBytes = 0;
+void set_text_budget(std::size_t budget) {
+  bytes_left = budget;
+}
+
+std::size_t text_bytes_in_use() {
+  return bytes_in_use;
+}
 
 char *new_text(std::size_t len) {
-  gTextBytes += len;
+  check_text_fits(len);
+  if (len > bytes_left)
+    collect_at_next_node();
+  else
+    bytes_left -= len;
   auto *text = static_cast<TextHeader *>(std::calloc(1, sizeof(TextHeader) + len + 1));
   if (text == nullptr)
     error_exit("Alloc_string failed");
+  text->len = len;
   add_candidate(text);
   return reinterpret_cast<char *>(text + 1);
 }
@@ -89,10 +104,11 @@ void mark_text(char *str, unsigned epoch) {
 }
 
 void sweep_texts(unsigned epoch) {
-  gTextBytes = 0;
+  bytes_in_use = 0;
   std::size_t kept = 0;
   for (TextHeader *text : candidates) {
     if (text->epoch == epoch) {
+      bytes_in_use += text->len;
       text->slot = kept;
       candidates[kept++] = text;
     } else {

@@ -10,7 +10,8 @@ namespace velora {
 
 // A new text of `len` characters plus a NUL, zero-filled, without references. It survives until
 // the next collection, so store it in a node (or hold it) before the next node is taken.
-// Takes the error exit with "Alloc_string failed" when there is no memory.
+// Takes the error exit with "Alloc_string failed" when there is no memory, and as a full space does
+// for one that cannot fit below the ceiling.
 char *new_text(std::size_t len);
 char *new_text(std::string_view text);
 
@@ -23,10 +24,13 @@ void mark_text(char *str, unsigned epoch);
 // Frees every text without references that collection `epoch` did not reach.
 void sweep_texts(unsigned epoch);
 
-// Bytes of texts made since the last collection, and how many of them call for the next one: long
-// texts fill the memory long before their nodes fill the query space.
-extern std::size_t gTextBytes;
-inline constexpr std::size_t kTextBytesBetweenCollections = 64 << 20;
+// Long texts fill the memory long before their nodes fill the query space. So they count against
+// the ceiling of the space (gMaxNodes), and only against that: after `budget` more bytes of texts
+// the space is collected at the next node, and what the texts then still use is looked at there.
+void set_text_budget(std::size_t budget);
+inline constexpr std::size_t kMostTextBudget = 64 << 20;
+// Bytes of the texts that the last collection found in use by the query space alone.
+std::size_t text_bytes_in_use();
 
 // How many texts the registry holds (for tests and for `:space`).
 std::size_t text_count();

@@ -6,7 +6,6 @@
 #include "core/clock.h"
 #include "core/events.h"
 #include "core/space.h"
-#include "core/text.h"
 #include "eval/clause_code.h"
 #include "eval/combinators.h"
 #include "eval/failed_runs.h"
@@ -157,10 +156,8 @@ inline bool unwind(const node *root, node *n, Frame &frame) {
       frame.at = stack + place + 1;
       continue;
     }
-    // A built-in has written somewhere on the spine, and it may have made long texts.
-    if (gTextBytes > kTextBytesBetweenCollections) [[unlikely]]
-      garbage_collect();
-    // Most often it has written a plain value over the root, which needs no further step.
+    // A built-in has written somewhere on the spine; most often a plain value over the root, which
+    // needs no further step.
     if (root->type >= kInteger && root->type < kCombI && root->quote == 0)
       return 1;
     frame.at = frame.top;

@@ -3,6 +3,7 @@
 // Called once at start by the program, and by the reducer for every built-in.
 #include "eval/registry.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 
@@ -12,6 +13,7 @@
 #include "eval/bi_support.h"
 #include "eval/effects.h"
 #include "front/parser.h"
+#include "platform/machine.h"
 #include "platform/response.h"
 #include "platform/safe_file.h"
 #include "platform/trust.h"
@@ -139,6 +141,11 @@ int init_Velora() {
     return 13;
   if (load_library("sys.fdb") == 0 || check_sys_declared() == 0)
     return 13;
+  // A ceiling that nobody has set is half of what the machine has, and no less than the space asked
+  // for.
+  if (gMaxNodes == 0)
+    gMaxNodes = std::max(static_cast<std::int64_t>(machine_memory() / 2 / sizeof(node)),
+                         machine_memory() == 0 ? std::int64_t{0} : std::int64_t{node_count});
   if (alloc_free_list() == 0)
     return 19;
   init_free_list();

@@ -9,6 +9,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/events.h"
 #include "core/needs.h"
@@ -119,7 +120,9 @@ int try_again(const Command &again) {
 bool act_on_reason(const Command &again, int &answer, bool &over) {
   if (reason_begins("throw"))
     return attempt(print_thrown, answer);
-  if (reason_begins("Insufficient Query Space") && (!gQuery.empty() || again != nullptr)) {
+  const bool may_grow = !std::exchange(gSpaceAtCeiling, false);
+  if (may_grow && reason_begins("Insufficient Query Space") &&
+      (!gQuery.empty() || again != nullptr)) {
     int grown = 0;
     if (!attempt(grow_space, grown))
       return false;

@@ -3,6 +3,7 @@
 #include <cctype>
 #include <string>
 
+#include "core/space.h"
 #include "eval/bi_support.h"
 #include "eval/builtins/families.h"
 #include "platform/response.h"
@@ -51,6 +52,7 @@ int join(node **stack, std::string_view between) {
     if (cell != list)
       joined += between;
     joined += text_of(cell_head(cell));
+    check_text_fits(joined.size());
   }
   return set_string(stack[1], joined);
 }
