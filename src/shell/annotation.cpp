@@ -40,14 +40,21 @@ void show(const WinInfo *wi, WindowId win) {
   shown_text = *shown_annotation();
   gDesktop->set_text(gAnnWind, shown_text);
   shown_text = gDesktop->text_of(gAnnWind);
-  std::string title = std::string(look_of(kAnnotationWindow).title) + ": " +
-                      (wi->name.empty() ? "unnamed" : picture_title(wi));
-  if (shown_segment != 0)
-    title += ", " + wi->seg_ments[shown_segment]->label;
-  gDesktop->set_title(gAnnWind, title);
+  show_annotation_title();
 }
 
 } // namespace
+
+void show_annotation_title() {
+  const WinInfo *wi = picture_of(shown_window);
+  if (gAnnWind == 0 || wi == nullptr)
+    return;
+  std::string title = std::string(look_of(kAnnotationWindow).title) + ": " +
+                      (wi->name.empty() ? "unnamed" : picture_title(wi));
+  if (const Segm *seg = wi->seg_ments[shown_segment]; seg != nullptr)
+    title += ", " + seg->label;
+  gDesktop->set_title(gAnnWind, title);
+}
 
 int open_annotation() {
   const WindowId picture = previous;

@@ -20,6 +20,8 @@ int CloseAnnotation();
 void annotation_focus(WindowId win);
 // Shows the annotation of that window's picture, where the annotation window is open.
 void ShowAnnotation(WindowId win);
+// Brings the title of the annotation window, which names the picture and the segment, up to date.
+void show_annotation_title();
 // True for the picture whose annotation is shown.
 bool shows_annotation_of(const WinInfo *wi);
 

@@ -296,10 +296,13 @@ void stored_pictures_changed() {
   for (const WindowId win : picture_windows())
     if (const WinInfo *wi = picture_of(win); wi != nullptr)
       gDesktop->set_title(win, picture_title(wi));
+  show_annotation_title();
 }
 
 void redraw_picture(WinInfo *wi) {
   gDesktop->set_title(wi->win, picture_title(wi));
+  if (shows_annotation_of(wi))
+    show_annotation_title();
   show_extent(wi);
   gDesktop->invalidate(wi->win);
 }

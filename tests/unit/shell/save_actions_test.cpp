@@ -9,6 +9,7 @@
 #include "editor/symbol_state.h"
 #include "editor/vel_cmp.h"
 #include "kit/pictures.h"
+#include "shell/annotation.h"
 #include "shell/picture_windows.h"
 #include "unit/shell/desk_kit.h"
 
@@ -171,8 +172,12 @@ TEST_F(SaveActions, SavesADeclarationOnly) {
 TEST_F(SaveActions, CommitsWithoutClosing) {
   WinInfo *wi = open("f", "int", "#1");
   previous = wi->win;
+  ASSERT_EQ(open_annotation(), 1);
+  EXPECT_EQ(desktop().windows[gAnnWind].title, "Annotation: f *");
+  previous = wi->win;
   desktop().choices = {1};
   EXPECT_EQ(commitWindow(wi->win), 1);
+  EXPECT_EQ(desktop().windows[gAnnWind].title, "Annotation: f [1 of 1]");
   EXPECT_EQ(picture_of(wi->win), wi);
   EXPECT_EQ(wi->clean, 1);
   EXPECT_EQ(commitWindow(hControl), 0);
@@ -292,6 +297,15 @@ TEST_F(SaveActions, TellsOfUncommittedPicturesBeforeASave) {
   EXPECT_EQ(offer_to_commit_pictures(), 1);
   EXPECT_EQ(stored_components("f").size(), 1u);
   EXPECT_EQ(offer_to_commit_pictures(), 1); // nothing is left to ask
+}
+
+TEST_F(SaveActions, StopsASaveWhereTheUserStopsGoingThroughThePictures) {
+  open("f", "#1", "#1");
+  open("f", "#2", "#2");
+  desktop().choices = {1, 1}; // Go Through Them, Save New Component, then nothing
+  EXPECT_EQ(offer_to_commit_pictures(), 0);
+  EXPECT_EQ(stored_components("f").size(), 1u);
+  EXPECT_EQ(changed_pictures().size(), 1u);
 }
 
 TEST_F(SaveActions, ShowsTheDeclarationOfAFunctionWithoutPictures) {
