@@ -63,7 +63,9 @@ build() {
   if [ -t 2 ]; then
     # At a terminal one line tells how far it is.
     cmake --build "build/$preset" --target "${@:-all}" 2>&1 | tee "$log" |
-      sed -un 's|^\[\([0-9]*/[0-9]*\)\].*|\r\1 built|p' | tr -d '\n' >&2
+      while IFS= read -r line; do
+        [[ $line =~ ^\[([0-9]+/[0-9]+)\] ]] && printf '\r%s built' "${BASH_REMATCH[1]}" >&2
+      done
     local status=${PIPESTATUS[0]}
     grep -q '^\[' "$log" && echo >&2
   else

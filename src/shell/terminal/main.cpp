@@ -60,8 +60,7 @@ Manner manner_of(const Options &options) {
 // What a person at a terminal sees below the texts of the start.
 constexpr const char *kWelcome =
     "Velora: a small lazy functional language whose programs are text and pictures.\n"
-    "Type a query and a semicolon, as in  + #1 #2 ;  \":help\" lists the commands, \":quit\" "
-    "leaves.\n"
+    "Type a query and a semicolon, + #1 #2 ; \":help\" lists commands, \":quit\" leaves.\n"
     "\":tour\" shows the language in a few steps.\n";
 
 // --- the session -------------------------------------------------------------------------------
