@@ -275,15 +275,23 @@ bool TerminalConsole::read_answer(std::string &line, const std::string &prompt) 
   return got == Got::line;
 }
 
+// A question is no answer: a script finds it on standard error.
+void TerminalConsole::put_question(std::string_view text) {
+  if (typed_)
+    write(text);
+  else
+    put_error(text, "");
+}
+
 int TerminalConsole::ask(const std::string &message, std::span<const std::string> buttons) {
   std::vector<std::string> labels(buttons.begin(), buttons.end());
   labels.emplace_back("Cancel");
   end_line();
-  write(message);
-  if (out_open_)
-    write("\n");
+  put_question(message);
+  if (!message.ends_with('\n'))
+    put_question("\n");
   for (std::size_t i = 0; i < labels.size(); ++i)
-    write("  " + std::to_string(i + 1) + " " + labels[i] + "\n");
+    put_question("  " + std::to_string(i + 1) + " " + labels[i] + "\n");
   for (;;) {
     std::string line;
     if (!read_answer(line, "? "))
@@ -303,10 +311,10 @@ int TerminalConsole::ask(const std::string &message, std::span<const std::string
 
 bool TerminalConsole::ask_text(const std::string &prompt, std::string &answer) {
   end_line();
-  write(prompt);
+  put_question(prompt);
   if (!answer.empty())
-    write(" (" + answer + ")");
-  write("\n");
+    put_question(" (" + answer + ")");
+  put_question("\n");
   std::string line;
   if (!read_answer(line, "? "))
     return false;

@@ -54,6 +54,7 @@ private:
   // Sends text to standard output; to a terminal with its control characters shown.
   void put_out(std::string_view text);
   void put_error(std::string_view text, const char *colour);
+  void put_question(std::string_view text);
   bool read_answer(std::string &line, const std::string &prompt);
   void put_paged(std::string_view text);
   bool next_page();
