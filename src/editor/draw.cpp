@@ -27,12 +27,28 @@ Colour line_colour(const Segm *seg) {
   return kPalette[colour_index(seg)];
 }
 
+// What a value comes in by, goes out by, or simply is: the ground of parameters, of the result and
+// of constants.
+constexpr Colour kParameterFill{223, 255, 223};
+constexpr Colour kResultFill{255, 223, 223};
+constexpr Colour kConstantFill{255, 250, 205};
+
+Colour plain_fill(const Segm *seg, int wtype) {
+  if (seg->type != kHexagon || wtype != kFunctionPicture)
+    return kWhiteFill;
+  if (seg->segnum == 1)
+    return kResultFill;
+  if (shape_style(seg) == kBold)
+    return kParameterFill;
+  return shape_style(seg) == kPlain ? kConstantFill : kWhiteFill;
+}
+
 // A coloured node is filled with a light shade of its colour, so that any label can be read.
-Colour fill_colour(const Segm *seg) {
+Colour fill_colour(const Segm *seg, int wtype) {
   if ((seg->status & kSelected) != 0)
     return kSelectedFill;
   if (colour_index(seg) == kBlack)
-    return kWhiteFill;
+    return plain_fill(seg, wtype);
   const auto light = [](std::uint8_t part) { return static_cast<std::uint8_t>(223 + part / 8); };
   const Colour line = line_colour(seg);
   return {light(line.red), light(line.green), light(line.blue)};
@@ -80,16 +96,24 @@ void draw_label(const NodePlace &node, Canvas &canvas) {
     canvas.clear_clip();
 }
 
-void draw_node(const NodePlace &node, Canvas &canvas) {
+// A line below the result, as below a sum: it is told from a parameter without colours too.
+void draw_sum_line(const NodePlace &node, const Pen &pen, Canvas &canvas) {
+  const int y = node.box.bottom + kDoubleGap + 1;
+  canvas.line({node.box.left + node.slant, y}, {node.box.right - node.slant, y}, pen);
+}
+
+void draw_node(const NodePlace &node, int wtype, Canvas &canvas) {
   const Segm *seg = node.seg;
   const Pen pen{line_colour(seg), shape_style(seg) == kBold ? 2 : 1, PenStyle::solid};
-  draw_outline(seg, node.box, node.slant, pen, Brush{fill_colour(seg), true}, canvas);
+  draw_outline(seg, node.box, node.slant, pen, Brush{fill_colour(seg, wtype), true}, canvas);
   // The inner border's slant keeps the same distance all around.
   if (shape_style(seg) == kDouble && seg->type != kJunction)
     draw_outline(seg, inset(node.box, kDoubleGap), std::max(1, node.slant - 1), pen,
                  Brush{{}, false}, canvas);
   if (seg->type == kHoldValue)
     draw_bars(node, pen, canvas);
+  if (seg->type == kHexagon && seg->segnum == 1 && wtype == kFunctionPicture)
+    draw_sum_line(node, pen, canvas);
   draw_label(node, canvas);
 }
 
@@ -141,25 +165,30 @@ void draw_head(const ArcPlace &arc, int size, Canvas &canvas) {
                  Pen{colour, 1, PenStyle::solid}, Brush{colour, true});
 }
 
-// Where the number of an argument stands: on its arrow just behind the head and clear of the box,
-// or beside the head where the arrow is too short for that.
+// Where the ink of an argument's number stands: beside its arrow, clear of the line and of the
+// head. An arrow from above has it on the right, so that each number of several arrows stands
+// between its own and the next; one that arrives at an end of its box has it above.
 Rect number_box(const ArcPlace &arc, int width, int height, const Font &font) {
   const LastStretch at = last_stretch(arc);
-  const int head = head_length(font.size);
+  const double head = head_length(font.size);
+  const double half_head = head * 0.4;
   const double across = std::max(0.01, std::fabs(at.dx));
   const double down = std::max(0.01, std::fabs(at.dy));
-  const double behind_head = head + 1 + std::min(width / 2.0 / across, height / 2.0 / down);
-  const double off_box = arc.enters_end ? (width / 2.0 + 1) / across : (height / 2.0 + 1) / down;
-  const double back = std::max(behind_head, off_box);
-  if (back + height / 2.0 <= at.length) {
-    const int x = static_cast<int>(std::lround(at.tip.x - back * at.dx - width / 2.0));
-    const int y = static_cast<int>(std::lround(at.tip.y - back * at.dy - height / 2.0));
-    return {x, y, x + width, y + height};
+  double x = 0;
+  double y = 0;
+  if (arc.enters_end) {
+    x = at.tip.x - (at.dx < 0 ? -1 : 1) * (width / 2.0 + 2);
+    const double line = at.tip.y - std::fabs(x - at.tip.x) * at.dy / across;
+    y = line - std::max(height / 2.0 + width / 2.0 * down / across, half_head + height / 2.0) - 1;
+  } else {
+    const double side = at.dy < 0 ? 1 : -1; // an arrow from below has it below its box
+    y = at.tip.y + side * (height / 2.0 + 2);
+    const double line = at.tip.x - std::fabs(y - at.tip.y) * at.dx / down;
+    x = line + std::max(width / 2.0 + height / 2.0 * across / down, half_head + width / 2.0) + 1;
   }
-  const int aside = 1 + head * 2 / 5;
-  const int x = at.dx < 0 ? at.tip.x - aside - width : at.tip.x + aside;
-  const int y = at.dy < 0 ? at.tip.y + 1 : at.tip.y - height;
-  return {x, y, x + width, y + height};
+  const int left = static_cast<int>(std::lround(x - width / 2.0));
+  const int top = static_cast<int>(std::lround(y - height / 2.0));
+  return {left, top, left + width, top + height};
 }
 
 void draw_number(const ArcPlace &arc, const Font &font, Canvas &canvas) {
@@ -167,9 +196,10 @@ void draw_number(const ArcPlace &arc, const Font &font, Canvas &canvas) {
     return;
   const std::string text = std::to_string(arc.number);
   const Font small = number_font(font);
-  const Rect box = number_box(arc, measured_width(text, small), measured_height(small), font);
-  canvas.rectangle(box, Pen{kWhiteFill, 1, PenStyle::none}, Brush{kWhiteFill, true});
-  canvas.text({box.left, box.top}, text, small, kNumberColour);
+  const int height = measured_height(small);
+  const Rect ink = number_box(arc, measured_width(text, small), height / 2, font);
+  canvas.rectangle(ink, Pen{kWhiteFill, 1, PenStyle::none}, Brush{kWhiteFill, true});
+  canvas.text({ink.left, ink.centre().y - height / 2}, text, small, kNumberColour);
 }
 
 void draw_handles(const PictureLayout &layout, int picture_size, Canvas &canvas) {
@@ -217,7 +247,7 @@ void draw_layout(const WinInfo *wi, const PictureLayout &layout, Canvas &canvas)
   for (const ArcPlace &arc : layout.arcs)
     draw_head(arc, font.size, canvas);
   for (const NodePlace &node : layout.nodes)
-    draw_node(node, canvas);
+    draw_node(node, wi->wtype, canvas);
   for (const NodePlace &node : layout.nodes)
     if ((node.seg->status & kExpanded) != 0)
       draw_expanded(node, canvas);

@@ -122,9 +122,22 @@ void ImageCanvas::rectangle(const Rect &box, const Pen &pen, const Brush &brush)
   const Rect r = box.normalised();
   if (brush.filled)
     shapes_.fill_dots(dots_of(r), brush.colour);
-  outline(std::array{middle_of({r.left, r.top}), middle_of({r.right, r.top}),
-                     middle_of({r.right, r.bottom}), middle_of({r.left, r.bottom})},
-          pen);
+  const SoftPoint low = middle_of({r.left, r.top});
+  const SoftPoint high = middle_of({r.right, r.bottom});
+  if (pen.style != PenStyle::solid) {
+    outline(std::array<SoftPoint, 4>{{low, {high.x, low.y}, high, {low.x, high.y}}}, pen);
+    return;
+  }
+  // Four sides of whole dots, so that the corners are square in any size.
+  const int width = std::max(1, near_dot(pen.width * view_.scale));
+  const auto first = [width](double middle) { return near_dot(middle - width / 2.0); };
+  const Rect inner{first(low.x) + width, first(low.y) + width, first(high.x), first(high.y)};
+  const Rect outer{inner.left - width, inner.top - width, inner.right + width,
+                   inner.bottom + width};
+  shapes_.fill_dots({outer.left, outer.top, outer.right, inner.top}, pen.colour);
+  shapes_.fill_dots({outer.left, inner.bottom, outer.right, outer.bottom}, pen.colour);
+  shapes_.fill_dots({outer.left, inner.top, inner.left, inner.bottom}, pen.colour);
+  shapes_.fill_dots({inner.right, inner.top, outer.right, inner.bottom}, pen.colour);
 }
 
 // A round shape is drawn as one of many corners, as many as keep it round in any size; its border

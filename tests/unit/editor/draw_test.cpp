@@ -163,7 +163,19 @@ TEST_F(DrawTest, ArgumentsAreNumberedWhereABoxHasSeveral) {
       continue;
     const Point middle_of_number = labels[std::to_string(arc.number)].box.centre();
     const Point tip = arc.path.back();
-    EXPECT_LT(std::hypot(middle_of_number.x - tip.x, middle_of_number.y - tip.y), 30);
+    EXPECT_LT(std::hypot(middle_of_number.x - tip.x, middle_of_number.y - tip.y), 20);
+    // Beside the arrow: its ink, half as high as the line, is crossed by none.
+    const Rect text = labels[std::to_string(arc.number)].box;
+    const Rect ink{text.left, text.top + text.height() / 4, text.right,
+                   text.bottom - text.height() / 4};
+    for (const ArcPlace &other : layout.arcs)
+      for (double share = 0; share <= 1; share += 0.002) {
+        const Point from = other.path.front();
+        const Point to = other.path.back();
+        const Point on{static_cast<int>(from.x + (to.x - from.x) * share),
+                       static_cast<int>(from.y + (to.y - from.y) * share)};
+        ASSERT_FALSE(ink.contains(on)) << arc.number << " is crossed by " << other.number;
+      }
     for (const NodePlace &node : layout.nodes)
       EXPECT_FALSE(overlap(node.box, labels[std::to_string(arc.number)].box));
   }
@@ -252,6 +264,31 @@ TEST_F(DrawTest, StylesAndMarksShow) {
   EXPECT_EQ(red_boxes, 1);
   MarkItemSelection(wi, 2, 0);
   EXPECT_EQ(wi->seg_ments[2]->status & kSelected, 0U);
+}
+
+TEST_F(DrawTest, ParametersConstantsAndTheResultAreToldApart) {
+  WinInfo *wi = picture("f");
+  place_node(wi, kHexagon, kBold, "int", {0, 300, 60, 330});
+  place_node(wi, kHexagon, kBold, "int", {0, 0, 60, 30});
+  place_node(wi, kHexagon, kPlain, "#1", {100, 0, 160, 30});
+  place_node(wi, kHexagon, kDouble, "int", {200, 0, 260, 30});
+  LogCanvas canvas;
+  DrawVeloraWindow(wi, canvas);
+  std::vector<Colour> fills;
+  for (const LogCanvas::Shape &shape : canvas.shapes)
+    if (shape.kind == 'p' && shape.brush.filled)
+      fills.push_back(shape.brush.colour);
+  ASSERT_EQ(fills.size(), 4U);
+  for (std::size_t i = 0; i < fills.size(); ++i)
+    for (std::size_t other = 0; other < i; ++other)
+      EXPECT_NE(fills[i], fills[other]) << i << ' ' << other;
+  ASSERT_EQ(canvas.lines.size(), 1U) << "the line below the result";
+  EXPECT_GT(canvas.lines[0].from.y, 330);
+  MarkItemSelection(wi, 2, 1);
+  wi->wtype = kNetworkPicture;
+  LogCanvas network;
+  DrawVeloraWindow(wi, network);
+  EXPECT_EQ(network.lines.size(), 0U);
 }
 
 TEST_F(DrawTest, PaintingChangesNothingAndClicksFindWhatIsDrawn) {

@@ -2,6 +2,7 @@
 #include "unit/shell/hand_kit.h"
 
 #include "editor/needs.h"
+#include "kit/log_canvas.h"
 
 namespace velora {
 
@@ -122,6 +123,24 @@ TEST_F(Hand, ClicksAndBandsChoose) {
   EXPECT_EQ(chosen(), std::to_string(b));
   key(Key::down, kControl);
   EXPECT_EQ(chosen(), std::to_string(c));
+}
+
+TEST_F(Hand, TheLineOfTheBandLeavesNodesReadable) {
+  open();
+  for (const int x : {250, 80})
+    place(601, {x, 20}, "int");
+  kit::LogCanvas canvas;
+  paint_window(wi->win, canvas);
+  int pieces = 0;
+  for (const kit::LogCanvas::Line &line : canvas.lines) {
+    if (line.pen.style != PenStyle::dotted || line.from.y != NodeHeight(wi))
+      continue;
+    ++pieces;
+    for (const int slot : {2, 3})
+      EXPECT_TRUE(line.to.x <= seg(slot)->lx || line.from.x >= seg(slot)->ux)
+          << line.from.x << " to " << line.to.x << " crosses " << slot;
+  }
+  EXPECT_EQ(pieces, 3);
 }
 
 TEST_F(Hand, NodesMoveSnapAndStayOutOfTheBand) {
