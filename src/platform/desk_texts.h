@@ -54,6 +54,10 @@ public:
   // Takes lines away from the front of the appended text, as many as leave `keep` characters or
   // more, soft breaks not counted; answers how many characters went, soft breaks among them.
   virtual std::size_t drop_front(WindowId win, std::size_t keep) = 0;
+  // Puts a text in front of the appended one, in place of what went from there.
+  virtual void prepend_text(WindowId win, std::string_view text) = 0;
+  // How many characters of a line are in sight; 0 when that is not known.
+  virtual std::size_t columns(WindowId win) = 0;
   virtual EditState edit_state(WindowId win) = 0;
   virtual void edit(WindowId win, EditCommand command) = 0;
   virtual TextRange selection(WindowId win) = 0;

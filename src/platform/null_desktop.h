@@ -21,6 +21,8 @@ public:
   std::string typed_text(WindowId) override { return {}; }
   void set_typed_text(WindowId, std::string_view) override {}
   std::size_t drop_front(WindowId, std::size_t) override { return 0; }
+  void prepend_text(WindowId, std::string_view) override {}
+  std::size_t columns(WindowId) override { return 0; }
   EditState edit_state(WindowId) override { return {}; }
   void edit(WindowId, EditCommand) override {}
   TextRange selection(WindowId) override { return {}; }

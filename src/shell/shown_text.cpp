@@ -39,13 +39,19 @@ void ShownText::flush(WindowId win) {
   if (waiting_.empty())
     return;
   const std::size_t from = make_way(win);
-  const Piece piece = for_window(from);
+  const Piece piece = for_window(win, from);
   waiting_.clear();
   standing_out_.clear();
   shown_ += count_characters(piece.text);
   gDesktop->append_text(win, piece.text, piece.standing_out);
-  if (shown_ > most_)
-    shown_ -= std::min(shown_, gDesktop->drop_front(win, kept_));
+  if (shown_ <= most_)
+    return;
+  const std::size_t dropped = gDesktop->drop_front(win, kept_);
+  shown_ -= std::min(shown_, dropped);
+  if (dropped == 0)
+    return;
+  gDesktop->prepend_text(win, cut_);
+  shown_ += count_characters(cut_);
 }
 
 // A piece that is more than the window shall hold takes the place of all that stood there. Answers
@@ -72,9 +78,9 @@ void ShownText::forget() {
   ends_standing_out_ = false;
 }
 
-ShownText::Piece ShownText::for_window(std::size_t from) {
+ShownText::Piece ShownText::for_window(WindowId win, std::size_t from) {
   const std::string_view text = waiting_;
-  const std::size_t limit = longest_shown_line(text.size() - from);
+  const std::size_t limit = longest_shown_line(text.size() - from, gDesktop->columns(win));
   Piece piece;
   piece.text.reserve((text.size() - from) * (limit + 2) / limit);
   std::size_t at = from;

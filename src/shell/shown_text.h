@@ -22,6 +22,13 @@ inline constexpr std::size_t kBulk = 8'000;
 constexpr std::size_t longest_shown_line(std::size_t size) {
   return size > kBulk ? kLongestBulkLine : kLongestShownLine;
 }
+// The same in a window that shows that many characters of a line: where much text comes at once its
+// lines are broken within what is in sight, a little earlier than LineBreaker breaks at the latest,
+// so that the window need not break them again and leave ragged ends.
+constexpr std::size_t longest_shown_line(std::size_t size, std::size_t columns) {
+  constexpr std::size_t kFewest = 40;
+  return size > kBulk && columns >= kFewest ? columns * 4 / 5 : longest_shown_line(size);
+}
 
 // Where lines are broken that are longer than `limit` units: behind a blank, or before a character
 // when none has come for a quarter of the limit. It is asked about each unit of a text in turn.
@@ -47,7 +54,7 @@ struct LineBreaker {
 class ShownText {
 public:
   // The window keeps at least `kept` characters; once it holds more than `most` the older ones go.
-  // `cut` is what stands in place of text that came and went in one piece.
+  // `cut` is what stands in place of those.
   ShownText(std::size_t kept, std::size_t most, std::string_view cut)
       : kept_(kept), most_(most), cut_(cut) {}
 
@@ -72,7 +79,7 @@ private:
     std::string text;
     std::vector<TextRange> standing_out;
   };
-  Piece for_window(std::size_t from);
+  Piece for_window(WindowId win, std::size_t from);
   void add_broken(std::string &shown, std::string_view text, std::size_t limit);
   std::size_t make_way(WindowId win);
 

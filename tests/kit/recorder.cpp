@@ -225,6 +225,10 @@ std::size_t RecorderDesktop::drop_front(WindowId win, std::size_t keep) {
   return dropped;
 }
 
+void RecorderDesktop::prepend_text(WindowId win, std::string_view text) {
+  windows[win].text.insert(0, text);
+}
+
 void RecorderDesktop::edit(WindowId win, EditCommand command) {
   constexpr const char *kNames[] = {"undo", "cut", "copy", "paste", "clear"};
   note_call("edit %d %s", win, kNames[static_cast<int>(command)]);

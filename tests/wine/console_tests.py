@@ -262,6 +262,8 @@ def test_copy(desk):
     desk.command(204)
     desk.pause(500)
     check("#89001 #89002 #89003 " in desk.do("clipboard"), "copied")
+    check(desk.do("clipboard").startswith("[earlier text: File, Save CONTROL Text...]\n"),
+          "what went has a mark in its place: " + desk.do("clipboard")[:80])
     tail = " ".join(f"#{i}" for i in range(60000, 90001)) + " ]\n"
     check(tail in desk.do("clipboard"), "no break is left")
     milliseconds = int(desk.do("drag", 20))

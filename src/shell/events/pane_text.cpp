@@ -53,6 +53,13 @@ std::size_t PaneText::drop_front(std::size_t keep) {
   return characters;
 }
 
+void PaneText::prepend(std::string_view text) {
+  text_.insert(0, text);
+  mark_ += text.size();
+  selection_ = {text_.size(), text_.size()};
+  steps_.clear();
+}
+
 void PaneText::select(TextRange range) {
   selection_ = {std::min(range.start, text_.size()), std::min(range.end, text_.size())};
 }

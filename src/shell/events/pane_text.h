@@ -27,6 +27,7 @@ public:
   void append(std::string_view text);
   void set_typed(std::string_view text);
   std::size_t drop_front(std::size_t keep);
+  void prepend(std::string_view text);
   void select(TextRange range);
 
   // What the user does; true when the text changed.

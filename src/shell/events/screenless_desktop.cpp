@@ -120,6 +120,11 @@ std::size_t ScreenlessDesktop::drop_front(WindowId win, std::size_t keep) {
   return window == nullptr ? 0 : window->pane.drop_front(keep);
 }
 
+void ScreenlessDesktop::prepend_text(WindowId win, std::string_view text) {
+  if (Window *window = find(win))
+    window->pane.prepend(text);
+}
+
 EditState ScreenlessDesktop::edit_state(WindowId win) {
   const Window *window = find(win);
   return window == nullptr ? EditState{} : window->pane.state();

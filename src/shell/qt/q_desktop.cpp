@@ -214,6 +214,16 @@ std::size_t QtDesktop::drop_front(WindowId win, std::size_t keep) {
   return pane == nullptr ? 0 : pane->drop_front(keep);
 }
 
+void QtDesktop::prepend_text(WindowId win, std::string_view text) {
+  if (TextPane *pane = pane_of(win))
+    pane->prepend(text);
+}
+
+std::size_t QtDesktop::columns(WindowId win) {
+  const TextPane *pane = pane_of(win);
+  return pane == nullptr ? 0 : pane->columns();
+}
+
 EditState QtDesktop::edit_state(WindowId win) {
   const TextPane *pane = pane_of(win);
   return pane == nullptr ? EditState{} : pane->state();

@@ -22,6 +22,8 @@ public:
   std::string typed_text(WindowId win) override;
   void set_typed_text(WindowId win, std::string_view text) override;
   std::size_t drop_front(WindowId win, std::size_t keep) override;
+  void prepend_text(WindowId win, std::string_view text) override;
+  std::size_t columns(WindowId win) override;
   EditState edit_state(WindowId win) override;
   void edit(WindowId win, EditCommand command) override;
   TextRange selection(WindowId win) override;

@@ -174,6 +174,18 @@ std::size_t TextPane::drop_front(std::size_t keep) {
   return characters;
 }
 
+void TextPane::prepend(std::string_view text) {
+  const OwnChange own(own_change_);
+  const int before = document()->characterCount();
+  insert_shown(0, text, {});
+  front_dropped(before - document()->characterCount());
+}
+
+std::size_t TextPane::columns() const {
+  const int letter = std::max(1, fontMetrics().horizontalAdvance(QLatin1Char('0')));
+  return static_cast<std::size_t>(std::max(0, viewport()->width() / letter));
+}
+
 EditState TextPane::state() const {
   EditState state;
   state.can_undo = document()->isUndoAvailable();

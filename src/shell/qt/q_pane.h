@@ -49,6 +49,10 @@ public:
   virtual void set_typed(std::string_view) {}
   // Takes lines away from the front so that `keep` characters or more are left; how many went.
   std::size_t drop_front(std::size_t keep);
+  // Puts a text in front of everything.
+  void prepend(std::string_view text);
+  // How many letters of a line are in sight.
+  [[nodiscard]] std::size_t columns() const;
 
   [[nodiscard]] virtual EditState state() const;
   virtual void edit(EditCommand command);

@@ -202,6 +202,16 @@ std::size_t Win32Desktop::drop_front(WindowId win, std::size_t keep) {
   return window != nullptr && window->edit != nullptr ? drop_front_of(*window, keep) : 0;
 }
 
+void Win32Desktop::prepend_text(WindowId win, std::string_view text) {
+  if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
+    prepend_edit_text(*window, text);
+}
+
+std::size_t Win32Desktop::columns(WindowId win) {
+  const Window *window = find_window(win);
+  return window != nullptr && window->edit != nullptr ? columns_of(*window) : 0;
+}
+
 EditState Win32Desktop::edit_state(WindowId win) {
   const Window *window = find_window(win);
   return window != nullptr && window->edit != nullptr ? edit_state_of(*window) : EditState{};

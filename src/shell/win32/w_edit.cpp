@@ -361,6 +361,36 @@ std::size_t drop_front_of(Window &window, std::size_t keep) {
   return characters;
 }
 
+void prepend_edit_text(Window &window, std::string_view text) {
+  const OwnChange own(window);
+  const DrawnOnce once(window.edit);
+  const std::wstring wide = to_edit(text);
+  const auto added = static_cast<DWORD>(wide.size());
+  const EditRange before = selection_of(window);
+  replace(window, {0, 0}, wide);
+  window.mark += added;
+  for (EditRange &r : window.messages)
+    r = {r.start + added, r.end + added};
+  for (DWORD &at : window.soft_breaks)
+    at += added;
+  if (window.kind != kControlWindow)
+    begin_steps(window);
+  SendMessageW(window.edit, EM_SETSEL, before.start + added,
+               static_cast<LPARAM>(before.end + added));
+  SendMessageW(window.edit, EM_SCROLLCARET, 0, 0);
+}
+
+std::size_t columns_of(const Window &window) {
+  const WindowDC dc(window.edit);
+  const Selected font(dc, text_font(dpi_of(window.hwnd), window.points));
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(dc, &metrics);
+  RECT box{};
+  SendMessageW(window.edit, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&box));
+  const LONG letters = (box.right - box.left) / std::max(metrics.tmAveCharWidth, LONG{1});
+  return static_cast<std::size_t>(std::max(letters, LONG{0}));
+}
+
 void do_edit(Window &window, EditCommand command) {
   switch (command) {
   case EditCommand::undo:

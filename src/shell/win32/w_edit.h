@@ -56,6 +56,9 @@ std::string typed_text_of(const Window &window);
 void set_typed(Window &window, std::string_view text);
 // Takes lines from the front, those for showing too, as Desktop::drop_front.
 std::size_t drop_front_of(Window &window, std::size_t keep);
+void prepend_edit_text(Window &window, std::string_view text);
+// How many letters of a line are in sight.
+std::size_t columns_of(const Window &window);
 EditState edit_state_of(const Window &window);
 void do_edit(Window &window, EditCommand command);
 // Makes the letters larger or smaller; 0 gives them their usual size.

@@ -33,6 +33,9 @@ TEST_F(ConsoleWindow, TypedLineIsAnsweredAndThePromptStandsAgain) {
 TEST_F(ConsoleWindow, UnmatchedTextIsRefusedAndCanBeRecalled) {
   type("head [#1\n");
   EXPECT_EQ(news(), "head [#1\nUnmatched square brackets\nPlease re-type QUERY:\nQUERY> ");
+  EXPECT_TRUE(std::any_of(desktop().log.begin(), desktop().log.end(), [](const std::string &line) {
+    return line.starts_with("stands out ") && line.find("Unmatched") != std::string::npos;
+  })) << "it looks like any other message";
   type("(+ #1\n");
   EXPECT_EQ(news(), "(+ #1\nUnmatched round brackets\nPlease re-type QUERY:\nQUERY> ");
   type("\"abc\n");
@@ -126,6 +129,36 @@ TEST_F(ConsoleWindow, LongAnswerKeepsTheNewestInTheWindowAndAllInTheLog) {
   EXPECT_NE(log.str().find("[ #1 #2 #3 "), std::string::npos);
   EXPECT_NE(log.str().find("#99999 #100000 #100001 "), std::string::npos) << "lines are not broken";
   std::remove(file.c_str());
+}
+
+TEST_F(ConsoleWindow, WhatWentFromTheFrontHasAMarkInItsPlace) {
+  const std::string mark = "[earlier text: File, Save CONTROL Text...]\n";
+  const std::string line = std::string(60, 'x') + "\n";
+  for (int round = 0; round < 3; ++round) {
+    for (std::size_t told = 0; told < kMostCharacters; told += 100 * line.size()) {
+      for (int i = 0; i < 100; ++i)
+        DisplayResponse(line);
+      gDesktopConsole.show();
+    }
+    EXPECT_TRUE(shown().starts_with(mark)) << round << ": " << shown().substr(0, 80);
+    EXPECT_EQ(shown().find(mark, 1), std::string::npos) << "one mark";
+    EXPECT_LE(shown().size(), kMostCharacters + mark.size());
+  }
+}
+
+TEST_F(ConsoleWindow, MuchTextIsBrokenWithinWhatIsInSight) {
+  desktop().columns_in_sight = 60;
+  std::string numbers;
+  for (int i = 0; i < 4000; ++i)
+    numbers += "#" + std::to_string(i * 37 % 5000) + " ";
+  DisplayResponse("\n" + numbers + "\n" + std::string(9000, 'w') + "\n");
+  std::stringstream lines(news());
+  int full = 0;
+  for (std::string line; std::getline(lines, line);) {
+    EXPECT_LE(line.size(), 60U);
+    full += line.size() > 40 ? 1 : 0;
+  }
+  EXPECT_GT(full, 300);
 }
 
 TEST_F(ConsoleWindow, LongLinesAreBrokenForTheWindowAtBlanks) {
