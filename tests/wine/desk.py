@@ -10,6 +10,7 @@ import struct
 import subprocess
 import sys
 import time
+import zlib
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 BUILD = os.path.join(ROOT, "build", "windows")
@@ -70,7 +71,8 @@ def build():
                   for end in (".cpp", "_text.h", "_windows.h"))
     if not os.path.exists(DRIVER) or os.path.getmtime(DRIVER) < changed:
         subprocess.run([COMPILER, "-std=c++20", "-O1", "-static", "-s", "-Wall", "-Wextra",
-                        "-o", DRIVER, source, "-luser32"], check=True)
+                        "-o", DRIVER, source, "-luser32", "-loleacc", "-loleaut32", "-lole32",
+                        "-luuid"], check=True)
 
 
 class Screen:
@@ -233,3 +235,20 @@ def pixels(bitmap):
         blue, green, red = bitmap[start:start + 3]
         return red, green, blue
     return width, height, at
+
+
+def png_size(image):
+    """Width and height of an image whose every line is whole."""
+    check(image[:8] == b"\x89PNG\r\n\x1a\n", "no image file")
+    at, packed, size = 8, b"", (0, 0, 0, 0)
+    while at < len(image):
+        length, kind = struct.unpack_from(">I4s", image, at)
+        if kind == b"IHDR":
+            size = struct.unpack_from(">IIBB", image, at + 8)
+        elif kind == b"IDAT":
+            packed += image[at + 8:at + 8 + length]
+        at += length + 12
+    width, height, depth, colour = size
+    dot = depth * {0: 1, 2: 3, 3: 1, 6: 4}[colour]
+    check(len(zlib.decompress(packed)) == height * (1 + (width * dot + 7) // 8), "lines are missing")
+    return width, height

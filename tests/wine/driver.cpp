@@ -4,6 +4,10 @@
 // travel as "\n". Started by the test `run` beside it.
 #include "driver_windows.h"
 
+#include <ole2.h>
+
+#include <oleacc.h>
+
 #include <cstring>
 #include <iostream>
 #include <map>
@@ -134,6 +138,33 @@ Answer do_ctrl_shift(const Arguments &a) {
   const Answer answer = do_ctrl(a);
   keybd_event(VK_SHIFT, 0, KEYEVENTF_KEYUP, 0);
   return answer;
+}
+
+// described CLASS TITLE: what a screen reader hears of the inside: name, description, role.
+Answer do_described(const Arguments &a) {
+  const HWND window = one_window(a[0], a[1]);
+  const HWND edit = edit_of(window);
+  void *found = nullptr;
+  if (window == nullptr ||
+      AccessibleObjectFromWindow(edit != nullptr ? edit : window, static_cast<DWORD>(OBJID_CLIENT),
+                                 IID_IAccessible, &found) != S_OK)
+    return {false, ""};
+  auto *heard = static_cast<IAccessible *>(found);
+  VARIANT itself{};
+  itself.vt = VT_I4;
+  VARIANT role{};
+  BSTR name = nullptr;
+  BSTR description = nullptr;
+  heard->get_accName(itself, &name);
+  heard->get_accDescription(itself, &description);
+  heard->get_accRole(itself, &role);
+  const auto told = [](BSTR text) { return text == nullptr ? std::string() : narrow(text); };
+  const std::string all =
+      told(name) + "|" + told(description) + "|" + std::to_string(static_cast<int>(role.lVal));
+  SysFreeString(name);
+  SysFreeString(description);
+  heard->Release();
+  return {true, all};
 }
 
 // system CLASS TITLE CODE: a command of the window's own menu, as its buttons give.
@@ -410,6 +441,7 @@ const std::map<std::string, Row> kCommands = {
     {"fill_next", {do_fill_next, 1}},
     {"line_height", {do_line_height, 2}},
     {"ctrl_shift", {do_ctrl_shift, 1}},
+    {"described", {do_described, 2}},
 };
 
 Answer obey(const std::string &line) {
@@ -428,6 +460,7 @@ Answer obey(const std::string &line) {
 } // namespace
 
 int main() {
+  CoInitialize(nullptr);
   std::string line;
   while (std::getline(std::cin, line)) {
     while (!line.empty() && line.back() == '\r')

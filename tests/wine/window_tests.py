@@ -3,7 +3,7 @@ import os
 import shutil
 import time
 
-from desk import PROGRAM, ROOT, SLOW, Desk, check, check_soon, pixels
+from desk import PROGRAM, ROOT, SLOW, Desk, check, check_soon, pixels, png_size
 
 ORVEK = "fdec\n twice ::= int -> int ;\n;\nfdef\n twice ?0 ::= + ?0 ?0 ;\n;\n"
 
@@ -86,8 +86,24 @@ def test_database(desk):
     desk.choose_file("shot.bmp", "Save")
     desk.shows("Window saved in file")
     width, height, at = pixels(desk.file("shot.bmp"))
-    dark = sum(at(x, y) == (0, 0, 0) for x in range(width) for y in range(height))
+    dots = [at(x, y) for x in range(width) for y in range(height)]
+    dark = dots.count((0, 0, 0))
     check(dark > 500, f"the picture is drawn: {dark} black dots")
+    soft = sum(1 for r, g, b in dots if r == g == b and 0 < r < 255)
+    check(soft > 500, f"its lines and letters are smooth: {soft} grey dots")
+    desk.command(1663)
+    desk.choose_file("shot.png", "Save")
+    desk.shows("shot.png\n")
+    check(png_size(desk.file("shot.png")) == (width, height), "the same picture as an image")
+    desk.command(1664)
+    desk.choose_file("shot.svg", "Save")
+    desk.shows("shot.svg\n")
+    check(b">square</text>" in desk.file("shot.svg"), "the picture as a drawing")
+    heard = desk.do("described", "FunctionChild", "")
+    check(heard.startswith("quadratic [1 of 1]|quadratic: result real, input box ") and
+          heard.endswith("|40"), "a screen reader hears: " + heard)
+    heard = desk.do("described", "ControlChild", "")
+    check(heard.startswith("CONTROL [") and heard.endswith("|42"), "of CONTROL: " + heard)
     desk.do("activate", "FunctionChild", "")
     desk.command(302)
     time.sleep(0.5)

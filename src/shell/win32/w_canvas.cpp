@@ -174,6 +174,11 @@ void ImageCanvas::ellipse(const Rect &box, const Pen &pen, const Brush &brush) {
 // Each letter stands in its cell, however wide the font at hand is.
 void ImageCanvas::text(Point at, std::string_view text, const Font &font, Colour colour) {
   const double scale = view_.scale;
+  const Rect seen = shapes_.clip();
+  const Rect cells = dots_of({at.x, at.y, at.x + text_width(text, font), at.y + text_height(font)});
+  if (cells.right <= seen.left || cells.left >= seen.right || cells.bottom <= seen.top ||
+      cells.top >= seen.bottom)
+    return;
   const PictureFont &made = picture_font(font, scale);
   const Selected use(dc_, made.font.get());
   const double left = (at.x - view_.origin.x) * scale;

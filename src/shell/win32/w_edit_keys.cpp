@@ -11,6 +11,7 @@
 #include "shell/win32/w_edit.h"
 #include "shell/win32/w_edit_paint.h"
 #include "shell/win32/w_guard.h"
+#include "shell/win32/w_names.h"
 #include "shell/win32/w_spots.h"
 #include "shell/win32/w_steps.h"
 
@@ -253,6 +254,9 @@ LRESULT edit_keys(HWND edit, UINT message, WPARAM wparam, LPARAM lparam, DWORD_P
     return 0;
   if (spot_before(*window, message, lparam))
     return TRUE;
+  LRESULT described = 0;
+  if (message == WM_GETOBJECT && describe(*window, edit, wparam, lparam, described))
+    return described;
   if (edit_message(*window, message, wparam))
     return message == WM_ERASEBKGND ? 1 : 0;
   if (const UINT meant = clipboard_message(*window, message, wparam); meant != 0)

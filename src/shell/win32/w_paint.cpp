@@ -8,6 +8,7 @@
 #include "shell/desk_events.h"
 #include "shell/win32/w_canvas.h"
 #include "shell/win32/w_edit_paint.h"
+#include "shell/win32/w_png.h"
 #include "shell/win32/w_windows.h"
 
 namespace velora::win32 {
@@ -184,7 +185,10 @@ bool save_bitmap(Window &window, const std::string &file) {
     draw_edit(image, window, all);
   else
     draw_into(image, window, POINT{window.extent.left, window.extent.top}, all);
-  return write_bitmap(image, image.finished(), width, height, file);
+  if (!file.ends_with(".png"))
+    return write_bitmap(image, image.finished(), width, height, file);
+  const std::string content = png_of(image.finished());
+  return !content.empty() && write_or_tell(file, content);
 }
 
 } // namespace velora::win32

@@ -7,6 +7,7 @@
 #include "shell/win32/w_edit.h"
 #include "shell/win32/w_guard.h"
 #include "shell/win32/w_modal.h"
+#include "shell/win32/w_names.h"
 #include "shell/win32/w_objects.h"
 #include "shell/win32/w_steps.h"
 #include "shell/win32/w_windows.h"
@@ -158,6 +159,8 @@ LRESULT drawn_window(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
     return DefWindowProcW(hwnd, message, wparam, lparam);
   LRESULT result = 0;
   if (common_message(*window, message, wparam, lparam, result))
+    return result;
+  if (message == WM_GETOBJECT && describe(*window, hwnd, wparam, lparam, result))
     return result;
   if (drawn_message(*window, message, wparam, lparam))
     return message == WM_ERASEBKGND ? 1 : 0;
