@@ -54,6 +54,9 @@ constexpr const char *kTyping =
     "| drop a box on an arrow | put it in between |\n"
     "| drag on the ground | choose what lies in the rectangle |\n"
     "| double click | edit the label; in a network open the function; on the ground type a name |\n"
+    "| right button | choose what lies there, and show what can be done with it where the desktop "
+    "has "
+    "a menu for that |\n"
     "| Ctrl+wheel | zoom at the pointer |\n"
     "| middle button, or Space and drag | move the picture in its window |\n";
 

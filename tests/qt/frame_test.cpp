@@ -2,10 +2,18 @@
 #include "qt/window_kit.h"
 
 #include <QAction>
+#include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QMdiArea>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QUrl>
 
+#include "db/f_dbops.h"
+#include "shell/command_numbers.h"
 #include "shell/desk_events.h"
 #include "shell/qt/q_text.h"
 #include "shell/vel_wins.h"
@@ -103,6 +111,53 @@ TEST_F(FrameWindow, DatabaseIsOpenedSavedAndNamedInTheTitle) {
   EXPECT_NE(news().find("#42\n"), std::string::npos);
   EXPECT_TRUE(wait_for([] { return frame().windowTitle() == QLatin1String("Velora 4.7.4 - own"); }))
       << qt::narrow(frame().windowTitle());
+}
+
+// A database that is dragged here from a window of files.
+TEST_F(FrameWindow, DroppedDatabaseIsOpened) {
+  kit::write_file("dropped.ddb", "fdec\n thrice ::= int -> int ;\n;\n");
+  QMimeData data;
+  const QString file = QFileInfo(QStringLiteral("dropped.ddb")).absoluteFilePath();
+  data.setUrls({QUrl::fromLocalFile(file)});
+  QDragEnterEvent enters({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&frame(), &enters);
+  EXPECT_TRUE(enters.isAccepted());
+  QDropEvent falls({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&frame(), &falls);
+  settle();
+  EXPECT_TRUE(gDDB_basename.ends_with("dropped")) << gDDB_basename;
+  data.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/picture.png"))});
+  QDragEnterEvent other({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  other.ignore();
+  QApplication::sendEvent(&frame(), &other);
+  EXPECT_FALSE(other.isAccepted());
+}
+
+// The tool that a click would use is marked, on the bar of the picture in use, and the status line
+// says what it waits for.
+TEST_F(FrameWindow, ToolInUseIsMarked) {
+  choose(kCmdNewFunction);
+  auto *bars = &frame();
+  QAction *tool = nullptr;
+  for (QToolBar *bar : bars->findChildren<QToolBar *>())
+    if (bar->isVisible())
+      for (QAction *action : bar->actions())
+        if (action->objectName() == QStringLiteral("tool%1").arg(kCmdAddFunctions))
+          tool = action;
+  ASSERT_NE(tool, nullptr);
+  tool->trigger();
+  settle();
+  EXPECT_TRUE(tool->isChecked());
+  EXPECT_FALSE(frame().statusBar()->currentMessage().isEmpty());
+  key(window("Functions").view, Qt::Key_Escape);
+  EXPECT_FALSE(tool->isChecked());
+  EXPECT_EQ(frame().statusBar()->currentMessage(), QString());
+}
+
+TEST_F(FrameWindow, WindowInUseIsClosedByItsCommand) {
+  choose(kCmdNewFunction);
+  choose(kCmdCloseWindow);
+  EXPECT_EQ(windows_titled("Functions"), 0);
 }
 
 } // namespace velora

@@ -2,8 +2,11 @@
 // whatever is scrolled away and however large it is drawn.
 #include "qt/window_kit.h"
 
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
+#include <QTimer>
 
 #include <cstdio>
 #include <ctime>
@@ -106,6 +109,32 @@ TEST_F(PictureWindow, IsDrawnWhereItStands) {
   const auto dot = [&](int x, int y) { return qGray(shown.pixel(view.dot_at({x, y}).toPoint())); };
   EXPECT_LT(dot(box.left + box.width() / 4, box.top), 160);
   EXPECT_EQ(dot(box.left - 30, box.top - 12), 255);
+}
+
+// The right button chooses what lies under it and shows what can be done with it.
+TEST_F(PictureWindow, RightButtonShowsAMenuForWhatLiesThere) {
+  qt::PictureArea &view = open();
+  const int slot = place_box(view, {200, 150}, "append");
+  key(&view, Qt::Key_Escape);
+  click(view, {20, 300});
+  EXPECT_EQ(selected_node(picture_of(view.id())), 0);
+  const QPoint at = view.dot_at({200, 150}).toPoint();
+  bool removable = false;
+  QTimer::singleShot(50, &view, [&removable] {
+    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    for (QAction *action : menu->actions())
+      removable =
+          removable || (action->objectName() == QStringLiteral("item%1").arg(kCmdClearSelection) &&
+                        action->isEnabled());
+    menu->close();
+  });
+  QTest::mousePress(view.viewport(), Qt::RightButton, {}, at);
+  QContextMenuEvent asked(QContextMenuEvent::Mouse, at, view.viewport()->mapToGlobal(at));
+  QApplication::sendEvent(view.viewport(), &asked);
+  QTest::mouseRelease(view.viewport(), Qt::RightButton, {}, at);
+  EXPECT_TRUE(removable);
+  EXPECT_EQ(selected_node(picture_of(view.id())), slot);
 }
 
 // Nothing that is in sight is left out, however many dots a unit has and whatever is scrolled away.

@@ -82,6 +82,7 @@ void repaint(const WinInfo *wi) {
 
 void enter(HandState state) {
   gHand.state = state;
+  gHand.rim = 0;
 }
 
 // Snaps one coordinate of what is moved to the same of its neighbours, within reach.
@@ -225,7 +226,25 @@ void press_plain(WinInfo *wi, const MouseEvent &event, const PictureLayout &layo
   enter(HandState::pressed);
 }
 
+// The node on whose lower rim a point lies, where an arrow may begin; 0 for none.
+int rim_at(const WinInfo *wi, const PictureLayout &layout, Point at) {
+  for (const NodePlace &place : layout.nodes)
+    if (on_rim(place, at) && has_rim(wi, place.seg->segnum))
+      return place.seg->segnum;
+  return 0;
+}
+
+// What the menu of the right button will act on: what is chosen, if the pointer is on that.
+void choose_under(WinInfo *wi, const PictureLayout &layout, Point at) {
+  const int hit = hit_at(wi, layout, at, false);
+  const Segm *seg = wi->seg_ments[hit];
+  if (seg != nullptr && (seg->status & kSelected) == 0)
+    select_only(wi, hit);
+}
+
 void idle_mouse(WinInfo *wi, const MouseEvent &event) {
+  if (event.kind == MouseKind::move)
+    gHand.rim = greqMode == 0 ? rim_at(wi, lay_out_picture(wi), event.at) : 0;
   if (event.kind != MouseKind::down && event.kind != MouseKind::double_click)
     return;
   const PictureLayout layout = lay_out_picture(wi);
@@ -238,6 +257,9 @@ void idle_mouse(WinInfo *wi, const MouseEvent &event) {
     press_tool(wi, event, hit_at(wi, layout, event.at, true));
   } else if (event.button == MouseButton::left) {
     press_plain(wi, event, layout);
+  } else if (event.button == MouseButton::right) {
+    choose_under(wi, layout, event.at);
+    repaint(wi);
   }
 }
 
@@ -292,30 +314,6 @@ void banding_mouse(WinInfo *wi, const MouseEvent &event) {
   enter(HandState::idle);
   select_in_band(wi, Rect{gHand.from.x, gHand.from.y, event.at.x, event.at.y}.normalised(),
                  event.held.shift);
-}
-
-// The missing input of a box that the pointer is at; -1 for none.
-int stub_at(const WinInfo *wi, int slot, Point at) {
-  constexpr int kReach = 8;
-  const Segm *node = wi->seg_ments[slot];
-  if (node == nullptr || node->type != kBox || at.y >= node->ly ||
-      at.y < stub_tip(node->box(), 0, 1).y - kReach)
-    return -1;
-  const auto count = static_cast<int>(wanted_inputs(wi, node).size());
-  for (const int input : missing_inputs(wi, node)) {
-    const Point tip = stub_tip(node->box(), input, count);
-    if (std::abs(at.x - tip.x) <= kReach && std::abs(at.y - tip.y) <= kReach)
-      return input;
-  }
-  return -1;
-}
-
-// The box whose missing input the pointer is at; 0 for none.
-int box_with_stub_at(const WinInfo *wi, Point at) {
-  for (int slot = 1; slot <= wi->seg_ct; ++slot)
-    if (stub_at(wi, slot, at) >= 0)
-      return slot;
-  return 0;
 }
 
 void finish_join(WinInfo *wi, const MouseEvent &event) {
@@ -419,13 +417,6 @@ StateFunction function_of(HandState state) {
 }
 
 } // namespace
-
-Point stub_tip(const Rect &box, int input, int count) {
-  constexpr int kHeight = 7;
-  constexpr int kLeastApart = 16; // room for the number
-  const int apart = std::max(box.width() / (count + 1), kLeastApart);
-  return {box.centre().x + (2 * input - (count - 1)) * apart / 2, box.top - kHeight};
-}
 
 void place_with_tool(WinInfo *wi, Point at, int arc, bool keep_tool) {
   const int tool = greqMode;

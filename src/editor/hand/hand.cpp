@@ -136,6 +136,8 @@ CursorShape hand_cursor(const WinInfo *) {
     return CursorShape::ibeam;
   if (greqMode == kModeJoin)
     return greqNext != 0 ? CursorShape::end_join : CursorShape::start_join;
+  if (gHand.state == HandState::idle && greqMode == 0 && gHand.rim != 0)
+    return CursorShape::start_join;
   for (const ModeCursor &row : kModeCursors)
     if (row.mode == greqMode)
       return row.cursor;
@@ -168,6 +170,8 @@ const char *hand_hint(const WinInfo *wi) {
     return "Drag a box to its new place";
   if (greqMode == kToolParameter)
     return "Click above the dotted line for an input; with Shift the tool stays, Esc leaves it";
+  if (gHand.state == HandState::idle && greqMode == 0 && gHand.rim != 0)
+    return "Drag from here to draw an arrow";
   return places_nodes(greqMode) ? "Click where it shall stand, or on an arrow; with Shift the tool "
                                   "stays, Esc leaves it"
                                 : "";

@@ -48,6 +48,7 @@ struct Hand {
   Point from;        // where the button went down
   Point at;          // where the pointer is, in the picture
   bool over = false; // the pointer is over the picture
+  int rim = 0;       // idle: the node on whose lower rim it is, where an arrow can be begun
   int grabbed = 0;   // the node or arc that was pressed, 0 for the ground
   int start = 0;     // joining: the node that the arrow starts at
   int rejoined = 0;  // joining: the arc whose head is dragged, 0 for a new one

@@ -50,7 +50,7 @@ const char *tool_name(int mode) {
 }
 
 void set_up_fresh(WinInfo *wi) {
-  if (wi->saved == 0 || wi->seg_ct != 0)
+  if (wi->seg_ct != 0)
     return;
   if (wi->wtype == kNetworkPicture)
     wi->name = kNetworkName;

@@ -143,47 +143,49 @@ void press_and_release(EventRunner &runner, MouseKind kind, const AimedPoint &at
   send(runner, MouseKind::up, at, hold);
 }
 
-// One gesture at a point: the event itself, or with the events that come with it.
-template <MouseKind kind> bool do_mouse(EventRunner &runner, const std::string &rest) {
-  std::vector<std::string> words = event_words(rest);
-  AimedPoint at;
+// What a gesture is made of: one point or two, and the words behind them.
+struct Gesture {
+  AimedPoint from;
+  AimedPoint to;
   EventHold hold;
-  if (!aim(runner, words, at))
+  bool held = false; // any word was there
+};
+
+bool read_gesture(EventRunner &runner, const std::string &rest, bool two_points, Gesture &gesture) {
+  std::vector<std::string> words = event_words(rest);
+  if (!aim(runner, words, gesture.from) || (two_points && !aim(runner, words, gesture.to)))
     return false;
-  if (!read_hold(words, hold))
-    return runner.fail("words that mean nothing here: " + rest);
-  if (kind == MouseKind::move)
-    send(runner, kind, at, words.empty() ? without_button(hold) : hold);
-  else
-    send(runner, kind, at, hold);
+  gesture.held = !words.empty();
+  return read_hold(words, gesture.hold) || runner.fail("words that mean nothing here: " + rest);
+}
+
+// A single event of the mouse. It moves with a button held only when a word says so.
+template <MouseKind kind> bool do_mouse(EventRunner &runner, const std::string &rest) {
+  Gesture gesture;
+  if (!read_gesture(runner, rest, false, gesture))
+    return false;
+  const bool free = kind == MouseKind::move && !gesture.held;
+  send(runner, kind, gesture.from, free ? without_button(gesture.hold) : gesture.hold);
   return true;
 }
 
 bool do_click(EventRunner &runner, const std::string &rest) {
-  std::vector<std::string> words = event_words(rest);
-  AimedPoint at;
-  EventHold hold;
-  if (!aim(runner, words, at))
+  Gesture gesture;
+  if (!read_gesture(runner, rest, false, gesture))
     return false;
-  if (!read_hold(words, hold))
-    return runner.fail("words that mean nothing here: " + rest);
-  send(runner, MouseKind::move, at, without_button(hold));
-  press_and_release(runner, MouseKind::down, at, hold);
-  if (hold.twice)
-    press_and_release(runner, MouseKind::double_click, at, hold);
+  send(runner, MouseKind::move, gesture.from, without_button(gesture.hold));
+  press_and_release(runner, MouseKind::down, gesture.from, gesture.hold);
+  if (gesture.hold.twice)
+    press_and_release(runner, MouseKind::double_click, gesture.from, gesture.hold);
   return true;
 }
 
 // The way goes over the middle, since a hand does not jump.
 bool do_drag(EventRunner &runner, const std::string &rest) {
-  std::vector<std::string> words = event_words(rest);
-  AimedPoint from;
-  AimedPoint to;
-  EventHold hold;
-  if (!aim(runner, words, from) || !aim(runner, words, to))
+  Gesture gesture;
+  if (!read_gesture(runner, rest, true, gesture))
     return false;
-  if (!read_hold(words, hold))
-    return runner.fail("words that mean nothing here: " + rest);
+  const auto &[from, to, hold, held] = gesture;
   const AimedPoint middle{{(from.at.x + to.at.x) / 2, (from.at.y + to.at.y) / 2}, 0};
   send(runner, MouseKind::move, from, without_button(hold));
   send(runner, MouseKind::down, from, hold);

@@ -125,6 +125,10 @@ void make_accelerators() {
       keys[QString::fromUtf8(row.accelerator)] = row.number;
   for (const auto &[key, number] : keys) {
     commands_by_key[QKeySequence(key, QKeySequence::PortableText)] = number;
+    // Sub-windows have some keys of their own on some systems, which close them just as well.
+    if (QKeySequence::keyBindings(QKeySequence::Close)
+            .contains(QKeySequence(key, QKeySequence::PortableText)))
+      continue;
     auto *shortcut = new QShortcut(QKeySequence(key, QKeySequence::PortableText), &frame());
     shortcut->setObjectName(QStringLiteral("key%1").arg(number));
     QObject::connect(shortcut, &QShortcut::activated, shortcut,
@@ -231,6 +235,23 @@ void fill_user_menu(MenuBar bar, const std::string &header, const std::vector<st
                      [number] { guarded([=] { choose_command(number); }); });
     menus.labels[number++] = name.substr(0, kMostLabel);
   }
+}
+
+void show_picture_menu(const QPoint &at) {
+  if (!all_on)
+    return;
+  menu_opened();
+  QMenu shown;
+  shown.setObjectName(QStringLiteral("picture_menu"));
+  for (const char *label : {"Features", "Find", "Colour"})
+    for (QMenu *menu : menus_in(current).menus)
+      if (menu->objectName() == QLatin1String(label))
+        shown.addMenu(menu);
+  shown.addSeparator();
+  for (QMenu *menu : menus_in(current).menus)
+    if (menu->objectName() == QLatin1String("Edit"))
+      shown.addActions(menu->actions());
+  shown.exec(at);
 }
 
 std::string user_menu_label(MenuBar bar, int command) {

@@ -10,6 +10,7 @@
 #include "platform/desktop.h"
 
 class QMenu;
+class QPoint;
 
 namespace velora::qt {
 
@@ -23,6 +24,8 @@ void enable_whole_menu(MenuBar bar, const std::string &label, bool on);
 void enable_all_menus(bool on);
 void fill_user_menu(MenuBar bar, const std::string &header, const std::vector<std::string> &names,
                     int first_command);
+// Shows what can be done in a picture beside the pointer: the items of Edit, the other menus.
+void show_picture_menu(const QPoint &at);
 // The label of an item of a bar's user menu, at most 79 characters of it; empty for none.
 std::string user_menu_label(MenuBar bar, int command);
 // Does what an accelerator stands for; false when the keys are none.

@@ -16,6 +16,7 @@
 #include "shell/qt/q_frame.h"
 #include "shell/qt/q_guard.h"
 #include "shell/qt/q_input.h"
+#include "shell/qt/q_menus.h"
 #include "shell/qt/q_text.h"
 
 namespace velora::qt {
@@ -177,6 +178,16 @@ void PictureArea::mouseReleaseEvent(QMouseEvent *event) {
 
 void PictureArea::mouseDoubleClickEvent(QMouseEvent *event) {
   guarded([&] { pass_mouse(event, MouseKind::double_click); });
+}
+
+// It comes behind the press of the button, by which what lies there was chosen; the key for it
+// leaves what is chosen.
+void PictureArea::contextMenuEvent(QContextMenuEvent *event) {
+  guarded([&] {
+    if (shows_picture(kind_) && !command_runs())
+      show_picture_menu(event->globalPos());
+    event->accept();
+  });
 }
 
 // Something else took the mouse in the middle of a drag.
