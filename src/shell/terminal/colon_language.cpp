@@ -102,6 +102,8 @@ int colon_help(const std::string &argument) {
   }
   if (const HelpRow *row = find_help(argument)) {
     DisplayResponse(help_text(*row));
+    if (argument.starts_with("gr_") || argument.starts_with("mp_") || argument == "plotit")
+      DisplayResponse("  \":graphics save N FILE.svg\" writes what window N shows as a picture.\n");
     return 1;
   }
   for (const ColonCommand &row : colon_commands()) {
