@@ -32,7 +32,7 @@ class Terminal:
     def __init__(self, program, home, *options, **env):
         self.master, slave = pty.openpty()
         full = {k: v for k, v in os.environ.items() if k not in ("NO_COLOR", "XDG_STATE_HOME")}
-        full.update(HOME=home, TERM="xterm", LC_ALL="C.UTF-8", **env)
+        full.update({"HOME": home, "TERM": "xterm", "LC_ALL": "C.UTF-8"} | env)
         self.process = subprocess.Popen([program, *options], stdin=slave, stdout=slave,
                                         stderr=slave, cwd=home, env=full, start_new_session=True,
                                         preexec_fn=lambda: take_terminal(slave))
@@ -139,7 +139,21 @@ def check_completion(program, home, _):
     t.say(":ti\t", ":time")
     t.say("on\n", "QUERY> ")
     t.say("+ #1 #1 ;\n", "reductions", "QUERY> ")
+    t.say("+ \t", " more\nQUERY> + ")  # never more than a screen
+    assert t.seen().count("\n") < 30, "the list is longer than the screen"
+    t.say("#1 #4 ;\n", "#5\n")
     t.leave()
+
+
+def check_no_colour(program, home, _):
+    """An empty NO_COLOR is none; a terminal without a name has no colours."""
+    t = start(program, home, NO_COLOR="")
+    assert b"\x1b[1;36m" in t.raw, "an empty NO_COLOR takes the colour away"
+    t.leave()
+    bare = Terminal(program, home, TERM="")
+    bare.wait("QUERY> ")
+    assert b"\x1b[1;36m" not in bare.raw, "colour without a terminal's name"
+    bare.leave()
 
 
 def check_prompt_key(program, home, _):
@@ -345,7 +359,7 @@ def check_first_steps(program, home, _):
     assert t.leave() == 0, "status"
 
 
-CHECKS = [check_pages, check_it, check_first_steps,
+CHECKS = [check_pages, check_it, check_first_steps, check_no_colour,
           check_ends_of_the_session, check_two_ends_leave, check_running_query_is_ended,
           check_control_characters,
           check_answers, check_editing, check_completion, check_prompt_key, check_interrupt,

@@ -1,5 +1,6 @@
 // The line editor of the terminal: readline driven one key at a time, so that Ctrl+C reaches us
 // while it waits. The terminal is in its ordinary state whenever no line is being read.
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -63,6 +64,26 @@ char **complete(const char *text, int start, int) {
   return gCompleteNames == nullptr ? nullptr : rl_completion_matches(text, next_candidate);
 }
 
+// Lists what fits on the screen, in columns; whoever wants the rest types another letter.
+void show_matches(char **matches, int count, int longest) {
+  int rows = 0;
+  int width = 0;
+  rl_get_screen_size(&rows, &width);
+  const int wide = longest + 2;
+  const int columns = std::max(1, width / wide);
+  const int fitting = std::max(1, rows - 2) * columns;
+  const int shown = count <= fitting ? count : fitting - columns;
+  std::fputs("\n", rl_outstream);
+  for (int i = 1; i <= shown; ++i)
+    if (i % columns == 0 || i == shown)
+      std::fprintf(rl_outstream, "%s\n", matches[i]);
+    else
+      std::fprintf(rl_outstream, "%-*s", wide, matches[i]);
+  if (shown < count)
+    std::fprintf(rl_outstream, "... and %d more\n", count - shown);
+  rl_forced_update_display();
+}
+
 // --- history -----------------------------------------------------------------------------------
 
 // The file that keeps the history between runs, or an empty name when there is no place for it.
@@ -107,7 +128,7 @@ Editor::Editor(bool colour) : colour_(colour), file_(history_file()) {
   rl_readline_name = "velora";
   rl_catch_signals = 0; // the interrupt key is ours
   rl_variable_bind("show-all-if-ambiguous", "on");
-  rl_completion_query_items = 40; // more are listed after a question, a screen at a time
+  rl_completion_display_matches_hook = show_matches;
   rl_attempted_completion_function = complete;
   rl_basic_word_break_characters = " \t\n()[];'\"";
   rl_completer_word_break_characters = rl_basic_word_break_characters;
