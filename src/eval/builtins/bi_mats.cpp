@@ -30,9 +30,11 @@ std::size_t row_length(const node *row) {
   if (is_list(row) == 0)
     return 0;
   std::size_t length = 0;
-  for (; is_cell(row); row = cell_tail(row), ++length)
+  for (; is_cell(row); row = cell_tail(row), ++length) {
+    CheckForUserEvents(800);
     if (!is_number(cell_head(row)))
       return 0;
+  }
   return length;
 }
 
@@ -77,6 +79,7 @@ void mat_store(const node *list, Matrix &matrix) {
   for (std::size_t j = 0; is_cell(list); list = cell_tail(list), ++j) {
     float *place = matrix[j];
     for (const node *cell = cell_head(list); is_cell(cell); cell = cell_tail(cell)) {
+      CheckForUserEvents(800); // the rounding takes its time
       const node *value = cell_head(cell);
       *place++ = value->type == kInteger ? static_cast<float>(value->val.i) : rounded(value->val.r);
     }
@@ -129,6 +132,7 @@ int add_in_place(node **stack, int op) {
   for (node *right = own; is_cell(right); right = cell_tail(right), left = cell_tail(left)) {
     const node *a = cell_head(left);
     for (node *b = cell_head(right); is_cell(b); b = cell_tail(b), a = cell_tail(a)) {
+      CheckForUserEvents(800);
       node *result = LMakeInteger(0);
       bi_arith(op, cell_head(a), cell_head(b), result);
       b->val.a.a1->val.a.a2 = result;
@@ -189,6 +193,7 @@ int bi_mat_trans(node **stack, int) {
   for (std::size_t k = 0; k < shape.cols; ++k) {
     ListBuilder row;
     for (const node *&cursor : cursors) {
+      CheckForUserEvents(800);
       row.add_shared(cell_head(cursor));
       cursor = cell_tail(cursor);
     }
