@@ -54,6 +54,11 @@ class Terminal:
         """What the screen got since the last typing, without escape sequences."""
         return ESCAPES.sub(b"", self.raw[self.mark:]).replace(b"\r", b"").decode("utf-8", "replace")
 
+    def take(self, seconds):
+        """What comes within that time is read, so that the program need not wait."""
+        if select.select([self.master], [], [], seconds)[0]:
+            self.raw += os.read(self.master, 1 << 20)
+
     def wait(self, text, seconds=20.0):
         """Waits until `text` shows; answers the time it took, or fails."""
         start = time.monotonic()
@@ -189,6 +194,26 @@ def check_interrupt_printing(program, home, limit):
     t = start(program, home)
     t.say(ENDLESS, "QUERY> ")
     interrupt_often(t, "more #7 ;\n", limit, 20)
+    t.leave_unsaved()
+
+
+def check_interrupt_long_work(program, home, limit):
+    """Single built-ins that take long: endless files, matrices, plots, one long text."""
+    pathlib.Path(home, "long.txt").write_text("x" * 30_000_000)
+    t = start(program, home)
+    t.say("fdec square ::= int -> list (list real) ; ;\n"
+          "fdef square ?0 ::= replicate ?0 (replicate ?0 #r1.5) ; ;\n", "QUERY> ")
+    for query in ('file_to_list "/dev/zero" ;', "mat_times (square #600) (square #600) ;",
+                  'plotit "line" "t" (list_of_int #1 #300000 #1) ;', 'file_to_list "long.txt" ;'):
+        for seconds in (0.1, 0.2, 0.4, 0.8):
+            t.type(query + "\n")
+            end = time.monotonic() + seconds
+            while time.monotonic() < end:
+                t.take(0.01)
+            t.mark = len(t.raw)
+            t.say("\x03")
+            took = t.wait("QUERY> ")
+            assert took < limit + 1, f"{query} took {took:.3f} s to stop"
     t.leave_unsaved()
 
 
@@ -363,7 +388,7 @@ CHECKS = [check_pages, check_it, check_first_steps, check_no_colour,
           check_ends_of_the_session, check_two_ends_leave, check_running_query_is_ended,
           check_control_characters,
           check_answers, check_editing, check_completion, check_prompt_key, check_interrupt,
-          check_interrupt_printing, check_interrupt_reading, check_question, check_colour,
+          check_interrupt_printing, check_interrupt_long_work, check_interrupt_reading, check_question, check_colour,
           check_time, check_unmatched, check_quit]
 
 

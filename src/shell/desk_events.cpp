@@ -12,6 +12,7 @@
 #include "platform/interrupt.h"
 #include "platform/response.h"
 #include "platform/trust.h"
+#include "shell/annotation.h"
 #include "shell/command_numbers.h"
 #include "shell/commands.h"
 #include "shell/console_lines.h"
@@ -234,7 +235,25 @@ bool key_event(WindowId win, const KeyEvent &event) {
   return taken;
 }
 
+namespace {
+
+// The system wants the program to end, and nobody can be asked.
+void keep_and_end() {
+  AddAnnotation();
+  recovery_at_end();
+  end_desktop();
+}
+
+} // namespace
+
 void time_passed() {
+  if (gEndAsked != 0 && !desktop_ended()) {
+    if (command_runs())
+      gInterrupted = 1; // once more: a dialog may have taken it
+    else
+      run_step(keep_and_end);
+    return;
+  }
   if (!command_runs() && !desktop_ended())
     run_step([] {
       show_database_state();

@@ -36,11 +36,14 @@ CommandEnd run_alone(const Command &command) {
 int close_now(WindowId win) {
   if (win != 0)
     return CloseWindowProc(win), 1;
-  if (CloseFrameProc() != 0) {
-    ended = true;
-    gDesktop->quit();
-  }
+  if (CloseFrameProc() != 0)
+    end_desktop();
   return 1;
+}
+
+void end_desktop() {
+  ended = true;
+  gDesktop->quit();
 }
 
 void close_afterwards(WindowId win) {

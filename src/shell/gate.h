@@ -24,6 +24,8 @@ bool closing_waits();
 // Closes it now, asking what has to be asked. Answers 1.
 int close_now(WindowId win);
 
+// Closes the frame without a question.
+void end_desktop();
 // True once the frame is going.
 bool desktop_ended();
 // The frame tells which database is open and whether it has changes.

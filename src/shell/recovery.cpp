@@ -103,6 +103,11 @@ void recovery_time_passed() {
   look(true);
 }
 
+void recovery_at_end() {
+  if (anything_unsaved())
+    write_work();
+}
+
 void recovery_soon() {
   recovery.soon = true;
 }

@@ -11,6 +11,8 @@ namespace velora {
 void recovery_after_command();
 // Time has passed and nothing runs.
 void recovery_time_passed();
+// The program ends without being asked: what is unsaved is written now.
+void recovery_at_end();
 // The next look at what changed writes at once.
 void recovery_soon();
 // Opens windows for the pictures that were shown when unsaved work was written, after it was taken

@@ -127,11 +127,12 @@ bool may_follow(const std::string &name, const std::string &target) {
   if (gTrustAll || lies_in(resolved_path(target), folder_of(name)))
     return true;
   constexpr int kFollow = 1;
+  const std::string place = resolved_path(target);
   const std::string question =
-      format_text("%s leads out of its folder to %s. Write there?", name.c_str(), target.c_str());
+      format_text("%s leads out of its folder to %s. Write there?", name.c_str(), place.c_str());
   if (gPersonAnswers && PromptUser(question, {"Write", "Cancel"}) == kFollow)
     return true;
-  refuse_effect("to write " + name + ", which leads out of its folder to " + target);
+  refuse_effect("to write " + name + ", which leads out of its folder to " + place);
   return false;
 }
 

@@ -14,6 +14,7 @@
 
 #include <cmath>
 
+#include "platform/interrupt.h"
 #include "shell/desk_events.h"
 #include "shell/qt/q_guard.h"
 #include "shell/qt/q_picture.h"
@@ -74,7 +75,11 @@ Frame::Frame() : area_(new QMdiArea), running_(new QLabel), zoom_(new QLabel) {
   statusBar()->addPermanentWidget(zoom_);
   // What is not saved is written beside the database now and then.
   auto *tick = new QTimer(this);
-  connect(tick, &QTimer::timeout, this, [] { guarded(time_passed); });
+  connect(tick, &QTimer::timeout, this, [] {
+    if (QWidget *dialog = QApplication::activeModalWidget(); dialog != nullptr && gEndAsked != 0)
+      dialog->close(); // nobody answers it any more
+    guarded(time_passed);
+  });
   tick->start(kTickEvery);
   connect(area_, &QMdiArea::subWindowActivated, this,
           [this](QMdiSubWindow *sub) { guarded([&] { activated(sub); }); });

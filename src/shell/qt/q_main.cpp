@@ -7,6 +7,8 @@
 
 #include <cstdio>
 
+#include "platform/end_signals.h"
+#include "platform/interrupt.h"
 #include "platform/response.h"
 #include "shell/console_lines.h"
 #include "shell/events/event_runner.h"
@@ -19,6 +21,8 @@
 namespace velora::qt {
 
 namespace {
+
+constexpr int kEndedBySignal = 128; // and its number
 
 constexpr int kWrongUse = 2;
 
@@ -44,6 +48,8 @@ bool save_frame(Program &program, const std::string &file) {
 
 int run(const Options &options) {
   gNotes = options.notes ? 1 : 0;
+  if (options.events.empty())
+    catch_end_signals();
   Program program(options.lib_dir);
   // Where no one manages windows, they are as large as they are made.
   program.window().setGeometry(program.window().screen()->availableGeometry());
@@ -61,7 +67,8 @@ int run(const Options &options) {
     return 1;
   if (script || !options.screenshot.empty())
     return status;
-  return QApplication::exec();
+  const int code = QApplication::exec();
+  return gEndAsked != 0 ? kEndedBySignal + gEndAsked : code;
 }
 
 int start(int argc, char **argv) {

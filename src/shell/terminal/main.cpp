@@ -18,6 +18,7 @@
 #include "eval/help.h"
 #include "eval/registry.h"
 #include "front/cint.h"
+#include "platform/end_signals.h"
 #include "platform/interrupt.h"
 #include "platform/response.h"
 #include "platform/trust.h"
@@ -249,27 +250,15 @@ void note_interrupt(int) {
   gInterrupted = 1;
 }
 
-// What runs is stopped first; the session then keeps what is unsaved.
-void note_end(int signal) {
-  gEndAsked = signal;
-  gInterrupted = 1;
-}
-
 // Waiting reads are woken by the signals.
 void catch_signals() {
   struct sigaction action = {};
   sigemptyset(&action.sa_mask);
   action.sa_handler = note_interrupt;
   sigaction(SIGINT, &action, nullptr);
-  action.sa_handler = note_end;
-  // Who starts the program with hang-ups ignored wants it to outlive its terminal.
-  struct sigaction before = {};
-  sigaction(SIGHUP, nullptr, &before);
-  if (before.sa_handler != SIG_IGN)
-    sigaction(SIGHUP, &action, nullptr);
-  sigaction(SIGTERM, &action, nullptr);
   action.sa_handler = note_time_passed;
   sigaction(SIGALRM, &action, nullptr);
+  catch_end_signals();           // the session then keeps what is unsaved
   std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow is a failed write, as on a full disk
   const sigset_t watched = watched_signals();
   pthread_sigmask(SIG_BLOCK, &watched, nullptr);

@@ -1,6 +1,8 @@
 // When unsaved work is written aside, and that shown pictures come back in windows.
 #include "shell/recovery.h"
 
+#include <csignal>
+#include <cstdlib>
 #include <filesystem>
 
 #include "core/symbols.h"
@@ -9,6 +11,7 @@
 #include "editor/edit.h"
 #include "kit/pictures.h"
 #include "platform/clock.h"
+#include "platform/interrupt.h"
 #include "shell/picture_windows.h"
 #include "unit/shell/desk_kit.h"
 
@@ -105,6 +108,17 @@ TEST_F(RecoveryTest, WritesNothingOfWhatIsSaved) {
   EXPECT_EQ(undo_step(wi), 1);
   pass(20000);
   EXPECT_FALSE(written());
+}
+
+// In a process of its own, since it ends the program.
+TEST_F(RecoveryTest, KeepsWhatIsUnsavedWhenTheSystemEndsTheProgram) {
+  draw(SetupNewWindow(kFunctionPicture), 10);
+  const auto ends = [this] {
+    gEndAsked = SIGTERM;
+    time_passed();
+    std::_Exit(written() && desktop().has_quit && !logged("ask") ? 0 : 1);
+  };
+  EXPECT_EXIT(ends(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(RecoveryTest, ShowsWhatWasShown) {
