@@ -161,13 +161,25 @@ void take_whole(BuiltPicture &picture, WinInfo *old) {
 
 using OldPictures = std::map<std::string, std::vector<OldPicture>>;
 
-void keep_places_of_type(BuiltPicture &picture, std::vector<OldPicture> &olds) {
-  for (OldPicture &old : olds) {
-    Pairing pairing(picture, old.wi, true);
-    pairing.find();
-    pairing.apply();
-    return lines_follow(picture);
+// Gives a picture the places of an old one. Kept places among new ones may bring arguments or
+// inputs out of their order: then all boxes stand as the rules have them, and only colours and
+// annotations stay.
+void pair_with(Build &build, BuiltPicture &picture, const WinInfo *old) {
+  const BuiltPicture by_rules = picture;
+  Pairing pairing(picture, old, true);
+  pairing.find();
+  pairing.apply();
+  std::string remark;
+  if (!built_truly(build, picture, remark) && built_truly(build, by_rules, remark)) {
+    for (std::size_t i = 0; i < picture.segments.size(); ++i) {
+      picture.segments[i].lx = by_rules.segments[i].lx;
+      picture.segments[i].ly = by_rules.segments[i].ly;
+      picture.segments[i].ux = by_rules.segments[i].ux;
+      picture.segments[i].uy = by_rules.segments[i].uy;
+    }
+    picture.text_size = by_rules.text_size;
   }
+  lines_follow(picture);
 }
 
 // The old picture of an equal clause that nobody has taken, or null.
@@ -195,7 +207,7 @@ bool keep_places_of_equal(BuiltPicture &picture, std::vector<OldPicture> &olds) 
 }
 
 // A changed clause is paired with the picture of the same left side, else of the same number.
-void keep_places_of_changed(BuiltPicture &picture, std::vector<OldPicture> &olds) {
+void keep_places_of_changed(Build &build, BuiltPicture &picture, std::vector<OldPicture> &olds) {
   const ClauseForm form = clause_form(picture.source->fdef.text);
   OldPicture *found = nullptr;
   for (OldPicture &old : olds)
@@ -207,10 +219,7 @@ void keep_places_of_changed(BuiltPicture &picture, std::vector<OldPicture> &olds
   if (found == nullptr)
     return;
   found->used = true;
-  Pairing pairing(picture, found->wi, true);
-  pairing.find();
-  pairing.apply();
-  lines_follow(picture);
+  pair_with(build, picture, found->wi);
 }
 
 } // namespace
@@ -235,12 +244,12 @@ void keep_places(Build &build, const std::vector<std::unique_ptr<WinInfo>> &stoo
     if (found == olds.end())
       continue;
     if (picture.source->stype == kTokTdec)
-      keep_places_of_type(picture, found->second);
+      pair_with(build, picture, found->second.front().wi);
     else if (!keep_places_of_equal(picture, found->second))
       changed.push_back(&picture);
   }
   for (BuiltPicture *picture : changed)
-    keep_places_of_changed(*picture, olds.find(picture->name)->second);
+    keep_places_of_changed(build, *picture, olds.find(picture->name)->second);
 }
 
 } // namespace velora

@@ -13,15 +13,23 @@ namespace {
 constexpr Colour kStubColour{128, 128, 128};
 constexpr Pen kStubPen{kStubColour, 1, PenStyle::dotted};
 
-// Stub number `i` of `count` above a box; its text stands on top, each a line higher than the next
-// so that long types do not run into each other.
+constexpr int kStubLength = 10;
+constexpr int kBesideBox = 6;
+constexpr Brush kPaper{{255, 255, 255}, true};
+
+// The stub of input `i` of `count` on the upper side of a box. Its number and type stand beside the
+// box, clear of the heads of the arrows that arrive above; a line each, in order.
 void draw_stub(const NodePlace &node, int i, int count, const std::string &type, const Font &font,
                Canvas &canvas) {
   const int x = node.box.left + (i + 1) * node.box.width() / (count + 1);
-  const int line = measured_height(font) + 2;
-  const int top = node.box.top - line * (count - i);
-  canvas.line({x, top + line - 2}, {x, node.box.top}, kStubPen);
-  canvas.text({x, top}, std::to_string(i + 1) + " " + type, font, kStubColour);
+  canvas.line({x, node.box.top - kStubLength}, {x, node.box.top}, kStubPen);
+  const std::string text = std::to_string(i + 1) + " " + type;
+  const int line = measured_height(font) + 1;
+  const Point at{node.box.right + kBesideBox, node.box.top - line * (count - i)};
+  // On paper of its own, since arrows to other boxes may run there.
+  canvas.rectangle({at.x - 1, at.y, at.x + measured_width(text, font) + 1, at.y + line},
+                   Pen{{}, 1, PenStyle::none}, kPaper);
+  canvas.text(at, text, font, kStubColour);
 }
 
 } // namespace

@@ -15,6 +15,7 @@
 #include "editor/model/wininfo.h"
 #include "editor/tidy.h"
 #include "editor/translate.h"
+#include "editor/type_terms.h"
 #include "front/type_names.h"
 #include "platform/response.h"
 
@@ -22,20 +23,11 @@ namespace velora {
 
 namespace {
 
-// A declaration without blanks and brackets, as labels are compared.
-std::string bare(const std::string &text) {
-  std::string kept;
-  for (const char c : text)
-    if (c != ' ' && c != '\n' && c != '(' && c != ')')
-      kept += c;
-  return kept;
-}
-
 // Declarations in their common form: their order does not count.
-std::set<std::string> bare_declarations(const std::vector<std::string> &declarations) {
+std::set<std::string> declaration_forms(const std::vector<std::string> &declarations) {
   std::set<std::string> forms;
   for (const std::string &declaration : declarations)
-    forms.insert(bare(declaration));
+    forms.insert(declaration_form(declaration));
   return forms;
 }
 
@@ -78,6 +70,21 @@ std::string remark_of(const BuiltPicture &picture, const char *what, const std::
 }
 
 } // namespace
+
+std::string declaration_form(const std::string &name, const std::vector<std::string> &types) {
+  std::string form = name;
+  for (const std::string &type : types)
+    form += '\n' + type_text(read_type(type));
+  return form;
+}
+
+std::string declaration_form(const std::string &declaration) {
+  const std::size_t sign = declaration.find(" ::=");
+  if (sign == std::string::npos)
+    return declaration;
+  return declaration_form(declaration.substr(0, sign),
+                          split_signature(std::string_view(declaration).substr(sign + 4)));
+}
 
 std::vector<std::string> formals_of(const jsymbol &declaration) {
   std::vector<std::string> formals;
@@ -134,7 +141,7 @@ bool built_truly(Build &build, const BuiltPicture &picture, std::string &remark)
     std::vector<std::string> shown;
     const std::vector<std::string> text = declarations_in_text(build, *picture.source);
     const PictureMeaning meaning = meaning_of_type(&wi, shown);
-    if (!meaning.text.empty() && bare_declarations(text) == bare_declarations(shown))
+    if (!meaning.text.empty() && declaration_forms(text) == declaration_forms(shown))
       return true;
     remark = remark_of(picture, "the picture declares something else than the text",
                        joined(text, "; "), meaning);

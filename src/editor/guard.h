@@ -22,6 +22,12 @@ struct PictureMeaning {
 PictureMeaning meaning_of_function(const WinInfo *wi, const std::vector<std::string> &formals);
 PictureMeaning meaning_of_type(const WinInfo *wi, std::vector<std::string> &declarations);
 
+// A name and types in the form in which declarations are compared: each type as the tree it is, so
+// that brackets count where they change it and nowhere else.
+std::string declaration_form(const std::string &name, const std::vector<std::string> &types);
+// The same of a text "NAME ::= T0 -> T1".
+std::string declaration_form(const std::string &declaration);
+
 // The picture as it will be when it is read back from its file.
 void read_back(const BuiltPicture &picture, WinInfo &wi);
 // True when a built picture means what its text says; otherwise `remark` gets the lines to show.

@@ -16,6 +16,8 @@
 #include "editor/clause_form.h"
 #include "editor/guard.h"
 #include "editor/model/wininfo.h"
+#include "editor/translate.h"
+#include "editor/type_terms.h"
 #include "front/type_names.h"
 
 namespace velora {
@@ -44,26 +46,18 @@ bool has_unstored_changes(const WinInfo *wi) {
   return wi->win != 0 && wi->clean == 0 && wi->cmpnt >= 0;
 }
 
-// One line a constructor, "C(a)(b)", with blanks and brackets taken out of the types.
-std::string constructor_form(const std::string &name, const std::vector<std::string> &types) {
-  std::string form = name;
-  for (const std::string &type : types) {
-    form += '\n';
-    std::copy_if(type.begin(), type.end(), std::back_inserter(form),
-                 [](char c) { return c != ' ' && c != '(' && c != ')'; });
-  }
-  return form;
+// The form of "C ::= (a) -> (b) -> T" without its result, which is the type that is looked at.
+std::string constructor_form(const std::string &declaration) {
+  const std::string form = declaration_form(declaration);
+  return form.substr(0, form.rfind('\n'));
 }
 
-// The name and the argument types of "C ::= (a) -> (b) -> T".
-std::string form_of_declaration(const std::string &declaration) {
-  const std::size_t sign = declaration.find(" ::=");
-  std::vector<std::string> types =
-      split_signature(sign == std::string::npos ? std::string_view()
-                                                : std::string_view(declaration).substr(sign + 4));
-  if (!types.empty())
-    types.pop_back();
-  return constructor_form(declaration.substr(0, sign), types);
+// The result that a picture is labelled with differs from the declared one.
+bool other_result(const WinInfo *wi, const std::string &name) {
+  std::string declared;
+  const Segm *result = wi->seg_ments[kResultSlot];
+  return result != nullptr && get_outtype_of(name, declared) != 0 &&
+         type_text(read_type(result->label)) != type_text(read_type(declared));
 }
 
 } // namespace
@@ -83,7 +77,7 @@ ComponentSurvey::ComponentSurvey() : pictures_newer_(picture_file_is_newer()) {
     std::string result;
     if (get_intypes_of(name, types, 1) == 0 || get_outtype_of(name, result) == 0)
       continue;
-    constructors_[result.substr(0, result.find(' '))].push_back(constructor_form(name, types));
+    constructors_[result.substr(0, result.find(' '))].push_back(declaration_form(name, types));
   }
 }
 
@@ -133,6 +127,8 @@ ComponentReport ComponentSurvey::report_function(const std::string &name,
     }
     if (!equal)
       differs(report, wi, !left_stands);
+    else if (other_result(wi, name))
+      differs(report, wi, false);
   }
   const bool some_undrawn = std::count(drawn.begin(), drawn.end(), 0) > 0;
   if (some_undrawn && report.state == ComponentState::same)
@@ -152,7 +148,7 @@ ComponentReport ComponentSurvey::report_type(const std::string &name) const {
     const PictureMeaning meaning = meaning_of_type(wi, drawn);
     std::vector<std::string> forms;
     for (std::size_t i = 1; i < drawn.size(); ++i)
-      forms.push_back(form_of_declaration(drawn[i]));
+      forms.push_back(constructor_form(drawn[i]));
     std::sort(forms.begin(), forms.end());
     if (meaning.text.empty() || forms != declared)
       differs(report, wi, false);

@@ -12,9 +12,6 @@ namespace velora {
 
 namespace {
 
-// More steps than this mean a doubling that writes nothing, through junctions.
-constexpr std::size_t kMostSteps = 1'000'000;
-
 std::vector<const Segm *> junctions(const WinInfo *wi, bool sinks) {
   std::vector<const Segm *> found;
   for (int slot = 1; slot <= wi->seg_ct; ++slot) {
@@ -41,7 +38,7 @@ std::size_t open_place(PictureWalk &walk, const Segm *node) {
 bool within_bounds(PictureWalk &walk, const Segm *node) {
   CheckForUserEvents(83);
   check_stack();
-  if (++walk.steps <= kMostSteps && walk.out->size() <= kLongestTranslation)
+  if (++walk.t->steps <= kMostWalkSteps && walk.out->size() <= kLongestTranslation)
     return true;
   return walk.t->tell(
       "Sorry! The text of this picture is too long: a box that is used several times "

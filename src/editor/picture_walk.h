@@ -50,7 +50,6 @@ struct PictureWalk {
   const InputValues *values; // what is written for inputs instead; may be null
   std::string *out;          // receives the text
   Translation *t;
-  std::size_t steps = 0;
   // The nodes that are open, each with the arcs that led to it from the one before.
   struct Step {
     const Segm *node;

@@ -1,6 +1,5 @@
 // The commands of translation: what is declared, defined and run, in which order, and what is told.
 #include "editor/translate.h"
-#include "editor/hand/faults.h"
 
 #include <algorithm>
 #include <map>
@@ -96,8 +95,6 @@ bool is_open_input(const std::string &label, const TypeNames &formals, std::size
          (i < formals.size() && CompareParameterStrings(label, formals[i]) == 0);
 }
 
-// Asks a value for each input of a picture that is a variable. Inputs without an answer keep their
-// labels; what was answered is suggested the next time.
 } // namespace
 
 InputValues ask_values(const WinInfo *wi, const Translation &t, bool again) {

@@ -17,6 +17,9 @@ namespace velora {
 
 // The text of one picture is never longer than this.
 inline constexpr std::size_t kLongestTranslation = std::size_t{1} << 20;
+// Nor does the walk over it pass more nodes: more mean a doubling that writes nothing, through
+// junctions.
+inline constexpr std::size_t kMostWalkSteps = 1'000'000;
 // The slot of the result node of function and type pictures.
 inline constexpr int kResultSlot = 1;
 
@@ -48,6 +51,7 @@ struct Translation {
   std::vector<int> selected;    // segments to be shown selected
   std::vector<int> highlighted; // arcs to be pointed out
   std::vector<int> expanded;    // boxes to be shown with what they expect
+  std::size_t steps = 0;        // how many nodes the walk passed
   bool quiet = false;           // messages are only collected
   bool asks = true;             // a clause that stands otherwise is replaced after a question only
 

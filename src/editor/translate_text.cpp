@@ -98,7 +98,7 @@ bool counts_agree(const PictureWalk &walk) {
 
 PictureWalk start_walk(const WinInfo *wi, const TypeNames *formals, std::string &out,
                        Translation &t) {
-  return PictureWalk{wi, make_input_numbers(wi), formals, nullptr, &out, &t, 0, {}, {}};
+  return PictureWalk{wi, make_input_numbers(wi), formals, nullptr, &out, &t, {}, {}};
 }
 
 // What is said of each input before the left side is written.

@@ -1,7 +1,6 @@
 // Names, inputs and results of function boxes. What the check wants changed in the picture is
 // gathered and carried out in one place at its end.
 #include "editor/vel_type.h"
-#include "editor/edit.h"
 
 #include <algorithm>
 
@@ -94,7 +93,7 @@ bool SpecialCase(const std::string &name) {
 }
 
 int function_input_check(WinInfo *wi, int checkfdef, Translation &t) {
-  TypeCheck check{wi, checkfdef != 0, &t, {}, {}};
+  TypeCheck check{wi, checkfdef != 0, &t, {}, {}, {}};
   const int result = check_every_box(check);
   t.expanded = check.expanded;
   apply_changes(wi, check);
@@ -170,8 +169,9 @@ int typecheck_inputs(TypeCheck &check, const Segm *box, const symbol *sym) {
   if (drawn.size() > declared.size())
     return check.t->tell("Error: MORE input parameters for " + name + " than expected\n", 3,
                          box->segnum);
-  // A box without inputs is a function that is handed on as a value.
-  if (!drawn.empty() && drawn.size() < declared.size())
+  // A box without inputs is a function that is handed on as a value, and so is one with some of
+  // them where a function is taken.
+  if (!drawn.empty() && drawn.size() < declared.size() && !is_given_as_function(check, box))
     check.t->tell("Warning: LESS input parameters for " + name + " than expected\n", 1,
                   box->segnum);
   return 1;

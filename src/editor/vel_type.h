@@ -3,6 +3,8 @@
 // warnings; a few conditions stop the translation. Called by the translation alone.
 #pragma once
 
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -33,6 +35,8 @@ struct TypeCheck {
   Translation *t;
   std::vector<BoxChange> changes;
   std::vector<int> expanded; // boxes to be shown with what they expect
+  // The boxes whose result goes where a function is expected; empty until one is asked for.
+  std::optional<std::set<int>> given_as_functions = std::nullopt;
 };
 
 // Checks every box: 1, or 0 at the first that cannot be used. Afterwards boxes of constructors are
@@ -55,6 +59,9 @@ bool SpecialCase(const std::string &name);
 // The inputs of a box in order, looked for through junctions, holds and blank hexagons; 0 when a
 // junction leads nowhere or in a ring.
 int GetParNames(const TypeCheck &check, const Segm *box, BoxParameters &parameters);
+// True when a box is drawn with fewer inputs on purpose: what takes its result is declared, or
+// labelled, as a function.
+bool is_given_as_function(TypeCheck &check, const Segm *box);
 // The name that a box calls: its label, or the picture's name when that is blank.
 std::string called_name(const TypeCheck &check, const Segm *box);
 // The type of a value as it is written in a label; an empty term when it is not known.

@@ -138,4 +138,40 @@ int GetParNames(const TypeCheck &check, const Segm *box, BoxParameters &paramete
   return Collector(check, parameters).inputs_of(box) ? 1 : 0;
 }
 
+namespace {
+
+// The boxes that feed inputs declared as functions, found by one walk over the picture.
+std::set<int> boxes_given_as_functions(const TypeCheck &check) {
+  std::set<int> given;
+  for (int slot = kResultSlot; slot <= check.wi->seg_ct; ++slot) {
+    CheckForUserEvents(83);
+    const Segm *taker = check.wi->seg_ments[slot];
+    if (taker == nullptr || taker->type != kBox)
+      continue;
+    TypeNames declared;
+    BoxParameters drawn;
+    if (get_intypes_of(called_name(check, taker), declared, 1) == 0 ||
+        GetParNames(check, taker, drawn) == 0)
+      continue;
+    for (std::size_t i = 0; i < std::min(drawn.size(), declared.size()); ++i)
+      if (drawn[i].from_box != 0 && read_type(declared[i]).head == kArrowHead)
+        given.insert(drawn[i].from_box);
+  }
+  return given;
+}
+
+} // namespace
+
+bool is_given_as_function(TypeCheck &check, const Segm *box) {
+  for (const Segm *arc : box->segf_ptr) {
+    const Segm *taker = arc_end(arc);
+    if (taker != nullptr && taker->type == kHexagon &&
+        read_type(label_of(taker)).head == kArrowHead)
+      return true;
+  }
+  if (!check.given_as_functions)
+    check.given_as_functions = boxes_given_as_functions(check);
+  return check.given_as_functions->contains(box->segnum);
+}
+
 } // namespace velora

@@ -91,8 +91,9 @@ void draw_stubs(const WinInfo *wi, const NodePlace &node, Canvas &canvas) {
                    Brush{kPaper, true});
     const std::string number = std::to_string(input + 1);
     canvas.text({tip.x + 3, tip.y - 6}, number, small_font(), colour);
-    // The types of all inputs stand one above the other, so that none covers another.
-    if (selected) {
+    // The types of all inputs stand one above the other, so that none covers another. A box that is
+    // drawn expanded shows them already.
+    if (selected && (node.seg->status & kExpanded) == 0) {
       const std::string text = number + ": " + types[static_cast<std::size_t>(input)];
       const int row = count - input;
       const Point at{std::max(node.box.right, stub_tip(node.box, count - 1, count).x + 8) + 6,

@@ -143,6 +143,14 @@ TEST_F(GuardTest, TypesAreCompared) {
       << "constants alone would be guessed an enumerated type";
 }
 
+TEST_F(GuardTest, BracketsInTypesCountWhereTheyChangeThem) {
+  const auto form = [](const char *text) { return declaration_form(text); };
+  EXPECT_EQ(form("C ::= ((list int)) -> T"), form("C ::= list int -> T"));
+  EXPECT_NE(form("C ::= (int -> int) -> T"), form("C ::= int -> int -> T"));
+  EXPECT_NE(form("C ::= list (list int) -> T"), form("C ::= list list int -> T"));
+  EXPECT_NE(form("T ::= typeop #1"), form("T ::= typeop #2"));
+}
+
 TEST_F(GuardTest, BoxesThatWereMovedStayWhereTheyAre) {
   const std::string text = "fdec\nf ::= int -> int -> int ;\n;\n"
                            "fdef\nf ?0 ?1 ::= + ?0 (* ?1 #2) ;\nf #1 ?0 ::= ?0 ;\n;\n";
@@ -182,6 +190,22 @@ TEST_F(GuardTest, InAChangedClauseBoxesOnEqualPathsStay) {
   EXPECT_EQ(labelled(drawn[0].get(), "-")->lx, 20);
   build(head + "- (- ?0 #1) (* ?1 #2) ;\n;\n");
   EXPECT_NE(labelled(pictures()[0].get(), "*")->lx, 300) << "what it feeds has changed";
+}
+
+// The second input was drawn far to the right, with the first one behind it: beside a new box that
+// would turn the inputs around.
+TEST_F(GuardTest, KeptPlacesGiveWayBeforeAMeaningChanges) {
+  const std::string head = "fdec\nf ::= int -> int -> int ;\n;\nfdef\nf ?0 ?1 ::= ";
+  feed(head + "- (* ?0 #1) ?1 ;\n;\n");
+  build(head + "- (* ?0 #1) ?1 ;\n;\n");
+  auto drawn = pictures();
+  move_to(labelled(drawn[0].get(), "*"), 400, 190);
+  move_to(labelled(drawn[0].get(), "?1"), 500, 190);
+  labelled(drawn[0].get(), "*")->annot = "product\n";
+  write_pictures(drawn);
+  build(head + "- (* ?0 #1) (/ ?1 #2) ;\n;\n");
+  EXPECT_EQ(console().messages, "");
+  EXPECT_EQ(labelled(pictures()[0].get(), "*")->annot, "product\n");
 }
 
 TEST_F(GuardTest, APictureWithWhatNoTextShowsIsKeptWhole) {
@@ -238,6 +262,12 @@ TEST_F(GuardTest, ComponentsHaveAState) {
   };
   EXPECT_EQ(state_of("f"), "same");
   EXPECT_EQ(state_of("lamp"), "same");
+  WinInfo *other = nullptr;
+  ASSERT_EQ(PictureExists("f", 0, &other), 1);
+  other->seg_ments[1]->label = "bool";
+  EXPECT_EQ(state_of("f"), "text newer 0") << "its result has another type";
+  other->seg_ments[1]->label = " (int)";
+  EXPECT_EQ(state_of("f"), "same");
   feed("fdef\nf ?0 ::= + ?0 #2 ;\n;\n");
   EXPECT_EQ(state_of("f"), "text newer 1");
   feed("cdec\nOff ::= lamp ;\n;\n");

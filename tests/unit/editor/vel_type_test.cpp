@@ -1,12 +1,15 @@
 // The type check: what stops a translation, what only warns, and that it warns of true faults only.
 #include "editor/vel_type.h"
 
+#include <algorithm>
+
 #include "core/symbols.h"
 #include "editor/draw.h"
 #include "editor/model/wininfo.h"
 #include "editor/picture_walk.h"
 #include "editor/svg_canvas.h"
 #include "kit/language.h"
+#include "kit/log_canvas.h"
 #include "kit/pictures.h"
 
 namespace velora {
@@ -116,6 +119,23 @@ TEST_F(VelTypeTest, ShowsWhatAnExpandedBoxExpects) {
   EXPECT_EQ(drawn.find("1 int"), std::string::npos); // that input is there
 }
 
+// The texts of missing inputs stand clear of the arrows that arrive at the box.
+TEST_F(VelTypeTest, WritesWhatIsMissingBesideTheBox) {
+  kit::feed("fdec wide ::= int -> int -> int -> (int -> int) -> int ; ;");
+  const int box = call("wide", {"int", "int", "int"});
+  expand_function_segment(wi, box, 1);
+  const PictureLayout layout = lay_out_picture(wi);
+  kit::LogCanvas log;
+  DrawVeloraWindow(wi, log);
+  const auto text = std::find_if(log.texts.begin(), log.texts.end(),
+                                 [](const auto &shown) { return shown.text.starts_with("4 "); });
+  ASSERT_NE(text, log.texts.end());
+  for (const ArcPlace &arc : layout.arcs)
+    if (arc_end(arc.seg)->segnum == box) {
+      EXPECT_LT(arc.path.back().x + 6, text->box.left);
+    }
+}
+
 TEST_F(VelTypeTest, TakesAnythingWhereTheDeclaredTypeIsAVariable) {
   call("any", {"str"});
   EXPECT_EQ(check(), 1);
@@ -126,6 +146,11 @@ TEST_F(VelTypeTest, WarnsOfFewerAndStopsAtMoreInputs) {
   call("mix", {"int"});
   EXPECT_EQ(check(), 1);
   EXPECT_EQ(told(), "Warning: LESS input parameters for mix than expected\n");
+  begin(); // where a number is wanted, what is left over is a fault
+  feed_box(call("mix", {"int"}), "mix", "int", 200);
+  EXPECT_EQ(check(), 1);
+  EXPECT_EQ(told(), "WARNING: mix has parameter int -> int when int expected\n"
+                    "Warning: LESS input parameters for mix than expected\n");
   begin();
   call("mix", {}); // a value, not a call
   EXPECT_EQ(check(), 1);
@@ -134,6 +159,31 @@ TEST_F(VelTypeTest, WarnsOfFewerAndStopsAtMoreInputs) {
   call("mix", {"int", "int", "int"});
   EXPECT_EQ(check(), 0);
   EXPECT_EQ(told(), "Error: MORE input parameters for mix than expected\n");
+}
+
+// Some inputs are left open on purpose where a function is taken: as an input, through a hold, and
+// as a result that is labelled so.
+TEST_F(VelTypeTest, TakesAPartialCallForAFunction) {
+  for (const bool held : {false, true}) {
+    begin();
+    wi->seg_ments[1]->label = "list int";
+    const int map = node(kBox, kPlain, "map", 100, 200);
+    const int inner = node(kBox, kPlain, "mix", 20, 100);
+    const int hold = held ? node(kHoldValue, 0, "h", 40, 150) : inner;
+    kit::join(wi, node(kHexagon, kPlain, "#1", 20, 50), inner);
+    if (held)
+      kit::join(wi, inner, hold);
+    kit::join(wi, hold, map);
+    kit::join(wi, node(kHexagon, kPlain, "list int", 200, 100), map);
+    kit::join(wi, map, 1);
+    EXPECT_EQ(check(), 1);
+    EXPECT_EQ(told(), "");
+  }
+  begin();
+  call("mix", {"int"});
+  wi->seg_ments[1]->label = "(int -> int)";
+  EXPECT_EQ(check(), 1);
+  EXPECT_EQ(told().find("LESS"), std::string::npos) << told();
 }
 
 TEST_F(VelTypeTest, LooksThroughJunctionsAndHolds) {
