@@ -9,6 +9,7 @@
 #include <map>
 
 #include "core/events.h"
+#include "db/removal.h"
 #include "db/term_text.h"
 #include "front/parse.h"
 #include "front/source.h"
@@ -248,19 +249,22 @@ bool same_left_side(std::string_view clause, std::string_view other) {
   return !left.empty() && left == clause_form(other).left;
 }
 
-std::vector<std::string> clauses_of(const func_block *function) {
+std::vector<std::string> clauses_of(const func_block *function, const symbol *mentioned) {
   std::vector<std::string> texts;
   for (const defs_link *group = function->defs; group != nullptr; group = group->next) {
     std::uint32_t mask = 1;
     for (const rhs_link *clause = group->defs; clause != nullptr; clause = clause->next) {
+      const std::uint32_t bit = mask;
+      mask <<= 1;
+      if (mentioned != nullptr && rhs_tree_depends_on(mentioned, clause->original) == 0)
+        continue;
       std::string text;
-      fprint_lhs_args(text, group->lhs_tree, mask, ' ');
+      fprint_lhs_args(text, group->lhs_tree, bit, ' ');
       text += "::= ";
       fprint_args(text, clause->original, ' ');
       while (text.ends_with(' '))
         text.pop_back();
       texts.push_back(std::move(text));
-      mask <<= 1;
     }
   }
   return texts;

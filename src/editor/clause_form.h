@@ -29,7 +29,8 @@ std::string expression_form(std::string_view expression);
 bool same_clause(std::string_view clause, std::string_view other);
 bool same_left_side(std::string_view clause, std::string_view other);
 
-// The text of every clause of a function, "f p1 .. pn ::= body", in their order.
-std::vector<std::string> clauses_of(const func_block *function);
+// The text of every clause of a function, "f p1 .. pn ::= body", in their order; with `mentioned`
+// only those whose body has that name.
+std::vector<std::string> clauses_of(const func_block *function, const symbol *mentioned = nullptr);
 
 } // namespace velora

@@ -8,7 +8,7 @@
 
 namespace velora {
 
-// What lies behind the nodes.
+// What lies behind the nodes. Nobody else's box stands within the frame of a circle.
 void draw_network_ground(const WinInfo *wi, const PictureLayout &layout, Canvas &canvas);
 // What lies over them.
 void draw_network_marks(const PictureLayout &layout, Canvas &canvas);

@@ -21,6 +21,9 @@ void stored_pictures_changed();
 void run_gesture(const std::function<void()> &end);
 // Opens the function of that name in a window. Defined by shell/picture_hand.
 void open_function(const std::string &name);
+// Shows the clauses of one function that call another, and the first of them beside the arrow of
+// that slot. Defined by shell/picture_hand.
+void show_calls(WinInfo *wi, int arc);
 // Shows that the view of a window is to be moved by that much of the picture. Defined by
 // shell/picture_view.
 void pan_view(const WinInfo *wi, int dx, int dy);

@@ -50,6 +50,8 @@ std::string stroke(const Pen &pen) {
     text += format_text(" stroke-width=\"%d\"", pen.width);
   if (pen.style == PenStyle::dotted)
     text += " stroke-dasharray=\"2 2\"";
+  if (pen.style == PenStyle::dashed)
+    text += " stroke-dasharray=\"6 3\"";
   return text;
 }
 

@@ -37,10 +37,7 @@ bool nothing_to_save(const WinInfo *wi) {
     return true;
   if (wi->clean == 0 || wi->win == 0)
     return false;
-  for (const WinInfo *stored = gWinInfo; stored != nullptr; stored = stored->next)
-    if (stored->win == 0 && stored->cmpnt == wi->cmpnt && stored->name == wi->name)
-      return true;
-  return false;
+  return FindStoredPicture(wi->name, wi->cmpnt) != nullptr;
 }
 
 // The clause of the text that has the same left side as a translated one, up to the names of

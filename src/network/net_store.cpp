@@ -13,13 +13,6 @@ namespace velora {
 
 namespace {
 
-WinInfo *stored_network() {
-  for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
-    if (wi->win == 0 && wi->cmpnt == 0 && wi->name == kNetworkName)
-      return wi;
-  return nullptr;
-}
-
 // A function that stood in the old picture keeps its box and looks; of two nodes of one name the
 // first.
 void keep_places(const WinInfo *old, SegmArray &segs, int count) {
@@ -46,7 +39,7 @@ void keep_places(const WinInfo *old, SegmArray &segs, int count) {
 int StoreNetwork() {
   SegmArray segs;
   const int count = MakeNetworkSegs(segs);
-  WinInfo *wi = stored_network();
+  WinInfo *wi = FindStoredPicture(kNetworkName, 0);
   const bool is_new = wi == nullptr;
   if (is_new) {
     if (NewWinInfo(0, kNetworkPicture, &wi) == 0)

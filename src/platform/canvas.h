@@ -10,7 +10,7 @@
 
 namespace velora {
 
-enum class PenStyle { none, solid, dotted };
+enum class PenStyle { none, solid, dotted, dashed };
 
 struct Pen {
   Colour colour;

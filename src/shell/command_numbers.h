@@ -186,6 +186,8 @@ enum CommandNumber : int {
   kCmdCloseWindow = 1665,
   kCmdRecentFirst = 1670,
   kCmdRecentLast = 1679,
+  kCmdWindowBack = 1680,
+  kCmdWindowForward = 1681,
 };
 
 } // namespace velora

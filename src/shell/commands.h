@@ -47,6 +47,8 @@ int AnnotationCommand();
 int NewOrvekCommand();
 int ClearControlCommand();
 int StackCommand();
+int WindowBackCommand();
+int WindowForwardCommand();
 
 // Pictures.
 int RedoCommand();

@@ -137,6 +137,14 @@ int StackCommand() {
   return 1;
 }
 
+int WindowBackCommand() {
+  return go_over_windows(-1);
+}
+
+int WindowForwardCommand() {
+  return go_over_windows(1);
+}
+
 int RefreshCommand() {
   WinInfo *wi = shown_picture();
   mark_changed(wi);

@@ -47,6 +47,7 @@ constexpr const char *kTyping =
     "|---|---|\n"
     "| click, Shift+click | choose a box or an arrow, or one more |\n"
     "| drag a box | move what is chosen; it snaps to its neighbours, not with Alt |\n"
+    "| click an arrow of a network | show the clauses that make the call |\n"
     "| drag from the lower rim of a box | draw an arrow; dropped on the stub of a missing input, "
     "be "
     "that one; dropped on nothing, name the box it feeds |\n"

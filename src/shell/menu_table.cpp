@@ -158,6 +158,9 @@ constexpr MenuCommand kRows[] = {
     {kCmdUnreached, kNetworkBar, "Not Reached from Selection", "", kNetworkShown | kSelection, UnreachedCommand},
     {kCmdCircles, kNetworkBar, "Circles of Calls", "", kNetworkShown, CirclesCommand},
     {kCmdWriteNetwork, kNetworkBar, "Write Network...", "", kNetworkShown, WriteNetworkCommand},
+
+    {kCmdWindowBack, kAllBars, "Back", "Alt+Left", kEarlierWindow, WindowBackCommand},
+    {kCmdWindowForward, kAllBars, "For&ward", "Alt+Right", kLaterWindow, WindowForwardCommand},
 };
 // clang-format on
 

@@ -25,18 +25,20 @@ enum BarSet : unsigned {
 // What a command needs; all that is named must be there.
 enum Need : unsigned {
   kNothing = 0,
-  kPicture = 1,         // the active window shows a picture
-  kSelection = 2,       // something is selected in it
-  kDatabase = 4,        // a database is current
-  kTextWindow = 8,      // the active window holds text
-  kUndoable = 16,       // its text or picture can be undone
-  kPasteable = 32,      // the clipboard holds what fits
-  kTextSelected = 64,   // something in it is selected
-  kSearched = 128,      // a text has been searched for
-  kCommittable = 256,   // the active window is none of a picture
-  kNetworkShown = 512,  // the active window shows a network
-  kRedoable = 2048,     // a step that was taken back can be done again
-  kMarkedOutside = 1024 // switched by gEnableItem and gDisableItem alone
+  kPicture = 1,          // the active window shows a picture
+  kSelection = 2,        // something is selected in it
+  kDatabase = 4,         // a database is current
+  kTextWindow = 8,       // the active window holds text
+  kUndoable = 16,        // its text or picture can be undone
+  kPasteable = 32,       // the clipboard holds what fits
+  kTextSelected = 64,    // something in it is selected
+  kSearched = 128,       // a text has been searched for
+  kCommittable = 256,    // the active window is none of a picture
+  kNetworkShown = 512,   // the active window shows a network
+  kEarlierWindow = 4096, // another window had the focus before
+  kLaterWindow = 8192,   // one that had it was gone back from
+  kRedoable = 2048,      // a step that was taken back can be done again
+  kMarkedOutside = 1024  // switched by gEnableItem and gDisableItem alone
 };
 
 // A row. A command whose `run` is null has nothing to do yet and is never enabled. `run` answers

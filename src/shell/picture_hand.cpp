@@ -1,7 +1,9 @@
 // The mouse and the keys in pictures: what the hand needs of the shell.
 #include "shell/picture_hand.h"
 
+#include "core/symbols.h"
 #include "db/needs.h"
+#include "editor/clause_form.h"
 #include "editor/hand/hand.h"
 #include "editor/needs.h"
 #include "platform/response.h"
@@ -36,6 +38,27 @@ void run_gesture(const std::function<void()> &end) {
 void open_function(const std::string &name) {
   if (!name.empty())
     ShowGraphic(name.c_str(), 0, nullptr);
+}
+
+void show_calls(WinInfo *wi, int arc) {
+  const std::string caller = arc_start(wi->seg_ments[arc])->label;
+  const std::string callee = arc_end(wi->seg_ments[arc])->label;
+  const symbol *function = caller.empty() ? nullptr : find_symbol(caller.c_str(), 0);
+  const symbol *called = callee.empty() ? nullptr : find_symbol(callee.c_str(), 0);
+  std::vector<std::string> clauses;
+  if (called != nullptr && function != nullptr &&
+      (function->stype == kFunction || function->stype == kDbFunction))
+    clauses = clauses_of(function->b.fc, called);
+  if (clauses.empty()) {
+    DisplayResponsef("No clause of %s calls %s\n", caller.c_str(), callee.c_str());
+    show_bubble(wi, arc, "no such call in the code");
+    return;
+  }
+  DisplayResponsef("%s calls %s:\n", caller.c_str(), callee.c_str());
+  for (const std::string &clause : clauses)
+    DisplayResponse("   " + clause + "\n");
+  const std::size_t others = clauses.size() - 1;
+  show_bubble(wi, arc, (others == 0 ? "" : format_text("1 of %zu: ", others + 1)) + clauses[0]);
 }
 
 } // namespace velora

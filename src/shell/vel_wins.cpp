@@ -26,6 +26,43 @@ constexpr Rect placed(int x, int y, int width, int height) {
 
 int focus_count = 0; // how often a window has got the focus
 
+// The windows that had the focus, in order, no two neighbours the same; `at` is where the user is.
+// A window that gets the focus in another way than by going there drops what lies ahead.
+struct History {
+  std::vector<WindowId> visited;
+  std::size_t at = 0;
+
+  void visit(WindowId win) {
+    constexpr std::size_t kLongest = 100;
+    if (!visited.empty() && visited[at] == win)
+      return;
+    if (!visited.empty())
+      visited.resize(at + 1);
+    visited.push_back(win);
+    if (visited.size() > kLongest)
+      visited.erase(visited.begin());
+    at = visited.size() - 1;
+  }
+  // A window has closed: without it equal neighbours become one.
+  void forget(WindowId win) {
+    std::vector<WindowId> left;
+    std::size_t left_at = 0;
+    for (std::size_t i = 0; i < visited.size(); ++i) {
+      if (visited[i] != win && (left.empty() || left.back() != visited[i]))
+        left.push_back(visited[i]);
+      if (i == at)
+        left_at = left.empty() ? 0 : left.size() - 1;
+    }
+    visited = std::move(left);
+    at = left_at;
+  }
+  [[nodiscard]] WindowId beside(int step) const {
+    const auto there = static_cast<std::size_t>(static_cast<int>(at) + step);
+    return there < visited.size() ? visited[there] : 0;
+  }
+};
+History history;
+
 void set_handle(WindowKind kind, WindowId win) {
   if (kind == kControlWindow)
     hControl = win;
@@ -109,6 +146,7 @@ void leave_window(WindowId win) {
   if (kind == 0)
     return;
   std::erase_if(gWindows, [win](const ShellWindow &w) { return w.id == win; });
+  history.forget(win);
   count_documents();
   const auto left = windows_of_kind(static_cast<WindowKind>(kind));
   set_handle(static_cast<WindowKind>(kind), left.empty() ? 0 : left.back());
@@ -155,6 +193,7 @@ void window_focused(WindowId win) {
     return;
   annotation_focus(win);
   previous = win;
+  history.visit(win);
   for (ShellWindow &w : gWindows)
     if (w.id == win) {
       w.last_focus = ++focus_count;
@@ -200,6 +239,19 @@ void focus_next_window(int step) {
   const int at = found == gWindows.end() ? before : static_cast<int>(found - gWindows.begin());
   if (count > 0)
     gDesktop->focus_window(gWindows[static_cast<std::size_t>((at + step + count) % count)].id);
+}
+
+WindowId window_in_history(int step) {
+  return history.beside(step);
+}
+
+int go_over_windows(int step) {
+  const WindowId win = history.beside(step);
+  if (win == 0)
+    return 0;
+  history.at = static_cast<std::size_t>(static_cast<int>(history.at) + step);
+  gDesktop->focus_window(win);
+  return 1;
 }
 
 } // namespace velora

@@ -71,4 +71,10 @@ void StackWindows();
 // round again.
 void focus_next_window(int step);
 
+// The windows in the order in which they had the focus, as pages of a book that were turned to: the
+// window one step back (-1) or, after going back, forward (1); 0 for none.
+WindowId window_in_history(int step);
+// Gives the focus to that window; 1, or 0 when there is none.
+int go_over_windows(int step);
+
 } // namespace velora

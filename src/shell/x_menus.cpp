@@ -33,7 +33,8 @@ unsigned met_needs(const MenuSnapshot &s) {
          (s.edit.can_undo ? kUndoable : 0U) | (s.edit.can_paste ? kPasteable : 0U) |
          (s.edit.selected ? kTextSelected : 0U) | (s.searched ? kSearched : 0U) |
          (s.committable ? kCommittable : 0U) | (s.network_shown ? kNetworkShown : 0U) |
-         (s.redoable ? kRedoable : 0U);
+         (s.redoable ? kRedoable : 0U) | (s.earlier_window ? kEarlierWindow : 0U) |
+         (s.later_window ? kLaterWindow : 0U);
 }
 
 } // namespace
@@ -47,6 +48,8 @@ MenuSnapshot take_menu_snapshot() {
   s.searched = has_searched();
   s.committable = true;
   s.network_shown = shows_network(previous);
+  s.earlier_window = window_in_history(-1) != 0;
+  s.later_window = window_in_history(1) != 0;
   if (s.text_window)
     s.edit = gDesktop->edit_state(previous);
   // Undo in the console, where nothing is typed, takes back what a closed window did.

@@ -20,6 +20,8 @@ struct MenuSnapshot {
   // Of the text, or of the picture: its steps, its selection, what can be pasted into it.
   EditState edit;
   bool redoable = false;
+  bool earlier_window = false;
+  bool later_window = false;
 };
 // Looks at the windows as they are.
 MenuSnapshot take_menu_snapshot();

@@ -9,8 +9,8 @@
 //             tool 17: start or end is chosen; 32: lasso
 //             middle, or after the space key: panning
 //             double: labelling, or a name typed on the ground
-//   pressed   -                         far enough: moving,     chosen; idle
-//                                       joining or banding
+//   pressed   -                         far enough: moving,     chosen, an arrow of a network
+//                                       joining or banding      tells its calls; idle
 //   moving    -                         the nodes' shadows go   nodes go there; idle
 //   banding   -                         the rectangle grows     what lies in it is chosen; idle
 //   joining   -                         the arrow follows       joined, or naming on the ground
@@ -271,6 +271,9 @@ void pressed_mouse(WinInfo *wi, const MouseEvent &event) {
     if (greqMode == kModeMove && !event.held.shift)
       greqMode = 0;
     enter(HandState::idle);
+    const Segm *arc = wi->seg_ments[gHand.grabbed];
+    if (wi->wtype == kNetworkPicture && arc != nullptr && is_arc(arc) && !event.held.shift)
+      run_gesture([wi, slot = gHand.grabbed] { show_calls(wi, slot); });
     return;
   }
   if (std::abs(event.at.x - gHand.from.x) < kDragStart &&

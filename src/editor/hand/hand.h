@@ -71,7 +71,7 @@ struct Hand {
   // The missing input that Tab chose, of the node selected; -1 for none.
   int stub = -1;
   int aimed = 0; // what a script means by this event, whatever else lies there; 0 for none
-  // A value shown beside a node.
+  // A text shown beside a node or an arrow.
   int bubble_slot = 0;
   std::string bubble;
 };
@@ -98,7 +98,7 @@ void begin_join(WinInfo *wi);
 // Opens the editor of a node's label, or of the picture's name.
 void edit_label(WinInfo *wi, int slot, const std::string &merge = {});
 void edit_picture_name(WinInfo *wi);
-// Shows a value beside a node until the next event.
+// Shows a text beside a node or in the middle of an arrow until the next event.
 void show_bubble(WinInfo *wi, int slot, const std::string &text);
 
 // What can be done next, in a line for those who have not done it before; empty when idle.

@@ -1,6 +1,7 @@
 // What is drawn over a picture: the band of the arguments, missing inputs, the gesture under way,
 // the editors of texts, the list of names, a value in its bubble.
 #include <algorithm>
+#include <optional>
 
 #include "editor/draw.h"
 #include "editor/edit.h"
@@ -234,14 +235,27 @@ void draw_names(const WinInfo *wi, Canvas &canvas) {
   }
 }
 
+// Where the bubble points: the right side of a node, the middle of an arrow.
+std::optional<Point> bubble_tip(const PictureLayout &layout) {
+  if (const NodePlace *node = place_of(layout, gHand.bubble_slot); node != nullptr)
+    return Point{node->box.right, node->box.centre().y};
+  for (const ArcPlace &arc : layout.arcs)
+    if (arc.seg->segnum == gHand.bubble_slot) {
+      const Point from = arc.path[(arc.path.size() - 1) / 2];
+      const Point to = arc.path[(arc.path.size() - 1) / 2 + 1];
+      return Point{(from.x + to.x) / 2, (from.y + to.y) / 2};
+    }
+  return std::nullopt;
+}
+
 void draw_bubble(const PictureLayout &layout, Canvas &canvas) {
-  const NodePlace *node = place_of(layout, gHand.bubble_slot);
-  if (gHand.bubble.empty() || node == nullptr)
+  const std::optional<Point> pointed = bubble_tip(layout);
+  if (gHand.bubble.empty() || !pointed)
     return;
   const std::string text = shortened(gHand.bubble);
   const int width = measured_width(text, Font{}) + 12;
   const int height = measured_height(Font{}) + 8;
-  const Point tip{node->box.right, node->box.centre().y};
+  const Point tip = *pointed;
   const Rect box{tip.x + 12, tip.y - height / 2, tip.x + 12 + width, tip.y + height / 2};
   const Pen pen{kFaint, 1, PenStyle::solid};
   const Point corners[] = {tip, {box.left, tip.y - 4}, {box.left, tip.y + 4}};

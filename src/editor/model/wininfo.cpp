@@ -3,6 +3,7 @@
 #include "editor/model/wininfo.h"
 
 #include <new>
+#include <unordered_map>
 
 #include "editor/model/vel_segs.h"
 #include "platform/desktop.h"
@@ -17,6 +18,27 @@ int gSegsChanged = 0;
 namespace {
 
 WinInfo *last_picture = nullptr;
+
+// The stored components by name and number, made anew after the list has changed. Names are
+// changed by others, so what is found here is looked at again.
+std::unordered_map<std::string, WinInfo *> stored_pictures;
+bool list_changed = true;
+
+std::string key_of(const std::string &name, int cmpnt) {
+  return std::to_string(cmpnt) + ' ' + name;
+}
+
+bool is_stored_as(const WinInfo *wi, const std::string &name, int cmpnt) {
+  return wi->win == 0 && wi->cmpnt == cmpnt && wi->name == name;
+}
+
+void index_stored_pictures() {
+  stored_pictures.clear();
+  for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
+    if (wi->win == 0)
+      stored_pictures.emplace(key_of(wi->name, wi->cmpnt), wi);
+  list_changed = false;
+}
 
 // Picture windows made so far, for cascading.
 int windows_made = 0;
@@ -42,6 +64,7 @@ int NewWinInfo(WindowId window, int type, WinInfo **wi) {
   }
   (last_picture != nullptr ? last_picture->next : gWinInfo) = fresh;
   last_picture = fresh;
+  list_changed = true;
   return 1;
 }
 
@@ -58,6 +81,20 @@ int PictureExists(const std::string &fname, int cmpnt, WinInfo **wi) {
     if ((*wi)->cmpnt == cmpnt && (*wi)->name == fname)
       return 1;
   return 0;
+}
+
+WinInfo *FindStoredPicture(const std::string &name, int cmpnt) {
+  if (list_changed)
+    index_stored_pictures();
+  const auto known = stored_pictures.find(key_of(name, cmpnt));
+  if (known != stored_pictures.end() && is_stored_as(known->second, name, cmpnt))
+    return known->second;
+  for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
+    if (is_stored_as(wi, name, cmpnt)) {
+      list_changed = true; // it has got its name since
+      return wi;
+    }
+  return nullptr;
 }
 
 int ClearWinInfo(WinInfo *wi) {
@@ -111,6 +148,7 @@ void unlink_picture(WinInfo *wi) {
   (before != nullptr ? before->next : gWinInfo) = wi->next;
   if (last_picture == wi)
     last_picture = before;
+  list_changed = true;
 }
 
 } // namespace
@@ -151,6 +189,7 @@ void FreeAllPictures() {
     gWinInfo = next;
   }
   last_picture = nullptr;
+  list_changed = true;
 }
 
 } // namespace velora

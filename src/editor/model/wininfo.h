@@ -19,6 +19,9 @@ int NewWinInfo(WindowId window, int type, WinInfo **wi);
 int FindWinInfo(WindowId window, WinInfo **wi);
 // The first record of that name and component number; 1 and `wi` set, or 0.
 int PictureExists(const std::string &fname, int cmpnt, WinInfo **wi);
+// The first stored component (no window's) of that name and number, or null. A script that asks for
+// one after another takes linear time.
+WinInfo *FindStoredPicture(const std::string &name, int cmpnt);
 // Frees the segments and makes the record fresh again; its kind and window stay.
 int ClearWinInfo(WinInfo *wi);
 // Copies name, component, text size, window size, annotation and segments. Answers 1.

@@ -119,6 +119,9 @@ void PainterCanvas::use(const Pen &pen, const Brush &brush) {
     if (pen.style == PenStyle::dotted) {
       made.setCapStyle(Qt::FlatCap);
       made.setDashPattern({2.0 / pen.width, 2.0 / pen.width});
+    } else if (pen.style == PenStyle::dashed) {
+      made.setCapStyle(Qt::FlatCap);
+      made.setDashPattern({6.0 / pen.width, 3.0 / pen.width});
     }
     painter_.setPen(made);
   }

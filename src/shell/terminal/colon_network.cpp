@@ -69,14 +69,6 @@ int show_neighbours(const std::string &name, bool callees, const char *none) {
   return 1;
 }
 
-// The stored network of the database, or null.
-const WinInfo *stored_network() {
-  for (const WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
-    if (wi->win == 0 && wi->cmpnt == 0 && wi->name == kNetworkName)
-      return wi;
-  return nullptr;
-}
-
 void note_unsaved_code() {
   if (gSymbolTableChanged != 0)
     show_note("note: the network is that of the saved code; \":save\" saves what has changed\n");
@@ -90,7 +82,7 @@ int colon_network(const std::string &argument) {
   note_unsaved_code();
   if (argument.empty())
     return StoreNetwork();
-  if (const WinInfo *stored = stored_network())
+  if (const WinInfo *stored = FindStoredPicture(kNetworkName, 0))
     return write_network_picture(stored, argument);
   NetworkRequest request;
   request.file = argument;

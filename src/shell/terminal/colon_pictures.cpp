@@ -39,16 +39,15 @@ int on_hidden_copy(const std::vector<ColonWord> &words,
                    const std::function<int(WinInfo *)> &command) {
   int component = 0;
   const std::string name = take_name(words, component);
-  for (const WinInfo *stored = gWinInfo; stored != nullptr; stored = stored->next) {
-    if (stored->win != 0 || stored->cmpnt != component || stored->name != name)
-      continue;
-    WinInfo copy;
-    copy.wtype = stored->wtype;
-    CopyWinInfo(stored, &copy);
-    return command(&copy);
+  const WinInfo *stored = FindStoredPicture(name, component);
+  if (stored == nullptr) {
+    orvek_errorf("There is no picture %d of %s\n", component, name.c_str());
+    return 0;
   }
-  orvek_errorf("There is no picture %d of %s\n", component, name.c_str());
-  return 0;
+  WinInfo copy;
+  copy.wtype = stored->wtype;
+  CopyWinInfo(stored, &copy);
+  return command(&copy);
 }
 
 // What Remove does in a window, for a picture that is named.

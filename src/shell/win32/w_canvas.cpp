@@ -77,19 +77,22 @@ Rect ImageCanvas::dots_of(const Rect &box) const {
 
 void ImageCanvas::dashes(SoftPoint from, SoftPoint to, const Pen &pen) {
   const double length = std::hypot(to.x - from.x, to.y - from.y);
-  const double dash = std::max(1.0, kDash * view_.scale);
+  // Dots are as long as the gaps between them, dashes three times as long with wider gaps.
+  const bool dotted = pen.style == PenStyle::dotted;
+  const double dash = std::max(1.0, (dotted ? 1 : 3) * kDash * view_.scale);
+  const double step = dotted ? 2 * dash : 1.5 * dash;
   const auto at = [&](double way) {
     const double share = std::min(way / length, 1.0);
     return SoftPoint{from.x + (to.x - from.x) * share, from.y + (to.y - from.y) * share};
   };
-  for (double way = 0; way < length; way += 2 * dash)
+  for (double way = 0; way < length; way += step)
     shapes_.stroke(at(way), at(way + dash), pen.width * view_.scale, pen.colour);
 }
 
 // The ends reach half the line's width further, which closes the corners of outlines.
 void ImageCanvas::stroke(SoftPoint from, SoftPoint to, const Pen &pen) {
   const double length = std::hypot(to.x - from.x, to.y - from.y);
-  if (pen.style == PenStyle::dotted) {
+  if (pen.style == PenStyle::dotted || pen.style == PenStyle::dashed) {
     dashes(from, to, pen);
   } else if (pen.style == PenStyle::solid) {
     const double width = pen.width * view_.scale;

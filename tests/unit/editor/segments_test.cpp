@@ -12,6 +12,27 @@ namespace {
 
 class SegmentsTest : public PictureTest {};
 
+// What is stored under a name is found whatever has become of the list and of names since.
+TEST_F(SegmentsTest, FindsStoredPicturesByNameAndNumber) {
+  WinInfo *first = picture("f");
+  WinInfo *second = picture("f", 1);
+  EXPECT_EQ(FindStoredPicture("f", 0), first);
+  EXPECT_EQ(FindStoredPicture("f", 1), second);
+  second->name = "g";
+  EXPECT_EQ(FindStoredPicture("f", 1), nullptr);
+  EXPECT_EQ(FindStoredPicture("g", 1), second);
+  first->win = 5;
+  EXPECT_EQ(FindStoredPicture("f", 0), nullptr) << "a window shows it";
+  WinInfo *third = picture("f");
+  EXPECT_EQ(FindStoredPicture("f", 0), third);
+  RemovePicture(third);
+  EXPECT_EQ(FindStoredPicture("f", 0), nullptr);
+  first->win = 0;
+  EXPECT_EQ(FindStoredPicture("f", 0), first);
+  FreeAllPictures();
+  EXPECT_EQ(FindStoredPicture("f", 0), nullptr);
+}
+
 TEST_F(SegmentsTest, NewNodesHaveTheGeometryOfTheirTool) {
   struct Case {
     int tool;

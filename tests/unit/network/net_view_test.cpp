@@ -3,8 +3,10 @@
 
 #include <set>
 
+#include "editor/draw.h"
 #include "editor/make_picture.h"
 #include "editor/model/vel_segs.h"
+#include "kit/log_canvas.h"
 #include "kit/pictures.h"
 #include "network/call_graph.h"
 #include "network/links.h"
@@ -105,6 +107,37 @@ TEST_F(Network, PrunesTheLowestFunctionsReached) {
   EXPECT_EQ(pruned(kAllLowest, "x"), "M a a>b b b>M x ");
   EXPECT_EQ(pruned(kBuiltinAndSystem, "a"), "M a a>b b b>M b>d d x x>d ");
   EXPECT_EQ(pruned(kAllLowest, ""), "M a a>b b b>M b>d d x x>d ");
+}
+
+// A frame that would hold a stranger goes close around the boxes of the circle and its arrows.
+TEST_F(Network, FramesACircleWithoutStrangers) {
+  for (const bool stranger : {false, true}) {
+    WinInfo *wi = network("ab ba", stranger ? "abc" : "ab");
+    const auto put = [wi](int slot, int x, int y) {
+      Segm *seg = wi->seg_ments[slot];
+      seg->lx = x;
+      seg->ly = y;
+      seg->ux = x + 40;
+      seg->uy = y + 20;
+    };
+    put(1, 20, 20);
+    put(2, 320, 220);
+    if (stranger)
+      put(3, 300, 30);
+    kit::LogCanvas log;
+    DrawVeloraWindow(wi, log);
+    const Point within{320, 40}; // of the third box
+    int around_all = 0;
+    int around_one = 0;
+    for (const auto &shape : log.shapes) {
+      if (shape.kind != 'r' || shape.pen.style != PenStyle::dotted)
+        continue;
+      around_all += shape.box.contains(within) ? 1 : 0;
+      around_one += shape.box.contains({30, 30}) ? 1 : 0;
+    }
+    EXPECT_EQ(around_all, stranger ? 0 : 1);
+    EXPECT_EQ(around_one, 1);
+  }
 }
 
 TEST_F(Network, ShowsRootsOnAGridOfTenths) {

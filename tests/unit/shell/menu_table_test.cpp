@@ -130,12 +130,16 @@ TEST(MenuTable, EveryAcceleratorOfTheScriptIsThatOfItsCommand) {
     ASSERT_NE(command, nullptr) << line;
     std::string key = line.substr(0, comma);
     key.erase(0, key.find_first_not_of(" "));
-    const std::string name = key == "VK_F3" ? "F3" : "Ctrl+" + key.substr(1, 1);
-    EXPECT_EQ(command->accelerator, name);
-    EXPECT_EQ(line.find("CONTROL") != std::string::npos, key != "VK_F3");
+    const std::map<std::string, std::string> named = {
+        {"VK_F3", "F3"}, {"VK_LEFT", "Alt+Left"}, {"VK_RIGHT", "Alt+Right"}};
+    const auto special = named.find(key);
+    EXPECT_EQ(command->accelerator,
+              special != named.end() ? special->second : "Ctrl+" + key.substr(1, 1));
+    EXPECT_EQ(line.find("CONTROL") != std::string::npos, special == named.end());
+    EXPECT_EQ(line.find("ALT") != std::string::npos, key == "VK_LEFT" || key == "VK_RIGHT");
     ++count;
   }
-  EXPECT_EQ(count, 15);
+  EXPECT_EQ(count, 17);
 }
 
 TEST(MenuTable, UserMenusStandInTheScript) {

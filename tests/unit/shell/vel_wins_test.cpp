@@ -51,6 +51,33 @@ TEST_F(Windows, FirstPlacements) {
   EXPECT_EQ(gNumDocuments, 5) << "the frame counts";
 }
 
+// Going back and forward over windows that had the focus; a window that closes is passed by, and
+// one that is chosen in another way drops what lay ahead.
+TEST_F(Windows, BackAndForwardFollowTheFocus) {
+  const WindowId one = open_orvek("");
+  const WindowId two = open_orvek("");
+  const WindowId three = open_orvek("");
+  for (const WindowId win : {one, two, one, two, three})
+    window_activated(win);
+  const auto go = [this](int step) {
+    const bool gone = go_over_windows(step) != 0;
+    window_activated(desktop().focus); // as a window system does
+    return gone ? previous : 0;
+  };
+  EXPECT_EQ(go(1), 0);
+  EXPECT_EQ(go(-1), two);
+  EXPECT_EQ(go(-1), one);
+  EXPECT_EQ(go(1), two);
+  EXPECT_EQ(go(-1), one);
+  close_asked(two);
+  EXPECT_EQ(window_in_history(-1), 0) << "one, two, one is one window now";
+  EXPECT_EQ(go(1), three);
+  EXPECT_EQ(go(-1), one);
+  window_activated(hControl);
+  EXPECT_EQ(window_in_history(1), 0);
+  EXPECT_EQ(go(-1), one);
+}
+
 TEST_F(Windows, TheFocusGoesRoundInBothDirections) {
   const WindowId one = open_orvek("");
   const WindowId two = open_orvek("");
