@@ -19,7 +19,8 @@ void stored_pictures_changed();
 // Runs the end of a gesture as one command through the return point; refused with a beep while
 // another runs. Defined by shell/picture_hand.
 void run_gesture(const std::function<void()> &end);
-// Opens the function of that name in a window. Defined by shell/picture_hand.
+// Opens the function of that name in a window: its picture, or its text when it has none. Defined
+// by shell/picture_hand.
 void open_function(const std::string &name);
 // Shows the clauses of one function that call another, and the first of them beside the arrow of
 // that slot. Defined by shell/picture_hand.

@@ -122,6 +122,7 @@ struct Graph {
       feeders[static_cast<std::size_t>(arrow.to)].push_back(static_cast<std::size_t>(arrow.from));
       ++waiting[static_cast<std::size_t>(arrow.from)];
     }
+    // A node is taken when all that it feeds have been: then its longest way down is known.
     std::vector<std::size_t> open;
     for (std::size_t i = 0; i < nodes.size(); ++i)
       if (waiting[i] == 0)

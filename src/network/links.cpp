@@ -46,6 +46,7 @@ PairList filter_pairs(const PairList &pairs, const std::string &name, bool forwa
     const std::vector<std::size_t> *out;
     std::size_t next;
   };
+  // The names that were entered and not left yet, each with the next of its pairs to look at.
   PairList result;
   std::unordered_set<std::string_view> visited{name};
   std::vector<Visit> open{{&pairs_of(name), 0}};
@@ -62,6 +63,7 @@ PairList filter_pairs(const PairList &pairs, const std::string &name, bool forwa
     if (visited.insert(onward).second)
       open.push_back({&pairs_of(onward), 0});
   }
+  // Each pair would have been put before the ones met earlier.
   std::reverse(result.begin(), result.end());
   return result;
 }

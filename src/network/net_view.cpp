@@ -205,6 +205,8 @@ NetworkView look_at_network(const WinInfo *wi) {
     number.emplace(seg, static_cast<int>(shown.size()));
     shown.push_back(seg);
   });
+  // Where each visible node leads: by its own arrows, and over hidden nodes where none of these
+  // leads there.
   std::vector<std::vector<int>> next(shown.size());
   for (std::size_t i = 0; i < shown.size(); ++i) {
     CheckForUserEvents(0);

@@ -6,9 +6,11 @@
 #include "editor/clause_form.h"
 #include "editor/hand/hand.h"
 #include "editor/needs.h"
+#include "editor/symbol_state.h"
 #include "platform/response.h"
 #include "shell/desk_events.h"
 #include "shell/picture_windows.h"
+#include "shell/text_windows.h"
 #include "shell/vel_wins.h"
 #include "shell/x_menus.h"
 
@@ -35,9 +37,19 @@ void run_gesture(const std::function<void()> &end) {
     run_entry(whole);
 }
 
+// A function without a picture is shown as its text; one without clauses as its starting picture.
 void open_function(const std::string &name) {
-  if (!name.empty())
+  if (name.empty())
+    return;
+  const SymbolState code = take_symbol_state(name);
+  if (has_picture(name) || code.clauses.empty()) {
     ShowGraphic(name.c_str(), 0, nullptr);
+    return;
+  }
+  std::string text = "fdec\n" + code.declaration + " ;\n;\nfdef\n";
+  for (const std::string &clause : code.clauses)
+    text += clause + " ;\n";
+  show_code(text + ";\n");
 }
 
 void show_calls(WinInfo *wi, int arc) {

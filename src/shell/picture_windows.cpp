@@ -442,6 +442,10 @@ int ShowGraphic(const char *name, int type, WinInfo *wi) {
   return loaded;
 }
 
+bool has_picture(const std::string &name) {
+  return find_picture(name) != nullptr;
+}
+
 int show_picture(const char *name) {
   return ShowGraphic(name, 0, nullptr);
 }

@@ -71,4 +71,7 @@ int FindAndDisplayStructure(const std::string &name, WinInfo *wi);
 // Does the item of a user menu: shows the picture of that name. 1 when one was shown.
 int choose_user_item(int command, MenuBar bar);
 
+// True when a stored picture is named so, or one of a type holds a box of that name.
+bool has_picture(const std::string &name);
+
 } // namespace velora

@@ -125,6 +125,20 @@ WindowId NewOrvekWindow() {
   return win;
 }
 
+WindowId show_code(const std::string &text) {
+  for (const WindowId win : windows_of_kind(kOrvekWindow))
+    if (gDesktop->text_of(win) == text) {
+      gDesktop->focus_window(win);
+      return win;
+    }
+  const WindowId win = NewOrvekWindow();
+  if (win == 0)
+    return 0;
+  gDesktop->set_text(win, text);
+  stored_texts[win] = gDesktop->text_of(win);
+  return win;
+}
+
 int close_orvek_window(WindowId win) {
   if (!is_stored(win) && offer_to_store(win) == 0)
     return 0;

@@ -12,6 +12,9 @@ namespace velora {
 
 // Opens a further language text window; 0 on failure.
 WindowId NewOrvekWindow();
+// Shows a piece of code in a language text window, one that shows it already or a further one; what
+// is not changed in it counts as stored. The window, or 0 on failure.
+WindowId show_code(const std::string &text);
 // Closes the language text windows whose text is stored; 1 when none is left.
 int CloseOrvekWindows();
 // Closes one, asking first when its text is not stored; 1 when it closed.

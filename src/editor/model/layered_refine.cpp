@@ -19,7 +19,7 @@ constexpr long kThrough = 40;
 
 // Pairs looked at, for each box and at most; bounds the time.
 constexpr long kWorkForBox = 60'000;
-constexpr long kMostWork = 25'000'000;
+constexpr long kMostWork = 33'000'000;
 constexpr int kMostPasses = 8;
 
 struct Spot {

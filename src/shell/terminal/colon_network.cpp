@@ -9,6 +9,7 @@
 #include "network/call_graph.h"
 #include "network/net_exp.h"
 #include "network/net_store.h"
+#include "network/net_tidy.h"
 #include "platform/response.h"
 #include "shell/network_files.h"
 #include "shell/terminal/colon.h"
@@ -69,6 +70,26 @@ int show_neighbours(const std::string &name, bool callees, const char *none) {
   return 1;
 }
 
+// Sets the boxes of the stored network apart; without one it is made first.
+int tidy_stored_network() {
+  if (FindStoredPicture(kNetworkName, 0) == nullptr && StoreNetwork() == 0)
+    return 0;
+  const int moved = tidy_network(FindStoredPicture(kNetworkName, 0));
+  if (moved > 0)
+    gSegsChanged = 1;
+  DisplayResponsef("%d functions moved\n", moved);
+  return 1;
+}
+
+// Stores the network; its levels are as narrow as a window, so boxes may lie on others.
+int store_network() {
+  if (StoreNetwork() == 0)
+    return 0;
+  if (boxes_overlap(FindStoredPicture(kNetworkName, 0)))
+    show_note("note: some functions lie on others; \":network tidy\" sets them apart\n");
+  return 1;
+}
+
 void note_unsaved_code() {
   if (gSymbolTableChanged != 0)
     show_note("note: the network is that of the saved code; \":save\" saves what has changed\n");
@@ -81,7 +102,9 @@ int colon_network(const std::string &argument) {
     return 0;
   note_unsaved_code();
   if (argument.empty())
-    return StoreNetwork();
+    return store_network();
+  if (argument == "tidy")
+    return tidy_stored_network();
   if (const WinInfo *stored = FindStoredPicture(kNetworkName, 0))
     return write_network_picture(stored, argument);
   NetworkRequest request;
