@@ -3,6 +3,7 @@
 The tests beside it use what stands here: `Desk` does what a person does and sees, `check` and
 `check_soon` tell what is wrong, `pixels` reads a saved picture.
 """
+import glob
 import os
 import select
 import shutil
@@ -112,6 +113,11 @@ class Screen:
         subprocess.run(["wineserver", "-k"], env=self.env, stderr=subprocess.DEVNULL, timeout=60)
         subprocess.run(["wineserver", "-w"], env=self.env, stderr=subprocess.DEVNULL, timeout=60)
 
+    def forget_work(self):
+        """Removes what programs that were ended kept for the next start, which would ask about it."""
+        for folder in glob.glob(os.path.join(PREFIX, "drive_c/users/*/AppData/Local/velora")):
+            shutil.rmtree(folder, ignore_errors=True)
+
     def shot(self, name):
         subprocess.run(["import", "-window", "root", os.path.join(SHOTS, name + ".png")],
                        env=self.env, stderr=subprocess.DEVNULL, timeout=60)
@@ -133,6 +139,7 @@ class Desk:
 
     def __init__(self, screen, folder, program=PROGRAM, arguments=()):
         self.folder = folder
+        screen.forget_work()
         self.program = subprocess.Popen(["wine", program, *arguments], env=screen.env, cwd=folder,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.driver = subprocess.Popen(["wine", DRIVER], env=screen.env, stdin=subprocess.PIPE,

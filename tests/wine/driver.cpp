@@ -147,7 +147,7 @@ Answer do_described(const Arguments &a) {
   void *found = nullptr;
   if (window == nullptr ||
       AccessibleObjectFromWindow(edit != nullptr ? edit : window, static_cast<DWORD>(OBJID_CLIENT),
-                                 IID_IAccessible, &found) != S_OK)
+                                 __uuidof(IAccessible), &found) != S_OK)
     return {false, ""};
   auto *heard = static_cast<IAccessible *>(found);
   VARIANT itself{};

@@ -24,6 +24,7 @@ def run_script(desk, case):
         shutil.copy(os.path.join(ROOT, name), folder)
     (folder / "script.events").write_text(case.body("events"), encoding="utf-8")
     words = case.argument("options").split()
+    desk.screen.forget_work()
     # Into files: a pipe stays open as long as any process of Wine that this one happens to start.
     shown, told = folder / "shown.txt", folder / "told.txt"
     with open(shown, "wb") as out, open(told, "wb") as errors:

@@ -15,6 +15,7 @@
 #include "shell/win32/w_desktop.h"
 #include "shell/win32/w_dialogs.h"
 #include "shell/win32/w_libraries.h"
+#include "shell/win32/w_names.h"
 #include "shell/win32/w_objects.h"
 #include "shell/win32/w_script.h"
 #include "shell/win32/w_text.h"
@@ -179,5 +180,6 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int show) {
   set_stack_limit(win32::stack_left());
   const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&controls);
+  win32::let_windows_be_described();
   return win32::run(show);
 }

@@ -36,7 +36,7 @@ public:
   Described &operator=(const Described &) = delete;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void **out) override {
-    if (id != IID_IUnknown && id != IID_IDispatch && id != IID_IAccessible) {
+    if (id != __uuidof(IUnknown) && id != __uuidof(IDispatch) && id != __uuidof(IAccessible)) {
       *out = nullptr;
       return E_NOINTERFACE;
     }
@@ -157,15 +157,20 @@ private:
 
 } // namespace
 
+// The answers go to the other program by the system's own calls between programs.
+void let_windows_be_described() {
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+}
+
 bool describe(const Window &window, HWND part, WPARAM wparam, LPARAM lparam, LRESULT &answer) {
   void *system = nullptr;
   if (static_cast<LONG>(lparam) != static_cast<LONG>(OBJID_CLIENT) ||
-      CreateStdAccessibleObject(part, OBJID_CLIENT, IID_IAccessible, &system) != S_OK)
+      CreateStdAccessibleObject(part, OBJID_CLIENT, __uuidof(IAccessible), &system) != S_OK)
     return false;
   auto *described = new Described(window.id, static_cast<IAccessible *>(system));
-  answer = LresultFromObject(IID_IAccessible, wparam, described);
+  answer = LresultFromObject(__uuidof(IAccessible), wparam, described);
   described->Release();
-  return true;
+  return SUCCEEDED(static_cast<HRESULT>(answer));
 }
 
 } // namespace velora::win32

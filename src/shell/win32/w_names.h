@@ -6,6 +6,8 @@
 
 namespace velora::win32 {
 
+// Makes ready for what other programs ask; to be called once, at the start.
+void let_windows_be_described();
 // Answers a request for what is known of a control or a drawn window; false for other requests.
 bool describe(const Window &window, HWND part, WPARAM wparam, LPARAM lparam, LRESULT &answer);
 
