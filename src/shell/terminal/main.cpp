@@ -172,6 +172,7 @@ int run_events(const Options &options) {
   gDesktop = &desktop;
   gConsole = &gDesktopConsole;
   gNotes = options.notes ? 1 : 0;
+  gAnswerNotes = 0; // as in the desktop program
   gProgressDots = 0;
   EventRunner runner(desktop);
   if (!runner.read(options.events)) {
