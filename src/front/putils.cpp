@@ -34,29 +34,67 @@ struct Place {
 };
 Place noted;
 
-// Names the place of column `at` of the current line, whose text is `line`, and marks it.
-void show_place(const std::string &line, std::size_t at) {
+// Characters of the current line before byte `at`; goes on from where the last place of the line
+// was.
+std::size_t characters_before(std::size_t at) {
+  static Place counted;
+  static std::size_t count = 0;
+  Place now{pp_source_name(), pp_line_number(), at};
+  const bool goes_on = now.source == counted.source && now.line == counted.line &&
+                       counted.column <= at && at <= pp_line_length();
+  const std::size_t from = goes_on ? counted.column : 0;
+  count = (goes_on ? count : 0) + count_characters(pp_line_part(from, at));
+  counted = std::move(now);
+  return count;
+}
+
+// Names the place of byte `at` of the current line, before which `before` characters stand, and
+// marks it in `part`, which is the line from byte `from` on as far as it may be quoted.
+void show_place(const std::string &part, std::size_t from, std::size_t at, std::size_t before) {
   if (pp_source_name().empty())
     show_note("note: here");
   else
-    show_note("note: " + pp_place(count_characters(std::string_view(line).substr(0, at)) + 1));
-  show_excerpt(line, at);
+    show_note("note: " + pp_place(before + 1));
+  show_excerpt(part, at - from);
+}
+
+// The same for a line whose tokens are cut out of it. Of a long line only what may be quoted is
+// looked at.
+void show_place_of_token(std::size_t at) {
+  const std::size_t from = at > 2 * kExcerpt ? at - 2 * kExcerpt : 0;
+  std::string part = pp_line_part(from, at + 2 * kExcerpt);
+  // The end that a typed statement is given is not the user's.
+  if (pp_source_name().empty() && at + 2 * kExcerpt >= pp_line_length() && part.ends_with(";;"))
+    part.pop_back();
+  show_place(part, from, at, pp_source_name().empty() ? 0 : characters_before(at));
 }
 
 // Shows where the current token stands, once for each token.
 void note_place() {
   if (gNotes == 0)
     return;
-  std::string line = pp_line_text();
-  if (pp_source_name().empty() && line.ends_with(";;"))
-    line.pop_back(); // the end that a typed statement is given
+  std::size_t length = pp_line_length();
+  if (pp_source_name().empty() &&
+      pp_line_part(length - std::min<std::size_t>(length, 2), length) == ";;")
+    --length; // the end that a typed statement is given
   const std::size_t at =
-      std::min(static_cast<std::size_t>(pp_start - pp_line_buffer.data()), line.size());
+      std::min(static_cast<std::size_t>(pp_start - pp_line_buffer.data()), length);
   const Place place{pp_source_name(), pp_line_number(), at};
   if (place == noted)
     return;
   noted = place;
-  show_place(line, at);
+  show_place_of_token(at);
+}
+
+// A name as messages repeat it: no longer than a name may be.
+std::string echoed(std::string name) {
+  constexpr std::size_t kLongest = 255;
+  if (name.size() <= kLongest)
+    return name;
+  std::size_t to = kLongest;
+  while (to > 0 && continues_character(name[to]))
+    --to;
+  return name.substr(0, to) + "...";
 }
 
 // While one is in scope a faulty statement is skipped.
@@ -190,7 +228,8 @@ void show_excerpt(const std::string &line, std::size_t at) {
 
 int report_error(const char *fun, const char *token_required) {
   ++gParseErrors;
-  BeepMsgef(1, "Error (%s):  %s found when { %s } expected\n", fun, pp_start, token_required);
+  BeepMsgef(1, "Error (%s):  %s found when { %s } expected\n", echoed(fun).c_str(),
+            echoed(pp_start).c_str(), token_required);
   note_place();
   return 0;
 }
@@ -218,7 +257,7 @@ void report_undefined(bool infix) {
     return;
   }
   const std::string name = pp_start;
-  BeepMsge("please define unrecognised symbol: " + name + "\n", 1);
+  BeepMsge("please define unrecognised symbol: " + echoed(name) + "\n", 1);
   if (gNotes == 0)
     return;
   note_place();
@@ -240,7 +279,8 @@ void note_open_text() {
   // The tokenizer has cut nothing out of the line at this moment.
   const std::string line(pp_line_buffer.begin(), pp_line_buffer.end() - 2);
   advise(Note::open_text);
-  show_place(line, static_cast<std::size_t>(pp_start - pp_line_buffer.data()));
+  const auto at = static_cast<std::size_t>(pp_start - pp_line_buffer.data());
+  show_place(line, 0, at, count_characters(std::string_view(line).substr(0, at)));
 }
 
 void fail_silently() {

@@ -14,9 +14,17 @@ QueryStart::QueryStart()
   // "f ::= int -> int" has types behind the sign and nothing between it and the name.
   if (!defines_)
     return;
-  const std::string line = pp_line_text();
-  const std::size_t sign =
-      line.find("::=", static_cast<std::size_t>(pp_start - pp_line_buffer.data()));
+  const auto start = static_cast<std::size_t>(pp_start - pp_line_buffer.data());
+  std::string line;
+  std::size_t sign = 0;
+  // Pieces of the line, until the statement's end stands in one.
+  for (std::size_t piece = 256;; piece *= 2) {
+    line = pp_line_part(start, start + piece);
+    sign = line.find("::=");
+    if (line.size() < piece ||
+        (sign != std::string::npos && line.find(';', sign) != std::string::npos))
+      break;
+  }
   const std::string behind = line.substr(sign + 3, line.find(';', sign) - sign - 3);
   const std::size_t first = behind.find_first_not_of(' ');
   const std::string word = first == std::string::npos

@@ -131,17 +131,31 @@ bool pp_rest_of_file() {
          pp_file->find_first_not_of(" \t\r\n", gReading.file_pos) != std::string::npos;
 }
 
-std::string pp_line_text() {
-  std::string text(pp_line_buffer.begin(), pp_line_buffer.end());
-  const auto at = [&](const char *p) -> char & {
-    return text[static_cast<std::size_t>(p - pp_line_buffer.data())];
+std::size_t pp_line_length() {
+  return pp_line_buffer.size() - 2;
+}
+
+// Two characters of the buffer may stand covered by the ends of tokens.
+std::string pp_line_part(std::size_t from, std::size_t to) {
+  to = std::min(to, pp_line_length());
+  if (from >= to)
+    return {};
+  const char *const begin = pp_line_buffer.data();
+  std::string text(begin + from, begin + to);
+  const auto uncover = [&](const char *p, char c) {
+    const auto at = static_cast<std::size_t>(p - begin);
+    if (at >= from && at < to)
+      text[at - from] = c;
   };
   if (pp_hidden_quote != nullptr)
-    at(pp_hidden_quote) = '"';
-  at(pp_pos) = pp_last_char;
-  text.resize(text.size() - 2);
+    uncover(pp_hidden_quote, '"');
+  uncover(pp_pos, pp_last_char);
   std::replace(text.begin(), text.end(), '\0', ' ');
   return text;
+}
+
+std::string pp_line_text() {
+  return pp_line_part(0, pp_line_length());
 }
 
 void pp_set_prompt(const char *prompt) {
@@ -168,18 +182,26 @@ std::string pp_take_record() {
 std::string pp_recorded_statement() {
   if (!gReading.record.on || gReading.record.paused)
     return {};
-  const std::string line = pp_line_text();
-  const std::string text =
-      gReading.record.text + line.substr(std::min(gReading.record.from, line.size()));
+  // The statement is looked for in pieces of the line, each as long as all before it.
+  constexpr std::size_t kPiece = 256;
+  std::string text = gReading.record.text;
+  std::size_t from = gReading.record.from;
+  std::size_t i = text.size();
   bool quoted = false;
-  for (std::size_t i = gReading.record.text.size(); i < text.size(); ++i) {
-    if (text[i] == '"')
-      quoted = !quoted;
-    else if (!quoted && text[i] == '\'' && i + 2 < text.size() && text[i + 2] == '\'')
-      i += 2; // a character literal
-    else if (!quoted && text[i] == ';')
-      return text.substr(0, i);
-  }
+  do {
+    const std::size_t to = std::min(pp_line_length(), from + std::max(kPiece, text.size()));
+    text += pp_line_part(from, to);
+    from = std::max(from, to);
+    const bool whole = from >= pp_line_length();
+    for (; i + (whole ? 0 : 2) < text.size(); ++i) {
+      if (text[i] == '"')
+        quoted = !quoted;
+      else if (!quoted && text[i] == '\'' && i + 2 < text.size() && text[i + 2] == '\'')
+        i += 2; // a character literal
+      else if (!quoted && text[i] == ';')
+        return text.substr(0, i);
+    }
+  } while (from < pp_line_length());
   return {};
 }
 

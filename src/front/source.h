@@ -36,6 +36,10 @@ long pp_line_number();
 bool pp_rest_of_file();
 // The current line as it was read, without its line end.
 std::string pp_line_text();
+// How long it is, and the part [from, to) of it: a line may be as long as memory goes, and what
+// looks at each of its statements must not look at all of it each time.
+std::size_t pp_line_length();
+std::string pp_line_part(std::size_t from, std::size_t to);
 
 // The prompt for the next console line, while no token of a statement has been read.
 void pp_set_prompt(const char *prompt);
