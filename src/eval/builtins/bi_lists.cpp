@@ -7,6 +7,7 @@
 #include "core/clock.h"
 #include "eval/builtins/bi_maths.h"
 #include "eval/builtins/families.h"
+#include "eval/failed_runs.h"
 
 namespace velora {
 
@@ -266,21 +267,102 @@ void own_cells(node **place) {
 
 } // namespace
 
+namespace {
+
+// A value of a few nodes that forcing leaves as it is and nothing but a write in place can change.
+bool is_plain(const node *n, int depth = 8) {
+  if (n->quote != 0)
+    return false;
+  if (!is_apply(n))
+    return n->type == kConstructorNode || (n->type >= kInteger && n->type <= kString);
+  return depth > 0 && (n->flags & kStaticNode) == 0 && is_plain(n->val.a.a1, depth - 1) &&
+         is_plain(n->val.a.a2, depth - 1);
+}
+
+// The list that has grown last. All its cells are its own and all its elements but the last are
+// plain, as long as nothing was written in place and the space was not collected (when the nodes
+// may be others). So a list that grows by one element after the other is not walked each time.
+class GrownList {
+public:
+  [[nodiscard]] bool is(const node *list) const {
+    return last_ != nullptr && is_apply(list) && list->quote == 0 && list->val.a.a1 == head_ &&
+           list->val.a.a2 == tail_ && changes_ == gOtherChanges &&
+           collections_ == space_counters().collections &&
+           // Evaluating it nests one deeper for a moment.
+           Evaluates + 1 < gNestingLimit && Evaluates < gDeepest;
+  }
+
+  // Forces what is not known to be plain: the last element, and what that has put behind it. False
+  // when the list must be looked at as a whole.
+  bool force_rest() {
+    node *const last = last_;
+    full_evaluate(cell_head(last));
+    full_evaluate(cell_tail(last));
+    return last == last_ && changes_ == gOtherChanges && is_nil(cell_tail(last)) &&
+           is_plain(cell_head(last));
+  }
+  [[nodiscard]] node *end() const { return cell_tail(last_); }
+
+  // Notes a list that has just got its last cell, `last`.
+  void note(const node *list, node *last) {
+    head_ = list->val.a.a1;
+    tail_ = list->val.a.a2;
+    last_ = last;
+    changes_ = gOtherChanges;
+    collections_ = space_counters().collections;
+  }
+  void forget() { last_ = nullptr; }
+
+private:
+  const node *head_ = nullptr; // the two parts of its first cell
+  const node *tail_ = nullptr;
+  node *last_ = nullptr;
+  std::uint64_t changes_ = 0;
+  std::uint64_t collections_ = 0;
+};
+GrownList grown;
+
+// The list argument forced, with cells of its own, and its end. False when it is no list.
+bool list_to_grow(node **stack, Root &list, node *&end, bool &all_plain) {
+  list = bi_arg(stack, 1);
+  if (grown.is(list)) {
+    all_plain = grown.force_rest();
+    if (all_plain) {
+      end = grown.end();
+      return true;
+    }
+    if (is_list(bi_arg(stack, 1)) == 0)
+      return false;
+  } else if (force_list(stack, 1) == nullptr) {
+    return false;
+  }
+  list = bi_arg(stack, 1);
+  own_cells(list.address());
+  all_plain = true;
+  for (end = list; is_cell(end); end = cell_tail(end))
+    all_plain = all_plain && is_plain(cell_head(end));
+  return true;
+}
+
+} // namespace
+
 // The end of the list itself becomes a new cell, so whoever holds the list sees it grow.
 int bi_tag(node **stack, int) {
-  Root list(force_list(stack, 1));
-  if (list.get() == nullptr)
+  Root list;
+  node *end = nullptr;
+  bool all_plain = false;
+  if (!list_to_grow(stack, list, end, all_plain))
     return 0;
-  own_cells(list.address());
   if ((stack[1]->flags & kStaticNode) == 0)
     stack[1]->val.a.a2 = list;
   ListBuilder added;
   added.add_copy(bi_arg(stack, 2));
-  node *end = list;
-  while (is_cell(end))
-    end = cell_tail(end);
   overwrite_node(end, added.finish());
   note_change();
+  if (all_plain)
+    grown.note(list, end);
+  else
+    grown.forget();
   return set_copy(stack[2], list);
 }
 
