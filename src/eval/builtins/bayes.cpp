@@ -40,6 +40,7 @@ int BayesModel::set_features(const std::vector<std::string> &names) {
   }
   features_ = std::move(named);
   classes_.clear();
+  class_numbers_.clear();
   rows_ = 0;
   return 1;
 }
@@ -52,28 +53,21 @@ std::vector<std::string> BayesModel::features() const {
 }
 
 std::size_t BayesModel::known_class(const std::string &name) {
-  if (const Class *known = find_class(name))
-    return static_cast<std::size_t>(known - classes_.data());
-  classes_.push_back({name, 0, std::nullopt});
-  return classes_.size() - 1;
+  const auto [at, is_new] = class_numbers_.try_emplace(name, classes_.size());
+  if (is_new)
+    classes_.push_back({name, 0, std::nullopt});
+  return at->second;
 }
 
 const BayesModel::Class *BayesModel::find_class(const std::string &name) const {
-  auto found = std::find_if(classes_.begin(), classes_.end(),
-                            [&](const Class &known) { return known.name == name; });
-  return found == classes_.end() ? nullptr : &*found;
+  const auto found = class_numbers_.find(name);
+  return found == class_numbers_.end() ? nullptr : &classes_[found->second];
 }
 
 const BayesModel::Feature *BayesModel::find_feature(const std::string &name) const {
   auto found = std::find_if(features_.begin(), features_.end(),
                             [&](const Feature &feature) { return feature.name == name; });
   return found == features_.end() ? nullptr : &*found;
-}
-
-BayesModel::Estimate &BayesModel::estimate_of(std::vector<Estimate> &by_class, std::size_t c) {
-  if (by_class.size() <= c)
-    by_class.resize(c + 1);
-  return by_class[c];
 }
 
 int BayesModel::learn(const std::vector<std::string> &row) {
@@ -83,7 +77,7 @@ int BayesModel::learn(const std::vector<std::string> &row) {
   ++classes_[c].count;
   ++rows_;
   for (std::size_t i = 0; i < features_.size(); ++i)
-    ++estimate_of(features_[i].values[row[i]], c).count;
+    ++features_[i].values[row[i]][c].count;
   return 1;
 }
 
@@ -101,7 +95,7 @@ int BayesModel::set_conditional(const std::string &feature, const std::string &v
     return 0;
   std::size_t c = known_class(name);
   auto &values = features_[static_cast<std::size_t>(found - features_.data())].values;
-  estimate_of(values[value], c).by_hand = p;
+  values[value][c].by_hand = p;
   return 1;
 }
 
@@ -112,9 +106,10 @@ double BayesModel::prior(const Class &of) const {
                     : static_cast<double>(of.count) / static_cast<double>(rows_);
 }
 
-double BayesModel::likelihood(const Feature &feature, const std::vector<Estimate> &by_class,
+double BayesModel::likelihood(const Feature &feature, const Estimates &by_class,
                               std::size_t c) const {
-  Estimate estimate = c < by_class.size() ? by_class[c] : Estimate{};
+  const auto known = by_class.find(c);
+  const Estimate estimate = known != by_class.end() ? known->second : Estimate{};
   if (estimate.by_hand)
     return *estimate.by_hand;
   return static_cast<double>(estimate.count + 1) /

@@ -12,6 +12,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -51,6 +52,8 @@ private:
     std::uint64_t count = 0;
     std::optional<double> by_hand;
   };
+  // Of one value, by the numbers of the classes that it was met with.
+  using Estimates = std::unordered_map<std::size_t, Estimate>;
   struct Class {
     std::string name;
     std::uint64_t count = 0;
@@ -58,19 +61,18 @@ private:
   };
   struct Feature {
     std::string name;
-    std::map<std::string, std::vector<Estimate>> values; // by class; short vectors end in zeros
+    std::map<std::string, Estimates> values;
   };
 
   std::size_t known_class(const std::string &name);
   const Class *find_class(const std::string &name) const;
   const Feature *find_feature(const std::string &name) const;
-  static Estimate &estimate_of(std::vector<Estimate> &by_class, std::size_t c);
   double prior(const Class &of) const;
-  double likelihood(const Feature &feature, const std::vector<Estimate> &by_class,
-                    std::size_t c) const;
+  double likelihood(const Feature &feature, const Estimates &by_class, std::size_t c) const;
 
   std::vector<Feature> features_;
   std::vector<Class> classes_;
+  std::unordered_map<std::string, std::size_t> class_numbers_;
   std::uint64_t rows_ = 0;
 };
 
