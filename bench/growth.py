@@ -52,19 +52,63 @@ def small_queries(n):
     return "#1 ;\n" * n
 
 
+def classes(n):
+    rows = "".join(f'["v{i}" "c{i}"] ' for i in range(n))
+    return f'prob_learn [["sky" "do"] {rows}] ;\n'
+
+
+def faults_of_one_line(n):
+    return "undefined ; " * n + "\n"
+
+
+def long_name(n):
+    return "a" * n + " ;\n"
+
+
+def open_brackets(n):
+    return "(" * n + " #1 ;\n"
+
+
+def network(bodies):
+    def make(n):
+        names = "".join(f"f{i} ::= int -> int ;\n" for i in range(n + 1))
+        return f"tdec\n;\ncdec\n;\nfdec\n{names};\nfdef\n{bodies(n)};\n"
+    return make
+
+
+def chain(n):
+    return "".join(f"f{i} ?0 ::= f{i + 1} ?0 ;\n" for i in range(n))
+
+
+def arcs_into_one(n):
+    return "".join(f"f{i} ?0 ::= f0 ?0 ;\n" for i in range(1, n + 1))
+
+
+# Name, what makes the text for a size, the smallest size, options. With DRAWN the text is a database
+# whose network is drawn; otherwise commands.
+DRAWN = ["--network", "o.svg", "n.ddb"]
 JOBS = {
-    "loading clauses of one function": (many_clauses, 6250, []),
-    "remember": (remembered, 500, []),
-    "tag on a growing list": (tagged, 500, []),
-    "append of one element in a fold": (appended, 250, []),
-    "a forgotten base case": (stuck, 125, ["--nesting", "9000"]),
-    "nested stuck built-ins": (nested, 125, ["--nesting", "9000"]),
-    "small queries": (small_queries, 1250, []),
+    "loading clauses of one function": (many_clauses, 12500, []),
+    "remember": (remembered, 2000, []),
+    "tag on a growing list": (tagged, 10000, []),
+    "append of one element in a fold": (appended, 500, []),
+    "a forgotten base case": (stuck, 250, ["--nesting", "9000"]),
+    "nested stuck built-ins": (nested, 1000, ["--nesting", "9999"]),
+    "prob_learn with as many classes": (classes, 5000, []),
+    "small queries": (small_queries, 20000, []),
+    "small queries, 20,000,000 nodes": (small_queries, 20000, ["--space", "20000000"]),
+    "faulty queries in one line": (faults_of_one_line, 10000, []),
+    "one long name": (long_name, 500000, []),
+    "open brackets": (open_brackets, 500000, []),
+    "drawing a chain of nodes": (network(chain), 1000, DRAWN),
+    "drawing arcs into one node": (network(arcs_into_one), 1000, DRAWN),
 }
 
 
 def seconds(program, text, options):
     with tempfile.TemporaryDirectory() as folder:
+        pathlib.Path(folder, "n.ddb").write_text(text if options == DRAWN else "")
+        text = "" if options == DRAWN else text
         before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
         subprocess.run([program, "--batch", *options], input=text.encode(), capture_output=True,
                        cwd=folder, env=dict(os.environ, HOME=folder), timeout=600, check=False)
