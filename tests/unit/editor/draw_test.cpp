@@ -12,6 +12,7 @@
 #include "editor/svg_canvas.h"
 #include "kit/log_canvas.h"
 #include "kit/pictures.h"
+#include "platform/utf8.h"
 
 using namespace velora;
 using namespace velora::kit;
@@ -370,6 +371,105 @@ TEST_F(DrawTest, AnyLabelGivesADocument) {
   EXPECT_EQ(canvas.text_width("\xC3\xA9", Font{12}), canvas.text_width("e", Font{12}));
   EXPECT_EQ(canvas.text_width("abc", Font{12}), 24);
   EXPECT_EQ(canvas.text_height(Font{12}), 16);
+}
+
+// What a document may hold: whole characters but for most control characters and two others.
+bool is_document_character(std::string_view one) {
+  if (one.size() == 1)
+    return static_cast<unsigned char>(one[0]) >= ' ' || one == "\n";
+  return one != "\xEF\xBF\xBE" && one != "\xEF\xBF\xBF";
+}
+
+bool holds_only_characters(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t length = whole_character(text);
+    if (length == 0 || !is_document_character(text.substr(0, length)))
+      return false;
+    text.remove_prefix(length);
+  }
+  return true;
+}
+
+// What stands between two tags.
+bool is_document_text(std::string_view text) {
+  for (std::size_t at = 0; (at = text.find('&', at)) != std::string_view::npos; ++at) {
+    const std::string_view entity = text.substr(at, text.find(';', at) - at + 1);
+    if (entity != "&lt;" && entity != "&gt;" && entity != "&amp;" && entity != "&quot;")
+      return false;
+  }
+  return text.find("]]>") == std::string_view::npos;
+}
+
+// Walks a document of elements, quoted attributes, entities and text behind its first line; what is
+// wrong with it, or nothing.
+std::string fault_of_document(std::string_view text) {
+  if (!holds_only_characters(text))
+    return "holds what is no character";
+  std::vector<std::string> open;
+  text.remove_prefix(text.find("?>") + 2);
+  for (std::size_t tag; (tag = text.find('<')) != std::string_view::npos;) {
+    if (!is_document_text(text.substr(0, tag)))
+      return "a loose & or ]]>";
+    const std::size_t end = text.find('>', tag);
+    std::string_view inner = text.substr(tag + 1, end - tag - 1);
+    if (end == std::string_view::npos || inner.find('<') != std::string_view::npos ||
+        std::ranges::count(inner, '"') % 2 != 0)
+      return "a broken tag";
+    text.remove_prefix(end + 1);
+    const bool closes = inner.starts_with('/');
+    const std::string name(inner.substr(closes ? 1 : 0, inner.find(' ')));
+    if (closes && (open.empty() || "/" + open.back() != inner))
+      return "closes " + name;
+    if (closes)
+      open.pop_back();
+    else if (!inner.ends_with('/'))
+      open.push_back(name);
+  }
+  return open.empty() ? "" : "does not close " + open.back();
+}
+
+// Every byte and every pair of bytes that means something to a reader of documents, in the label of
+// a segment, in the name of its picture and so in the title.
+TEST_F(DrawTest, APictureIsAWellFormedDocumentWhateverStandsInLabels) {
+  std::vector<std::string> labels = {"<&>\"]]>",
+                                     "]]>",
+                                     "&amp",
+                                     "<!--",
+                                     "</text><script>",
+                                     "<![CDATA[",
+                                     "<?xml?>",
+                                     "&#0;",
+                                     "'\" onload=\"",
+                                     "\xEF\xBF\xBE",
+                                     "\xEF\xBF\xBF",
+                                     "\xED\xA0\x80",
+                                     "\xC0\x80",
+                                     "\xF4\x90\x80\x80",
+                                     "\xE2\x82",
+                                     std::string("a\0b", 3)};
+  for (int byte = 0; byte < 256; ++byte) {
+    labels.emplace_back(1, static_cast<char>(byte));
+    labels.push_back("x" + labels.back() + "<");
+  }
+  for (const int type : {kHexagon, kBox, kArc, kJunction, kHoldValue})
+    for (const std::string &label : labels) {
+      WinInfo wi{};
+      wi.name = label;
+      Segm *first = extra_segment(&wi);
+      *first = {};
+      first->type = type;
+      first->label = label;
+      first->lx = 10, first->ly = 10, first->ux = 90, first->uy = 40;
+      ASSERT_EQ(fault_of_document(picture_as_svg(&wi, label)), "") << quoted(label);
+    }
+}
+
+TEST(WellFormed, IsNotWhatABrokenDocumentIs) {
+  const std::string head = "<?xml version=\"1.0\"?><svg>";
+  EXPECT_EQ(fault_of_document(head + "<a b=\"&lt;\"/>c&gt;</svg>\n"), "");
+  for (const char *broken : {"<a></svg>", "a & b</svg>", "]]></svg>", "\x01</svg>", "\xFF</svg>",
+                             "<a b=\"></svg>", "<a", "\xEF\xBF\xBF</svg>", ""})
+    EXPECT_NE(fault_of_document(head + broken), "") << broken;
 }
 
 } // namespace
