@@ -48,44 +48,25 @@ void forget_file() {
 // What an opening that is abandoned leaves behind, for the return point to settle.
 struct CutOffOpening {
   bool met = false;
-  bool memory_was_empty = false;
+  bool takes_back = false;
   std::string file;
 };
 CutOffOpening cut_off;
+int openings = 0; // that are being read, one inside of another
 
 bool is_user_symbol(const symbol *s) {
   return (s->stype & (kBuiltinBit | kSystemBit)) == 0;
 }
 
-bool has_user_symbols() {
+// What the user has drawn counts as much as what is in the code.
+bool memory_is_empty() {
+  if (gWinInfo != nullptr)
+    return false;
   for (const symbol *s = Symbol_table; s != nullptr; s = s->next)
     if (is_user_symbol(s))
-      return true;
-  return false;
+      return false;
+  return true;
 }
-
-// Forgets the file again unless reading it came to its end: half a database must not be written
-// back over the whole one.
-class OpeningGuard {
-public:
-  OpeningGuard() : was_empty_(!has_user_symbols()) {}
-  ~OpeningGuard() {
-    if (done_)
-      return;
-    cut_off.met = true;
-    cut_off.memory_was_empty = was_empty_;
-    std::swap(cut_off.file, Db_f_name);
-    forget_file();
-    Unset_DDB_name();
-  }
-  OpeningGuard(const OpeningGuard &) = delete;
-  OpeningGuard &operator=(const OpeningGuard &) = delete;
-  void done() { done_ = true; }
-
-private:
-  bool was_empty_;
-  bool done_ = false;
-};
 
 // An empty statement ends the reading of a file; text behind it has not been seen by the parser.
 bool rest_is_empty() {
@@ -170,6 +151,25 @@ bool overwrites_after_question(const std::string &question, const char *button) 
 
 } // namespace
 
+OpeningGuard::OpeningGuard(std::string file, Means means)
+    : file_(std::move(file)), outermost_(openings == 0), forgets_(means == Means::open),
+      takes_back_(means == Means::open && memory_is_empty()) {
+  ++openings;
+}
+
+OpeningGuard::~OpeningGuard() {
+  --openings;
+  if (done_ || !outermost_)
+    return;
+  cut_off.met = true;
+  cut_off.takes_back = takes_back_;
+  std::swap(cut_off.file, file_);
+  if (!forgets_)
+    return;
+  forget_file();
+  Unset_DDB_name();
+}
+
 std::string database_file(const std::string &base) {
   const std::string usual = base + File_ext;
   const std::string upper = base + ".DDB";
@@ -234,7 +234,7 @@ int fdb_open_text(const std::string &name, const std::string &text) {
     DisplayResponse("Db file already open\n");
     return 0;
   }
-  OpeningGuard opening;
+  OpeningGuard opening(database_file(name), OpeningGuard::Means::open);
   Db_f_name = database_file(name);
   Db_file = 1;
   seen = stamp_of_text(text);
@@ -332,7 +332,9 @@ int fdb_close_db() {
 void settle_cut_off_opening() {
   if (!std::exchange(cut_off.met, false))
     return;
-  if (!cut_off.memory_was_empty) {
+  if (!cut_off.takes_back) {
+    gSymbolTableChanged = 1; // what was read is in no database that is open
+    gSegsChanged = 1;
     orvek_errorf("%s was read in part; what was read of it stays in memory\n",
                  cut_off.file.c_str());
     return;

@@ -58,8 +58,31 @@ void note_commit(const std::string &text);
 // Forgets the database and removes the user's symbols. Answers 1.
 int fdb_close_db();
 
+// Stands from the first picture or line of a database that is brought into memory to the last. When
+// the reading does not come to its end (`done`), the database is forgotten, since half of one must
+// not be written back over the whole one, and the return point settles what was read. One that
+// stands inside of another does nothing.
+class OpeningGuard {
+public:
+  // Reading `file` as `Means::open` makes it the current database; as `Means::include` it joins
+  // what is open, which then stays open.
+  enum class Means { open, include };
+  OpeningGuard(std::string file, Means means);
+  ~OpeningGuard();
+  OpeningGuard(const OpeningGuard &) = delete;
+  OpeningGuard &operator=(const OpeningGuard &) = delete;
+  void done() { done_ = true; }
+
+private:
+  std::string file_;
+  bool outermost_;
+  bool forgets_;
+  bool takes_back_;
+  bool done_ = false;
+};
+
 // Called at the return point: when a reading was abandoned half way, takes back what it brought, or
-// says what stays, and forgets the name.
+// says what stays.
 void settle_cut_off_opening();
 
 } // namespace velora

@@ -261,6 +261,7 @@ void take_pictures(const WorkFile &work) {
 
 // The text goes the way of any database: what stands in it asks before it acts.
 int take_work(const WorkFile &work) {
+  OpeningGuard taking(work.name, OpeningGuard::Means::open);
   take_pictures(work);
   note_database_read(work.name, work.whole);
   int text = 0;
@@ -268,6 +269,7 @@ int take_work(const WorkFile &work) {
     const DatabaseReading reading;
     text = load_text(work.name, work.text);
   }
+  taking.done();
   held.insert(work.name);
   gSymbolTableChanged = 1;
   gSegsChanged = 1;

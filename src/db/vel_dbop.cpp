@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "core/events.h"
 #include "core/symbols.h"
 #include "db/f_dbops.h"
 #include "db/needs.h"
@@ -102,17 +103,21 @@ bool settle_missing_pictures(const std::string &base, PairTexts &texts) {
   return true;
 }
 
-// Reads both files of `base` and takes the pictures into memory. False after a message; the text is
-// then not to be read either.
-bool take_pictures(const std::string &base, PairTexts &texts) {
+// Reads both files of `base`; nothing is taken into memory. False after a message.
+bool read_files(const std::string &base, PairTexts &texts) {
   if (!read_pair(base, texts))
     return false;
-  if (texts.text_error != 0) {
+  if (texts.text_error == 0 && texts.pictures_kind != PicturesFound::unreadable)
+    return settle_missing_pictures(base, texts);
+  if (texts.text_error != 0)
     report_unreadable(base, texts.text_error);
-    return false;
-  }
-  if (texts.pictures_kind == PicturesFound::unreadable || !settle_missing_pictures(base, texts))
-    return false;
+  poll_user_events(); // who stopped the reading knows why it ended
+  return false;
+}
+
+// Takes the pictures that were read into memory. False after a message; the text is then not to be
+// read either.
+bool take_pictures(const PairTexts &texts) {
   return texts.pictures_kind == PicturesFound::missing ||
          restore_pictures(texts.pictures_name, texts.pictures) != 0;
 }
@@ -150,13 +155,28 @@ int opened_work(const WorkFile &work) {
     return opened_text(0);
   if (texts.pictures_kind == PicturesFound::whole)
     note_segment_file(texts.pictures_name, texts.pictures);
+  OpeningGuard opening(database_file(gDDB_basename), OpeningGuard::Means::open);
   attach_database(gDDB_basename, texts.text);
   if (take_work(work) == 0)
     return 0;
+  opening.done();
   OrvekVeloraConsistencyCheck();
   gSymbolTableChanged = 1;
   gSegsChanged = 1;
   return opened_text(1);
+}
+
+// Makes the current database of its files.
+int opened_files(const PairTexts &texts) {
+  OpeningGuard opening(database_file(gDDB_basename), OpeningGuard::Means::open);
+  if (!take_pictures(texts))
+    return opened_text(0);
+  if (opened_text(fdb_open_text(gDDB_basename, texts.text)) == 0)
+    return 0;
+  opening.done();
+  gSymbolTableChanged = 0;
+  OrvekVeloraConsistencyCheck();
+  return 1;
 }
 
 // The unsaved work on files that have changed since belongs to no database until it is saved under
@@ -182,6 +202,7 @@ int CreateDataBase(const std::string &name) {
   if (another_is_open())
     return 0;
   Setup_Global_DDB_name(name);
+  NameGuard current;
   // A name that is only an ending, such as ".ddb", leaves nothing to call the database by.
   if (gDDB_basename.empty() || fdb_create_db(gDDB_basename) == 0) {
     DisplayResponsef("%s database not created\n", gDDB_basename.c_str());
@@ -192,6 +213,7 @@ int CreateDataBase(const std::string &name) {
   fdb_create_segs(gDDB_basename);
   load_file(library_file("user.fdb"), 1, {"user.fdb"});
   if (OpenDB() != 0) {
+    current.opened();
     if (fdb_commit_db() == 0)
       orvek_error("unable to commit DB\n");
     SetControlWinName(gDDB_basename);
@@ -224,19 +246,14 @@ int OpenDataBaseFile() {
     gDDB_basename.clear();
     return opened_copy(work);
   }
-  if (choice == WorkChoice::recover) {
+  if (choice == WorkChoice::recover)
     opened = opened_work(work);
-    if (opened != 0)
-      name.opened();
-  } else if (!take_pictures(gDDB_basename, texts)) {
-    opened_text(0);
-    Unset_DDB_name();
-  } else if (opened_text(fdb_open_text(gDDB_basename, texts.text)) != 0) {
+  else
+    opened = read_files(gDDB_basename, texts) ? opened_files(texts) : opened_text(0);
+  if (opened != 0)
     name.opened();
-    opened = 1;
-    gSymbolTableChanged = 0;
-    OrvekVeloraConsistencyCheck();
-  }
+  else
+    Unset_DDB_name();
   SetControlWinName(gDDB_basename);
   return opened;
 }
@@ -251,7 +268,10 @@ int IncludeDataBaseFile(const std::string &name) {
   Make_Base_Name(name, base);
   const BusyCursor busy;
   PairTexts texts;
-  if (!take_pictures(base, texts))
+  if (!read_files(base, texts))
+    return 0;
+  OpeningGuard opening(database_file(base), OpeningGuard::Means::include);
+  if (!take_pictures(texts))
     return 0;
   note_database_read(database_file(base), texts.text);
   {
@@ -259,6 +279,7 @@ int IncludeDataBaseFile(const std::string &name) {
     if (load_text(database_file(base), texts.text) == 0)
       return 0;
   }
+  opening.done();
   DisplayResponse("New Orvek Code in Memory\n");
   OrvekVeloraConsistencyCheck();
   return 1;

@@ -94,8 +94,9 @@ int show_reason() {
   return 1;
 }
 
-// Doubles the space. 1 when the command may be tried again.
+// Doubles the space. 1 when the command may be tried again, which reads no database twice over.
 int grow_space() {
+  settle_cut_off_opening();
   const Aside aside;
   return resize_free_list(2);
 }

@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
+#include <utility>
+
+#include "platform/interrupt.h"
 
 namespace velora::kit {
 
@@ -108,6 +111,8 @@ int RecorderConsole::read_char() {
 }
 
 bool RecorderConsole::interrupted() {
+  if (std::exchange(gInterrupted, 0) != 0)
+    return true;
   if (interrupt_after < 0)
     return false;
   return interrupt_after-- == 0;

@@ -79,7 +79,7 @@ protected:
     return read_whole_file(name, text) ? text : "(none)";
   }
   // Reads a text as a file of commands.
-  void load(const std::string &text) {
+  static void load(const std::string &text) {
     put("loaded.fdb", text);
     load_file("loaded.fdb", 0);
     fs::remove("loaded.fdb");

@@ -6,10 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "core/events.h"
 #include "db/recovery_file.h"
 #include "editor/model/vel_segs.h"
 #include "platform/trust.h"
 #include "platform/trusted_sums.h"
+#include "shell/return_point.h"
 
 using namespace velora;
 using namespace velora::db_test;
@@ -124,6 +126,27 @@ TEST_F(RecoveryFileTest, DiscardedWorkGoesAndWorkForLaterStays) {
   EXPECT_EQ(SaveDataBase(""), 1);
   EXPECT_EQ(get("x.work"), work) << "a save takes away only what it has saved";
   EXPECT_EQ(write_work(), "x.work.2");
+}
+
+TEST_F(RecoveryFileTest, WorkWhoseTakingUpIsStoppedIsOfferedAgain) {
+  work_on_database();
+  write_work();
+  const std::string work = get("x.work");
+  reset();
+  put("x.work", work); // as after an end that nobody wanted
+  const auto before = files();
+  console().choices = {kTake};
+  console().interrupt_after = 0;
+  event_countdown = 3;
+  EXPECT_EQ(run_command(reopened), CommandEnd::interrupted);
+  EXPECT_EQ(console().messages, "x.ddb is not open; nothing of it is kept\n");
+  EXPECT_EQ(gDDB_basename + Db_f_name, "");
+  EXPECT_EQ(gWinInfo, nullptr);
+  EXPECT_EQ(fdb_commit_db(), 0) << "half of the work must not be written over the database";
+  EXPECT_EQ(files(), before);
+  console().choices = {kTake};
+  EXPECT_EQ(reopened(), 1);
+  EXPECT_NE(find_symbol("g", 0), nullptr);
 }
 
 TEST_F(RecoveryFileTest, WorkOfAStrangerRestrictsTheSession) {

@@ -2,7 +2,9 @@
 // asked, and which files are left.
 #include "unit/db/db_kit.h"
 
+#include "core/events.h"
 #include "editor/model/vel_segs.h"
+#include "shell/return_point.h"
 
 using namespace velora;
 using namespace velora::db_test;
@@ -236,6 +238,125 @@ TEST_F(PairTest, IncludingKeepsTheCurrentName) {
   EXPECT_NE(find_symbol("g", 0), nullptr);
   EXPECT_NE(said().find("New Orvek Code in Memory\n"), std::string::npos);
   EXPECT_EQ(IncludeDataBase(), 0); // no file chosen
+}
+
+// --- openings that are cut off -----------------------------------------------------------------
+
+class CutOffTest : public PairTest {
+protected:
+  static constexpr int kFunctions = 400;
+
+  void SetUp() override {
+    PairTest::SetUp();
+    std::string text = "fdec\n";
+    for (int i = 0; i < kFunctions; ++i)
+      text += " n" + std::to_string(i) + " ::= int ;\n";
+    text += ";\nfdef\n";
+    for (int i = 0; i < kFunctions; ++i)
+      text += " n" + std::to_string(i) + " ::= #1 ;\n";
+    put("x.ddb", text + ";\n");
+    put("x.seg", kPicture);
+  }
+  void TearDown() override {
+    console().interrupt_after = -1;
+    event_countdown = 0;
+    PairTest::TearDown();
+  }
+  // Runs a command that the user stops when it has gone `steps` steps.
+  CommandEnd stopped_after(int steps, const Command &command) {
+    console().clear();
+    event_countdown = steps;
+    console().interrupt_after = 0;
+    const CommandEnd end = run_command(command);
+    console().interrupt_after = -1;
+    return end;
+  }
+  CommandEnd opened_until(int steps) {
+    Setup_Global_DDB_name("x");
+    return stopped_after(steps, OpenDataBaseFile);
+  }
+  static int functions() {
+    int count = 0;
+    for (int i = 0; i < kFunctions; ++i)
+      count += find_symbol(("n" + std::to_string(i)).c_str(), 0) != nullptr ? 1 : 0;
+    return count;
+  }
+  static bool nothing_is_open() {
+    return Db_file == 0 && Db_f_name.empty() && gDDB_basename.empty();
+  }
+};
+
+TEST_F(CutOffTest, AnInterruptAtAnyStepOfAnOpeningLeavesNothingOfIt) {
+  int stopped = 0;
+  for (int steps = 0;; steps += 97, ++stopped) {
+    if (opened_until(steps) == CommandEnd::done)
+      break;
+    EXPECT_TRUE(said().ends_with("Query interrupted\n")) << steps << ": " << said();
+    EXPECT_EQ(console().messages, "x.ddb is not open; nothing of it is kept\n") << steps;
+    ASSERT_TRUE(nothing_is_open()) << steps;
+    EXPECT_EQ(functions() + pictures(), 0) << steps;
+    EXPECT_EQ(gSymbolTableChanged + gSegsChanged, 0) << steps;
+  }
+  EXPECT_GT(stopped, 5);
+  EXPECT_EQ(gDDB_basename, "x");
+  EXPECT_EQ(functions(), kFunctions);
+  EXPECT_EQ(pictures(), 1);
+}
+
+TEST_F(CutOffTest, WhatTheUserHadStaysAndIsToldAsUnsaved) {
+  add_picture("mine");
+  gSegsChanged = 0;
+  EXPECT_EQ(opened_until(kFunctions), CommandEnd::interrupted);
+  EXPECT_EQ(console().messages, "x.ddb was read in part; what was read of it stays in memory\n");
+  EXPECT_EQ(pictures(), 2);
+  EXPECT_GT(functions(), 0);
+  EXPECT_TRUE(nothing_is_open());
+  EXPECT_EQ(gSymbolTableChanged, 1);
+  EXPECT_EQ(gSegsChanged, 1);
+}
+
+TEST_F(CutOffTest, AnIncludeThatIsStoppedSaysSoAndLeavesTheDatabaseOpen) {
+  CreateDataBase("own");
+  gSymbolTableChanged = 0;
+  gSegsChanged = 0;
+  EXPECT_EQ(stopped_after(kFunctions, [] { return IncludeDataBaseFile("x"); }),
+            CommandEnd::interrupted);
+  EXPECT_EQ(console().messages, "x.ddb was read in part; what was read of it stays in memory\n");
+  EXPECT_EQ(gDDB_basename, "own");
+  EXPECT_EQ(Db_f_name, "own.ddb");
+  EXPECT_EQ(gSymbolTableChanged, 1);
+  EXPECT_EQ(gSegsChanged, 1);
+}
+
+// Reading looks at the key only now and then, so the files are long.
+TEST_F(CutOffTest, AReadingThatIsStoppedBringsNothing) {
+  for (const char *ending : {"ddb", "seg"}) {
+    SCOPED_TRACE(ending);
+    const std::string name = std::string("x.") + ending;
+    const std::string text = get(name);
+    put(name, text + std::string(8 << 20, '\n'));
+    EXPECT_EQ(opened_until(1 << 30), CommandEnd::interrupted);
+    EXPECT_NE(said().find(name), std::string::npos) << said();
+    EXPECT_TRUE(said().ends_with("Query interrupted\n")) << said();
+    EXPECT_TRUE(nothing_is_open());
+    EXPECT_EQ(functions() + pictures(), 0);
+    put(name, text);
+  }
+}
+
+TEST_F(CutOffTest, ADatabaseThatRanOutOfSpaceIsNotForgottenAgainOnceItIsOpen) {
+  int tries = 0;
+  const Command command = [&tries] {
+    OpeningGuard opening("x.ddb", OpeningGuard::Means::open);
+    load("fdec\n n0 ::= int ; ;\n");
+    if (++tries == 1)
+      error_exit("Insufficient Query Space\n");
+    opening.done();
+    return 1;
+  };
+  EXPECT_EQ(run_command(command, command), CommandEnd::done);
+  EXPECT_EQ(tries, 2);
+  EXPECT_EQ(functions(), 1);
 }
 
 TEST_F(PairTest, CommitCloseForgetsEverythingItSaved) {
