@@ -2,6 +2,7 @@
 // goes when the program ends.
 #include "shell/console_text.h"
 
+#include "platform/file_calls.h"
 #include "platform/safe_file.h"
 #include "shell/vel_wins.h"
 
@@ -40,13 +41,15 @@ void ConsoleText::clear() {
   shown_.clear(hControl);
 }
 
-// The log file is made when there is something to keep.
+// The log file is made when there is something to keep, for its owner alone.
 void ConsoleText::to_log(std::string_view text) {
   if (text.empty())
     return;
   if (log_name_.empty()) {
     log_name_ = new_temporary_name(".log");
-    log_.reset(std::fopen(log_name_.c_str(), "w+b"));
+    const int made = make_file(log_name_);
+    if (made >= 0 && close_file_number(made))
+      log_.reset(std::fopen(log_name_.c_str(), "r+b"));
   }
   if (log_ != nullptr && std::fwrite(text.data(), 1, text.size(), log_.get()) != text.size())
     drop_log(); // the disk is full: the window still has the newest part

@@ -3,11 +3,14 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include "core/needs.h"
 #include "platform/response.h"
+#include "shell/console_text.h"
 #include "unit/shell/desk_kit.h"
 
 namespace velora {
@@ -129,6 +132,29 @@ TEST_F(ConsoleWindow, LongAnswerKeepsTheNewestInTheWindowAndAllInTheLog) {
   EXPECT_NE(log.str().find("[ #1 #2 #3 "), std::string::npos);
   EXPECT_NE(log.str().find("#99999 #100000 #100001 "), std::string::npos) << "lines are not broken";
   std::remove(file.c_str());
+}
+
+TEST_F(ConsoleWindow, TheLogIsForItsOwnerAlone) {
+  namespace fs = std::filesystem;
+  const fs::path folder = fs::path(::testing::TempDir()) / "velora_log_test";
+  fs::create_directories(folder);
+  const char *usual = std::getenv("TMPDIR");
+  const std::string before = usual != nullptr ? usual : "/tmp";
+  setenv("TMPDIR", folder.c_str(), 1);
+  {
+    ConsoleText text;
+    text.append("private\n", false);
+    text.flush();
+    int logs = 0;
+    for (const auto &entry : fs::directory_iterator(folder)) {
+      ++logs;
+      constexpr auto kOthers = fs::perms::group_all | fs::perms::others_all;
+      EXPECT_EQ(entry.status().permissions() & kOthers, fs::perms::none);
+    }
+    EXPECT_EQ(logs, 1);
+  }
+  setenv("TMPDIR", before.c_str(), 1);
+  fs::remove_all(folder);
 }
 
 TEST_F(ConsoleWindow, WhatWentFromTheFrontHasAMarkInItsPlace) {
