@@ -105,6 +105,11 @@ std::string restricting_databases() {
   return names;
 }
 
+std::string why_restricted() {
+  return restricting_databases() +
+         (rights.strangers.size() == 1 ? " is not trusted" : " are not trusted");
+}
+
 void lift_restriction() {
   for (const Stranger &stranger : rights.strangers)
     trust_sum(stranger.sum);
@@ -134,10 +139,11 @@ std::string described(const EffectWish &wish) {
 bool allowed_by_user(const EffectWish &wish) {
   constexpr int kOnce = 2;
   constexpr int kTrust = 3;
-  const int answer =
-      PromptUser(format_text("The database %s is not trusted. It wants to %s.",
-                             restricting_databases().c_str(), described(wish).c_str()),
-                 {"Refuse", "Once", "Trust This Database"});
+  const int answer = PromptUser(format_text(rights.strangers.size() == 1
+                                                ? "The database %s. It wants to %s."
+                                                : "The databases %s. One of them wants to %s.",
+                                            why_restricted().c_str(), described(wish).c_str()),
+                                {"Refuse", "Once", "Trust This Database"});
   if (answer == kTrust)
     lift_restriction();
   if (answer == kOnce && wish.remember)
@@ -152,8 +158,7 @@ bool effect_is_allowed(const EffectWish &wish) {
     return true;
   if (gPersonAnswers && allowed_by_user(wish))
     return true;
-  const std::string why =
-      "to " + described(wish) + "; " + restricting_databases() + " is not trusted";
+  const std::string why = "to " + described(wish) + "; " + why_restricted();
   if (refuse_effect(why) && !gPersonAnswers)
     show_note("note: --trust or :trust trusts it");
   return false;

@@ -38,6 +38,8 @@ void settle_trust();
 bool session_is_restricted();
 // The databases that make it so, for messages: "x.ddb, y.ddb".
 std::string restricting_databases();
+// What is said of them: "x.ddb is not trusted", "x.ddb, y.ddb are not trusted".
+std::string why_restricted();
 // Trusts these databases, now and later: the session is not restricted any more.
 void lift_restriction();
 

@@ -261,8 +261,7 @@ int colon_status(const std::string &) {
                    gSymbolTableChanged != 0 ? "has changed" : "is saved",
                    gSegsChanged != 0 ? "have changed" : "are saved");
   if (session_is_restricted())
-    DisplayResponsef("The session is restricted: %s is not trusted (:trust)\n",
-                     restricting_databases().c_str());
+    DisplayResponsef("The session is restricted: %s (:trust)\n", why_restricted().c_str());
   return 1;
 }
 

@@ -76,7 +76,7 @@ TEST_F(TrustTest, OnceIsForOneThingAndForWritingOn) {
   // What another stranger does was not agreed to.
   note_database_read("y.ddb", "stranger");
   EXPECT_FALSE(effect_is_allowed(writing("/a", true)));
-  EXPECT_EQ(restricting_databases(), "x.ddb, y.ddb");
+  EXPECT_EQ(why_restricted(), "x.ddb, y.ddb are not trusted");
 }
 
 TEST_F(TrustTest, TrustHoldsForLaterRunsUntilTheTextChanges) {
