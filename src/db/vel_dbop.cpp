@@ -280,6 +280,8 @@ int IncludeDataBaseFile(const std::string &name) {
       return 0;
   }
   opening.done();
+  if (!texts.pictures.empty() && !texts.pictures.starts_with("$$$$"))
+    gSegsChanged = 1; // they are in another database now
   DisplayResponse("New Orvek Code in Memory\n");
   OrvekVeloraConsistencyCheck();
   return 1;

@@ -231,8 +231,12 @@ TEST_F(PairTest, IncludingKeepsTheCurrentName) {
   put("other.ddb", "fdec\n g ::= int ;\n;\n");
   put("other.seg", kPicture);
   CreateDataBase("x");
+  gSymbolTableChanged = 0;
+  gSegsChanged = 0;
   desktop().files = {"other.seg"};
   EXPECT_EQ(IncludeDataBase(), 1);
+  EXPECT_EQ(gSymbolTableChanged, 1);
+  EXPECT_EQ(gSegsChanged, 1);
   EXPECT_EQ(gDDB_basename, "x");
   EXPECT_EQ(pictures(), 1);
   EXPECT_NE(find_symbol("g", 0), nullptr);
