@@ -152,7 +152,7 @@ void draw_line(const ArcPlace &arc, Canvas &canvas) {
     canvas.line(arc.path[i - 1], arc.path[i], arc_pen(arc.seg));
 }
 
-void draw_head(const ArcPlace &arc, int size, Canvas &canvas) {
+std::array<Point, 3> head_corners(const ArcPlace &arc, int size) {
   const LastStretch at = last_stretch(arc);
   const double length = std::min<double>(head_length(size), std::max(3.0, at.length * 0.7));
   const double half = length * 0.4;
@@ -160,9 +160,12 @@ void draw_head(const ArcPlace &arc, int size, Canvas &canvas) {
     return Point{static_cast<int>(std::lround(at.tip.x - back * at.dx - aside * at.dy)),
                  static_cast<int>(std::lround(at.tip.y - back * at.dy + aside * at.dx))};
   };
+  return {at.tip, corner(length, half), corner(length, -half)};
+}
+
+void draw_head(const ArcPlace &arc, int size, Canvas &canvas) {
   const Colour colour = line_colour(arc.seg);
-  canvas.polygon(std::array{at.tip, corner(length, half), corner(length, -half)},
-                 Pen{colour, 1, PenStyle::solid}, Brush{colour, true});
+  canvas.polygon(head_corners(arc, size), Pen{colour, 1, PenStyle::solid}, Brush{colour, true});
 }
 
 // Where the ink of an argument's number stands: beside its arrow, clear of the line and of the
@@ -191,13 +194,19 @@ Rect number_box(const ArcPlace &arc, int width, int height, const Font &font) {
   return {left, top, left + width, top + height};
 }
 
+Rect number_box(const ArcPlace &arc, const Font &font) {
+  const Font small = number_font(font);
+  const int width = measured_width(std::to_string(arc.number), small);
+  return number_box(arc, width, measured_height(small) / 2, font);
+}
+
 void draw_number(const ArcPlace &arc, const Font &font, Canvas &canvas) {
   if (arc.number == 0)
     return;
   const std::string text = std::to_string(arc.number);
   const Font small = number_font(font);
   const int height = measured_height(small);
-  const Rect ink = number_box(arc, measured_width(text, small), height / 2, font);
+  const Rect ink = number_box(arc, font);
   canvas.rectangle(ink, Pen{kWhiteFill, 1, PenStyle::none}, Brush{kWhiteFill, true});
   canvas.text({ink.left, ink.centre().y - height / 2}, text, small, kNumberColour);
 }
@@ -258,6 +267,27 @@ void draw_layout(const WinInfo *wi, const PictureLayout &layout, Canvas &canvas)
 
 void DrawVeloraWindow(const WinInfo *wi, Canvas &canvas) {
   draw_layout(wi, lay_out_picture(wi), canvas);
+}
+
+Rect arrow_end_box(const ArcPlace &arc, const Font &font, int height) {
+  const LastStretch at = last_stretch(arc);
+  const double down = std::max(0.01, std::fabs(at.dy));
+  const double back = std::min(at.length, height / down);
+  const Point start{static_cast<int>(std::lround(at.tip.x - back * at.dx)),
+                    static_cast<int>(std::lround(at.tip.y - back * at.dy))};
+  Rect box = Rect{start.x, start.y, at.tip.x, at.tip.y}.normalised();
+  const auto cover = [&box](Point point) {
+    box = {std::min(box.left, point.x), std::min(box.top, point.y), std::max(box.right, point.x),
+           std::max(box.bottom, point.y)};
+  };
+  for (const Point corner : head_corners(arc, font.size))
+    cover(corner);
+  if (arc.number == 0)
+    return box;
+  const Rect number = number_box(arc, font);
+  cover({number.left, number.top});
+  cover({number.right, number.bottom});
+  return box;
 }
 
 Rect layout_extent(const PictureLayout &layout) {

@@ -31,6 +31,10 @@ std::vector<NodePlace> place_nodes(const WinInfo *wi, const Font &font);
 // Draws what a box expects and does not get, around the box.
 void draw_expanded(const NodePlace &node, Canvas &canvas);
 
+// What the head of an arrow, its number and the last stretch of its line cover; of the line as much
+// as lies within `height` above or below the point.
+Rect arrow_end_box(const ArcPlace &arc, const Font &font, int height);
+
 // How far the ends of a hexagon of that box point outwards.
 int hexagon_slant(const Rect &box);
 

@@ -30,13 +30,6 @@ bool labelling_key(WinInfo *wi, const KeyEvent &event);
 bool naming_key(WinInfo *wi, const KeyEvent &event);
 bool keyjoin_key(WinInfo *wi, const KeyEvent &event);
 
-// Where the short line of a missing input ends, above a box that wants `count` inputs.
-Point stub_tip(const Rect &box, int input, int count);
-// The missing input of a box that a point is at; -1 for none. The box whose missing input it is at;
-// 0 for none.
-int stub_at(const WinInfo *wi, int slot, Point at);
-int box_with_stub_at(const WinInfo *wi, Point at);
-
 // Where the editor of a text stands in the picture, and its list of names below it.
 Rect editor_box(const WinInfo *wi);
 Rect names_box(const WinInfo *wi);

@@ -29,6 +29,7 @@
 #include "editor/edit.h"
 #include "editor/hand/gesture_parts.h"
 #include "editor/hand/hand.h"
+#include "editor/hand/stubs.h"
 #include "editor/hand/tools.h"
 #include "editor/model/vel_segs.h"
 #include "editor/needs.h"
@@ -350,11 +351,13 @@ void finish_join(WinInfo *wi, const MouseEvent &event) {
 }
 
 void joining_mouse(WinInfo *wi, const MouseEvent &event) {
-  int node = hit_at(wi, lay_out_picture(wi), event.at, true);
+  const PictureLayout layout = lay_out_picture(wi);
+  int node = hit_at(wi, layout, event.at, true);
   // A missing input is an end of its own, above the box that wants it.
-  const int waiting = node == 0 && gHand.rejoined == 0 ? box_with_stub_at(wi, event.at) : 0;
-  node = waiting != 0 ? waiting : node;
-  gHand.stub = waiting != 0 ? stub_at(wi, waiting, event.at) : -1;
+  const StubAt waiting =
+      node == 0 && gHand.rejoined == 0 ? stub_at(wi, layout, event.at) : StubAt{};
+  node = waiting.slot != 0 ? waiting.slot : node;
+  gHand.stub = waiting.input;
   const Segm *arc = wi->seg_ments[gHand.rejoined];
   const int from =
       arc != nullptr && arc_start(arc) != nullptr ? arc_start(arc)->segnum : gHand.start;

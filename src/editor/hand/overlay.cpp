@@ -4,10 +4,12 @@
 #include <optional>
 
 #include "editor/draw.h"
+#include "editor/draw_layout.h"
 #include "editor/edit.h"
 #include "editor/hand/faults.h"
 #include "editor/hand/gesture_parts.h"
 #include "editor/hand/hand.h"
+#include "editor/hand/stubs.h"
 #include "editor/hand/tools.h"
 #include "editor/model/vel_segs.h"
 #include "platform/response.h"
@@ -30,7 +32,7 @@ constexpr std::size_t kShownRows = 8;
 constexpr std::size_t kLongestShown = 60;
 
 Font small_font() {
-  return Font{8, false, false};
+  return stub_font();
 }
 
 void draw_line_box(const Rect &box, Colour colour, Canvas &canvas) {
@@ -71,45 +73,52 @@ const NodePlace *place_of(const PictureLayout &layout, int slot) {
   return nullptr;
 }
 
-// The missing inputs of a box: a short line each above its upper side, with its number and, at the
-// chosen box, its type. They spread like a fan over a narrow box.
-void draw_stubs(const WinInfo *wi, const NodePlace &node, Canvas &canvas) {
-  const std::vector<int> missing = missing_inputs(wi, node.seg);
-  if (missing.empty())
+// The missing inputs of a box, and at the chosen box their types.
+void draw_stubs(const WinInfo *wi, const PictureLayout &layout, const NodePlace &node,
+                Canvas &canvas) {
+  const std::vector<Stub> stubs = stubs_of(wi, layout, node);
+  if (stubs.empty())
     return;
-  const std::vector<std::string> types = wanted_inputs(wi, node.seg);
-  const int count = static_cast<int>(types.size());
   const bool selected = (node.seg->status & kSelected) != 0;
-  for (const int input : missing) {
-    const int x = node.box.left + node.box.width() * (input + 1) / (count + 1);
-    const Point tip = stub_tip(node.box, input, count);
-    const bool chosen = (selected && gHand.stub == input && gHand.wi == wi) ||
-                        (gHand.state == HandState::joining && gHand.wi == wi &&
-                         gHand.target == node.seg->segnum && gHand.stub == input);
+  const auto is_chosen = [&](int input) {
+    return (selected && gHand.stub == input && gHand.wi == wi) ||
+           (gHand.state == HandState::joining && gHand.wi == wi &&
+            gHand.target == node.seg->segnum && gHand.stub == input);
+  };
+  int end = node.box.right;
+  for (const Stub &stub : stubs) {
+    const bool chosen = is_chosen(stub.input);
     const Colour colour = chosen ? kGesture : kFaint;
-    canvas.line({x, node.box.top}, tip, Pen{colour, chosen ? 2 : 1, PenStyle::solid});
+    const Point tip = stub.tip;
+    canvas.line(stub.root, tip, Pen{colour, chosen ? 2 : 1, PenStyle::solid});
     canvas.ellipse({tip.x - 2, tip.y - 4, tip.x + 2, tip.y}, Pen{colour, 1, PenStyle::solid},
                    Brush{kPaper, true});
-    const std::string number = std::to_string(input + 1);
-    canvas.text({tip.x + 3, tip.y - 6}, number, small_font(), colour);
-    // The types of all inputs stand one above the other, so that none covers another. A box that is
-    // drawn expanded shows them already.
-    if (selected && (node.seg->status & kExpanded) == 0) {
-      const std::string text = number + ": " + types[static_cast<std::size_t>(input)];
-      const int row = count - input;
-      const Point at{std::max(node.box.right, stub_tip(node.box, count - 1, count).x + 8) + 6,
-                     node.box.top - row * (measured_height(small_font()) + 1)};
-      canvas.text(at, text, small_font(), chosen ? kGesture : Colour{90, 90, 90});
-    }
+    canvas.text({tip.x + 3, tip.y - 6}, std::to_string(stub.input + 1), stub_font(), colour);
+    end = std::max(end, stub.ink.right);
+  }
+  // A box that is drawn expanded shows the types already.
+  if (!selected || (node.seg->status & kExpanded) != 0)
+    return;
+  // They stand one above the other, so that none covers another, and beside what arrives from
+  // above.
+  const std::vector<std::string> types = wanted_inputs(wi, node.seg);
+  const auto count = static_cast<int>(types.size());
+  const int rows = count * (measured_height(stub_font()) + 1);
+  for (const ArcPlace &arc : layout.arcs)
+    if (arc_end(arc.seg) == node.seg && arc.path.back().y == node.box.top)
+      end = std::max(end, arrow_end_box(arc, picture_font(wi), rows).right);
+  for (const Stub &stub : stubs) {
+    const std::string text =
+        std::to_string(stub.input + 1) + ": " + types[static_cast<std::size_t>(stub.input)];
+    const Point at{end + 6,
+                   node.box.top - (count - stub.input) * (measured_height(stub_font()) + 1)};
+    canvas.text(at, text, stub_font(), is_chosen(stub.input) ? kGesture : Colour{90, 90, 90});
   }
 }
 
 void draw_all_stubs(const WinInfo *wi, const PictureLayout &layout, Canvas &canvas) {
-  if (wi->wtype != kFunctionPicture)
-    return;
   for (const NodePlace &node : layout.nodes)
-    if (node.seg->type == kBox)
-      draw_stubs(wi, node, canvas);
+    draw_stubs(wi, layout, node, canvas);
 }
 
 // Shadows of what is moved, with the arrows that come along, and the lines it snapped to.

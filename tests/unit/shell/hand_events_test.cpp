@@ -5,6 +5,8 @@
 #include <random>
 #include <sstream>
 
+#include "editor/draw_layout.h"
+#include "editor/hand/stubs.h"
 #include "editor/model/seg_file.h"
 #include "front/cint.h"
 #include "shell/keys_page.h"
@@ -24,6 +26,10 @@ protected:
 
 int below(std::mt19937 &random, int limit) {
   return static_cast<int>(random() % static_cast<unsigned>(limit));
+}
+
+bool overlap(const Rect &a, const Rect &b) {
+  return a.left <= b.right && b.left <= a.right && a.top <= b.bottom && b.top <= a.bottom;
 }
 
 void HandEvents::random_event(std::mt19937 &random) {
@@ -171,6 +177,42 @@ TEST_F(HandEvents, MissingInputsShowAndAreWalked) {
   EXPECT_EQ(gHand.matches[gHand.chosen].name, "appen") << "or the text as it is";
   key(Key::enter);
   EXPECT_EQ(inputs(slot), "appen");
+}
+
+TEST_F(HandEvents, StubsKeepClearOfTheArrowsAtTheirBox) {
+  ASSERT_EQ(cint_fdec("pick ::= int -> int -> int -> int"), 1);
+  ASSERT_EQ(cint_fdec("blend ::= int -> int -> int -> int -> int"), 1);
+  // Under one value and under two, of which the second stands far to the side.
+  for (const char *label : {"+", "pick", "blend"})
+    for (const std::size_t values : {1, 2})
+      for (const int x : {140, 200, 260, 330}) {
+        SCOPED_TRACE(std::string(label) + " with " + std::to_string(values) + " at " +
+                     std::to_string(x));
+        open();
+        place(603, {x, 120}, "#1");
+        if (values == 2)
+          place(603, {70, 120}, "#2");
+        const int box = place(602, {200, 200}, label);
+        drag(rim(label_slot("#1")), middle(box));
+        if (values == 2)
+          drag(rim(label_slot("#2")), middle(box));
+        const PictureLayout layout = lay_out_picture(wi);
+        const auto node = std::find_if(layout.nodes.begin(), layout.nodes.end(),
+                                       [&](const NodePlace &n) { return n.seg == seg(box); });
+        ASSERT_NE(node, layout.nodes.end());
+        const std::vector<Stub> stubs = stubs_of(wi, layout, *node);
+        ASSERT_EQ(stubs.size(), missing_inputs(wi, seg(box)).size());
+        for (const Stub &stub : stubs) {
+          const StubAt hit = stub_at(wi, layout, stub.tip);
+          EXPECT_EQ(hit.slot, box);
+          EXPECT_EQ(hit.input, stub.input);
+          for (const ArcPlace &arc : layout.arcs)
+            EXPECT_FALSE(overlap(stub.ink, arrow_end_box(arc, picture_font(wi), 13)))
+                << "input " << stub.input;
+          for (const Stub &other : stubs)
+            EXPECT_TRUE(other.input == stub.input || !overlap(stub.ink, other.ink));
+        }
+      }
 }
 
 TEST_F(HandEvents, AnArrowThatCannotStandInOrderBends) {
