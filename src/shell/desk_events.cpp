@@ -7,6 +7,7 @@
 #include "db/f_dbops.h"
 #include "db/recovery_file.h"
 #include "db/vel_dbop.h"
+#include "editor/hand/faults.h"
 #include "eval/registry.h"
 #include "platform/desktop.h"
 #include "platform/interrupt.h"
@@ -71,6 +72,16 @@ void close_meanwhile(WindowId win) {
     interrupt_asked();
   if (choice != kCancelled)
     close_afterwards(win);
+}
+
+// Shows the segment that the first of `lines` that is a fault of a picture tells of.
+void go_to_picture_fault(const std::vector<std::string> &lines) {
+  for (const std::string &line : lines)
+    if (const WinInfo *wi = go_to_fault(line); wi != nullptr) {
+      if (wi->win != 0)
+        gDesktop->focus_window(wi->win);
+      return;
+    }
 }
 
 } // namespace
@@ -172,13 +183,17 @@ bool reuse_line(const std::string &line) {
 }
 
 bool message_leads(const std::vector<std::string> &lines) {
-  return std::any_of(lines.begin(), lines.end(),
-                     [](const std::string &line) { return place_in_message(line).win != 0; });
+  return std::any_of(lines.begin(), lines.end(), [](const std::string &line) {
+    return place_in_message(line).win != 0 || leads_to_fault(line);
+  });
 }
 
 void message_clicked(const std::vector<std::string> &lines) {
   if (!command_runs())
-    run_step([&lines] { go_to_message_place(lines); });
+    run_step([&lines] {
+      if (!go_to_message_place(lines))
+        go_to_picture_fault(lines);
+    });
 }
 
 void clear_typed() {

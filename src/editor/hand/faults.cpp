@@ -3,6 +3,7 @@
 #include "editor/hand/faults.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "editor/hand/tools.h"
 #include "editor/model/wininfo.h"
@@ -15,6 +16,23 @@ namespace {
 const WinInfo *faulty = nullptr;
 std::vector<PictureFault> noted;
 std::size_t at = 0;
+
+// The picture of the faults, when it is still shown; null otherwise.
+WinInfo *faulty_picture() {
+  WinInfo *wi = gWinInfo;
+  while (wi != nullptr && wi != faulty)
+    wi = wi->next;
+  return wi;
+}
+
+// The fault of whose message `line` is a whole line.
+std::optional<std::size_t> fault_told_by(const std::vector<PictureFault> &faults,
+                                         const std::string &line) {
+  for (std::size_t i = 0; i < faults.size() && !line.empty(); ++i)
+    if (("\n" + faults[i].message + "\n").find("\n" + line + "\n") != std::string::npos)
+      return i;
+  return std::nullopt;
+}
 
 void select_fault(WinInfo *wi, const PictureFault &fault) {
   select_only(wi, fault.slot);
@@ -54,21 +72,22 @@ bool go_to_next_fault(WinInfo *wi) {
   return true;
 }
 
+bool leads_to_fault(const std::string &line) {
+  WinInfo *wi = faulty_picture();
+  return wi != nullptr && fault_told_by(faults_of(wi), line);
+}
+
 WinInfo *go_to_fault(const std::string &line) {
-  WinInfo *wi = gWinInfo;
-  while (wi != nullptr && wi != faulty)
-    wi = wi->next;
-  if (wi == nullptr || line.empty())
+  WinInfo *wi = faulty_picture();
+  if (wi == nullptr)
     return nullptr;
   const std::vector<PictureFault> faults = faults_of(wi);
-  for (std::size_t i = 0; i < faults.size(); ++i) {
-    if (faults[i].message.find(line) == std::string::npos)
-      continue;
-    at = i;
-    select_fault(wi, faults[i]);
-    return wi;
-  }
-  return nullptr;
+  const std::optional<std::size_t> told = fault_told_by(faults, line);
+  if (!told)
+    return nullptr;
+  at = *told;
+  select_fault(wi, faults[at]);
+  return wi;
 }
 
 } // namespace velora

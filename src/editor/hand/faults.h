@@ -20,8 +20,9 @@ std::vector<PictureFault> faults_of(const WinInfo *wi);
 // Selects the next faulty segment of a picture and shows its message beside it; false when there is
 // none.
 bool go_to_next_fault(WinInfo *wi);
-// The fault whose message is there, or begins, the text of a line; selects its segment. The
-// picture, or null.
+// True when a line is one of the message of a fault that still stands.
+bool leads_to_fault(const std::string &line);
+// Selects the segment of the fault that a line tells. The picture, or null.
 WinInfo *go_to_fault(const std::string &line);
 // The fault whose message is shown, counted in faults_of.
 std::size_t shown_fault();

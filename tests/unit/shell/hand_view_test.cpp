@@ -3,6 +3,7 @@
 
 #include "editor/hand/faults.h"
 #include "editor/model/wininfo.h"
+#include "shell/desk_events.h"
 
 namespace velora {
 
@@ -81,6 +82,14 @@ TEST_F(HandView, FaultsLeadToTheirSegments) {
   EXPECT_EQ(go_to_fault("WARNING: b too"), wi);
   EXPECT_EQ(chosen(), std::to_string(b));
   EXPECT_EQ(go_to_fault("something else"), nullptr);
+  // So does a click on the message in CONTROL.
+  EXPECT_FALSE(message_leads({"a", "ERROR"}));
+  EXPECT_TRUE(message_leads({"ERROR: a is wrong"}));
+  gDesktop->focus_window(hControl);
+  message_clicked({"ERROR: a is wrong"});
+  EXPECT_EQ(chosen(), std::to_string(a));
+  EXPECT_EQ(desktop().focus, wi->win);
+  choose(1555);
   key(Key::del);
   EXPECT_EQ(faults_of(wi).size(), 1U) << "what is gone has no fault";
   RemoveWinInfo(wi->win);
