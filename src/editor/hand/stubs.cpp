@@ -80,7 +80,7 @@ std::vector<Stub> stubs_of(const WinInfo *wi, const PictureLayout &layout, const
       continue;
     const int height = arc.path.back().y - box.top + above;
     if (const Rect end = arrow_end_box(arc, picture_font(wi), height); end.top < box.top)
-      taken.push_back({end.left, end.right});
+      taken.push_back({end.left - 1, end.right + 1});
   }
   const auto count = static_cast<int>(wanted_inputs(wi, node.seg).size());
   std::vector<Stub> stubs;
