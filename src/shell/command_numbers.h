@@ -149,6 +149,7 @@ enum CommandNumber : int {
   kCmdDuplicate = 1553,
   kCmdShowValue = 1554,
   kCmdNextFault = 1555,
+  kCmdShowText = 1556,
 
   // The network's own commands.
   kCmdNetworkFirst = 1600,

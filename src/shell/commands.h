@@ -63,6 +63,7 @@ int DuplicateCommand();
 int TidyCommand();
 int EvaluateCommand();
 int ShowValueCommand();
+int ShowTextCommand();
 int NextFaultCommand();
 int NamePictureCommand();
 int AddInputsCommand();

@@ -13,6 +13,7 @@
 #include "shell/picture_edit.h"
 #include "shell/picture_view.h"
 #include "shell/picture_windows.h"
+#include "shell/show_text.h"
 #include "shell/show_value.h"
 #include "shell/vel_wins.h"
 
@@ -153,6 +154,15 @@ int ShowValueCommand() {
     return 0;
   const int slot = selected_node(wi);
   return show_value(wi, slot != 0 ? slot : kResultSlot);
+}
+
+// The clause that the picture is, with what the chosen node stands for selected in it.
+int ShowTextCommand() {
+  WinInfo *wi = edited_picture();
+  if (wi == nullptr)
+    return 0;
+  const int slot = selected_node(wi);
+  return show_text_of(wi, slot != 0 ? slot : kResultSlot);
 }
 
 int NextFaultCommand() {

@@ -143,6 +143,7 @@ constexpr MenuCommand kRows[] = {
     {kCmdDuplicate, kPictureBars, "Duplicate", "Ctrl+Shift+D", kPicture | kSelection, DuplicateCommand},
     {kCmdShowValue, kFunctionsBar, "Show Value", "F5", kPicture, ShowValueCommand},
     {kCmdNextFault, kPictureBars, "Next Error", "F8", kPicture, NextFaultCommand},
+    {kCmdShowText, kFunctionsBar, "Show Text", "F6", kPicture, ShowTextCommand},
 
     // The network's own commands.
     {kCmdHideBuiltIns, kNetworkBar, "Hide Built-in and System Functions", "", kNetworkShown, HideBuiltinsCommand},

@@ -1,9 +1,11 @@
 // What a picture's window shows of it, and where the hand leads from there: zoom, pan, faults.
 #include "unit/shell/hand_kit.h"
 
+#include "core/symbols.h"
 #include "editor/hand/faults.h"
 #include "editor/model/wininfo.h"
 #include "shell/desk_events.h"
+#include "shell/text_windows.h"
 
 namespace velora {
 
@@ -94,6 +96,37 @@ TEST_F(HandView, FaultsLeadToTheirSegments) {
   EXPECT_EQ(faults_of(wi).size(), 1U) << "what is gone has no fault";
   RemoveWinInfo(wi->win);
   EXPECT_EQ(go_to_fault("ERROR: a is wrong"), nullptr);
+}
+
+TEST_F(HandView, ABoxLeadsToItsPlaceInTheText) {
+  open();
+  wi->name = "twice";
+  place(601, {60, 20}, "int");
+  double_click(middle(1));
+  enter("int");
+  enter("+ ?0 * ?0 #2");
+  const WindowId picture = wi->win;
+  WindowId text = 0;
+  const auto shown = [&](int slot) {
+    window_activated(picture);
+    click(middle(slot));
+    choose(1556);
+    text = desktop().windows.rbegin()->first;
+    const TextRange range = gDesktop->selection(text);
+    return gDesktop->text_of(text).substr(range.start, range.end - range.start);
+  };
+  EXPECT_EQ(shown(label_slot("*")), "(* ?0 (#2))") << console().messages;
+  EXPECT_EQ(gDesktop->text_of(text), "fdef\ntwice ?0 ::= + ?0 (* ?0 (#2)) ;\n;\n");
+  EXPECT_EQ(shown(label_slot("#2")), "(#2)");
+  EXPECT_EQ(unstored_texts().size(), 0U) << "looking at it leaves nothing to store";
+  EXPECT_EQ(find_symbol("twice", 0), nullptr) << "and defines nothing";
+  // A picture that is no clause shows what keeps it from being one.
+  window_activated(picture);
+  const std::size_t windows = desktop().windows.size();
+  drag(rim(label_slot("*")), middle(1));
+  choose(1556);
+  EXPECT_EQ(desktop().windows.size(), windows);
+  EXPECT_EQ(faults_of(wi).size(), 1U) << console().messages;
 }
 
 TEST_F(HandView, ANetworkOpensFunctionsInWindowsLargeEnough) {
