@@ -91,7 +91,7 @@ int process_t_dec(Build &build) {
       return J_parse_error(kTag, "valid type op arity");
     type.text += format_text(" #%d", pp_int_val);
   } else if (pp_token == kTokEnd) {
-    return J_parse_error(kTag, "new symbol");
+    return J_parse_error(kTag, "meta type symbol"); // as the language says it
   }
   if (pp_get_token() != kTokEnd)
     return J_parse_error(kTag, "T_END");
