@@ -175,14 +175,15 @@ int bi_file_read_word(node **stack, int) {
 }
 
 // At the end of the file there is none, and the expression stays as it is.
+// The end of the file is no failure: it answers the character that EOF becomes as a char, 255.
 int bi_file_read_char(node **stack, int) {
   std::FILE *fp = reading_file(stack);
   if (fp == nullptr)
     return 0;
   const int c = read_char(fp);
-  if (reading_failed(fp, stack) || c == EOF)
+  if (reading_failed(fp, stack))
     return 0;
-  return set_char(stack[1], static_cast<char>(c));
+  return set_char(stack[1], c == EOF ? '\xFF' : static_cast<char>(c));
 }
 
 int bi_file_write_line(node **stack, int) {

@@ -47,11 +47,12 @@ constexpr HelpRow kRows[] = {
      kNoReading},
     {"file_read_char",
      "str -> char",
-     "The next character of a file. A file that is not open is opened.",
+     "The next character of a file; at the end character 255, of which encode makes #-1. A file "
+     "that is not open is opened.",
      {{R"(list_to_file ["x"] "a.tmp")", "True"},
       {R"([(file_read_char "a.tmp") (file_read_char "a.tmp")])", "[ 'x' '\n' ]"},
-      {R"(file_read_char "a.tmp")", R"(( file_read_char "a.tmp"))"}},
-     "a name that cannot be opened, a file open for writing, and the end of the file."},
+      {R"(encode (file_read_char "a.tmp"))", "#-1"}},
+     kNoReading},
     {"file_write_line",
      "str -> str -> bool",
      "Writes the second string and a line end to the file named by the first. False when it is not "
