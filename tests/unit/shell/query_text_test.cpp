@@ -36,6 +36,19 @@ TEST(QueryText, PastedLineThatIsOpenGoesOnInTheNext) {
   EXPECT_EQ(split("a)\nb\n", rest), (Lines{"a)", "b"})) << "no further line mends this";
 }
 
+TEST(QueryText, BracketsInPastedCharacterLiteralsAreNoBrackets) {
+  std::string rest;
+  EXPECT_EQ(split("= '(' c\nnext\n", rest), (Lines{"= '(' c", "next"}));
+  EXPECT_EQ(split("['\"' ']'\n']']\nnext\n", rest), (Lines{"['\"' ']' ']']", "next"}));
+  EXPECT_EQ(split("[''' '('\n#1]\nnext\n", rest), (Lines{"[''' '(' #1]", "next"}));
+  EXPECT_EQ(split("f' (\n')\nnext\n", rest), (Lines{"f' ( ')", "next"})) << "no literals";
+}
+
+TEST(QueryText, PastedQueriesHaveNoComments) {
+  std::string rest;
+  EXPECT_EQ(split("+ /* (\n*/ #1) #2\nnext\n", rest), (Lines{"+ /* ( */ #1) #2", "next"}));
+}
+
 TEST(QueryText, LongOpenPasteIsCutInOneWalk) {
   std::string typed = "sum [";
   for (int i = 0; i < 300'000; ++i)
