@@ -30,6 +30,7 @@ constexpr NoteRow kNotes[] = {
     {Note::tab_swallowed, "%s is read as %s; a tab does not end a number, a blank does"},
     {Note::point_in_integer, "%s is read as %s; reals are written #r%s"},
     {Note::open_text, "this text has no closing quote on its line"},
+    {Note::bracket_open, "this %s has no closing %s in its statement"},
     {Note::clauses_lost, "%s is declared again and has lost its %s"},
     {Note::more_arguments, "%s is declared with %s and this clause has %s"},
     {Note::unbound_variable, "?%s stands for nothing: no pattern of this clause binds it"},

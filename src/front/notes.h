@@ -25,6 +25,7 @@ enum class Note {
   tab_swallowed,
   point_in_integer,
   open_text,
+  bracket_open,
   // Beside declarations and clauses.
   clauses_lost,
   more_arguments,

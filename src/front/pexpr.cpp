@@ -69,11 +69,12 @@ symbol *token_symbol() {
 struct Level {
   std::size_t first; // its first element on the stack
   bool list;
+  BracketPlace opened;
 };
 
 class ExpressionParser {
 public:
-  explicit ExpressionParser(bool in_list) { levels_.push_back({0, in_list}); }
+  explicit ExpressionParser(bool in_list) { levels_.push_back({0, in_list, {}}); }
   ~ExpressionParser() {
     for (node *n : elements_)
       free_struct(n);
@@ -96,6 +97,11 @@ private:
     Tree owned(n);
     elements_.push_back(n);
     owned.release();
+  }
+  // The bracket that opened the level has none of its kind that closes it.
+  void unclosed(const Level &level) {
+    note_open_bracket(level.opened, level.list);
+    unbalanced(level.list ? kSquareUnmatched : kRoundUnmatched);
   }
   void unbalanced(Balance b) {
     if (p_balance == kBalanced)
@@ -127,12 +133,12 @@ ExpressionParser::Step ExpressionParser::step() {
   switch (pp_token) {
   case kTokOpen:
   case kTokOpenList:
-    levels_.push_back({elements_.size(), pp_token == kTokOpenList});
+    levels_.push_back({elements_.size(), pp_token == kTokOpenList, bracket_place()});
     pp_get_token();
     return kGoOn;
   case kTokClose:
     if (levels_.back().list)
-      unbalanced(kSquareUnmatched);
+      unclosed(levels_.back());
     else if (levels_.size() == 1)
       unbalanced(kRoundUnmatched);
     if (!levels_.back().list && elements_.size() == levels_.back().first)
@@ -141,6 +147,8 @@ ExpressionParser::Step ExpressionParser::step() {
     return close(false);
   case kTokCloseList:
     if (!levels_.back().list) {
+      if (levels_.size() > 1)
+        note_open_bracket(levels_.back().opened, false);
       unbalanced(kSquareUnmatched);
       return kFail;
     }
@@ -192,11 +200,12 @@ bool ExpressionParser::operator_in_middle() const {
 // Closes the innermost level; `by_end` when the end of the whole expression does it, in which case
 // every level around it closes as well.
 ExpressionParser::Step ExpressionParser::close(bool by_end) {
+  // Of several open brackets the innermost is told of: the others wait for what it lacks.
+  if (by_end && levels_.size() > 1)
+    unclosed(levels_.back());
   do {
     const Level level = levels_.back();
     levels_.pop_back();
-    if (by_end && !levels_.empty())
-      unbalanced(level.list ? kSquareUnmatched : kRoundUnmatched);
     if (!(level.list ? fold_list(level.first) : fold_application(level.first)))
       return kFail;
     if (levels_.empty())

@@ -9,6 +9,7 @@
 #include "front/notes.h"
 #include "front/parse.h"
 #include "front/pdecs.h"
+#include "front/putils.h"
 #include "platform/response.h"
 
 namespace velora {
@@ -20,6 +21,7 @@ struct Open {
   symbol *op;
   unsigned wanted;
   std::size_t first; // its first type on the stack
+  BracketPlace opened;
 };
 
 class TypeParser {
@@ -45,6 +47,7 @@ private:
     types_.push_back(nullptr);
     types_.back() = make();
   }
+  BracketPlace innermost_bracket() const;
   void report_invalid() const;
   void keep_fault() const;
   top_node *take() {
@@ -55,6 +58,7 @@ private:
 
   std::vector<top_node *> types_;
   std::vector<Open> open_;
+  BracketPlace unclosed_; // of the innermost bracket, as far as it has not been closed
 };
 
 bool is_type_keyword(int token) {
@@ -75,7 +79,7 @@ bool TypeParser::read_name(bool *complete) {
   if (wanted == 0) {
     put_type([&] { return make_user_top_node(s, 0); });
   } else {
-    open_.push_back({s, wanted, types_.size()});
+    open_.push_back({s, wanted, types_.size(), {}});
     *complete = false;
   }
   return true;
@@ -90,7 +94,8 @@ bool TypeParser::read_type(bool *complete) {
     const int code = kTypeVariable | (pp_int_val & 0x7F);
     put_type([&] { return make_bi_top_node(static_cast<std::uint8_t>(code)); });
   } else if (pp_token == kTokOpen) {
-    open_.push_back({nullptr, 0, types_.size()});
+    unclosed_ = bracket_place();
+    open_.push_back({nullptr, 0, types_.size(), unclosed_});
     *complete = false;
   } else if (pp_token != kTokName || !read_name(complete)) {
     return false;
@@ -128,6 +133,13 @@ void TypeParser::fold_specification(std::size_t first) {
   types_.resize(first + 1);
 }
 
+BracketPlace TypeParser::innermost_bracket() const {
+  for (std::size_t i = open_.size(); i-- > 0;)
+    if (open_[i].op == nullptr)
+      return open_[i].opened;
+  return {};
+}
+
 // Every specification that is open around an invalid type is invalid and says so.
 void TypeParser::report_invalid() const {
   for (const Open &o : open_)
@@ -153,6 +165,7 @@ const char *type_meant(const std::string &word) {
 struct TypeFault {
   Note which = Note::count;
   std::vector<std::string> words;
+  BracketPlace opened; // of the innermost bracket that the statement's end left open
 };
 TypeFault fault;
 
@@ -163,13 +176,17 @@ void TypeParser::keep_fault() const {
                         ? find_symbol(pp_str_val, static_cast<std::size_t>(pp_str_len))
                         : nullptr;
   if (s != nullptr && (s->stype & kTypeNameBit) != 0)
-    fault = {Note::type_in_brackets, {}};
+    fault = {Note::type_in_brackets, {}, {}};
   else if (pp_token == kTokName && type_meant(pp_start) != nullptr)
-    fault = {Note::type_meant, {pp_start, type_meant(pp_start)}};
+    fault = {Note::type_meant, {pp_start, type_meant(pp_start)}, {}};
   else if (pp_token == kTokName)
-    fault = {Note::unknown_type, {pp_start}};
+    fault = {Note::unknown_type, {pp_start}, {}};
   else if (is_argument)
-    fault = {Note::type_arguments, {open_.back().op->name, counted(open_.back().wanted, "type")}};
+    fault = {
+        Note::type_arguments, {open_.back().op->name, counted(open_.back().wanted, "type")}, {}};
+  // A bracket whose types were whole is off the stack already.
+  if (pp_token == kTokEnd)
+    fault.opened = unclosed_;
 }
 
 // Reads until the outermost construct is complete. The types of an open specification stay on the
@@ -189,18 +206,20 @@ bool TypeParser::run() {
       if (open_.size() == outermost)
         return true;
       const std::size_t first = open_.back().first;
+      unclosed_ = open_.back().opened;
       open_.pop_back();
       if (pp_token != kTokClose)
         return false;
       fold_specification(first);
       pp_get_token();
+      unclosed_ = innermost_bracket();
     }
   }
 }
 
 top_node *TypeParser::specification(int *arity) {
   fault = TypeFault{};
-  open_.push_back({nullptr, 0, 0});
+  open_.push_back({nullptr, 0, 0, {}});
   if (!run()) {
     report_invalid();
     keep_fault();
@@ -220,6 +239,7 @@ top_node *TypeParser::specification(int *arity) {
 void note_invalid_type() {
   if (fault.which != Note::count)
     advise(fault.which, fault.words);
+  note_open_bracket(fault.opened, false);
   fault = TypeFault{};
 }
 

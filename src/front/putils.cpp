@@ -13,6 +13,7 @@
 #include "front/source.h"
 #include "platform/char_width.h"
 #include "platform/response.h"
+#include "platform/trust.h"
 #include "platform/utf8.h"
 
 namespace velora {
@@ -54,7 +55,7 @@ void show_place(const std::string &part, std::size_t from, std::size_t at, std::
   if (pp_source_name().empty())
     show_note("note: here");
   else
-    show_note("note: " + pp_place(before + 1));
+    show_note("note: " + pp_place(pp_line_number(), before + 1));
   show_excerpt(part, at - from);
 }
 
@@ -281,6 +282,33 @@ void note_open_text() {
   advise(Note::open_text);
   const auto at = static_cast<std::size_t>(pp_start - pp_line_buffer.data());
   show_place(line, 0, at, count_characters(std::string_view(line).substr(0, at)));
+}
+
+BracketPlace bracket_place() {
+  if (pp_file == nullptr)
+    return {};
+  // The next line of the file begins behind the end of this one.
+  return {pp_line_number(), static_cast<std::size_t>(pp_start - pp_line_buffer.data()),
+          gReading.file_pos - 1};
+}
+
+void note_open_bracket(const BracketPlace &place, bool square) {
+  if (gNotes == 0 || pp_file == nullptr || place.line == 0 || DatabaseReading::depth != 0)
+    return;
+  advise(Note::bracket_open, {square ? "[" : "(", square ? "]" : ")"});
+  // The tokenizer is on a later line perhaps, so the line is taken from the file.
+  const std::string &file = *pp_file;
+  const std::size_t end = std::min(place.line_end, file.size());
+  const std::size_t before = end == 0 ? std::string::npos : file.rfind('\n', end - 1);
+  std::string line = file.substr(before + 1, end - before - 1);
+  if (line.starts_with(kByteOrderMark) && place.line == 1)
+    line.erase(0, kByteOrderMark.size());
+  if (line.ends_with('\r'))
+    line.pop_back();
+  const std::size_t column = std::min(place.column, line.size());
+  show_note("note: " +
+            pp_place(place.line, count_characters(std::string_view(line).substr(0, column)) + 1));
+  show_excerpt(line, column);
 }
 
 void fail_silently() {

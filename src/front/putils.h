@@ -2,6 +2,7 @@
 // notes that show the place.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace velora {
@@ -24,6 +25,18 @@ int refuse(const std::string &message);
 void report_undefined(bool infix);
 // Tells that the text that begins at the current token has no closing quote, and where it stands.
 void note_open_text();
+// Where an opening bracket stands in the file that is read: what a note needs when the brackets
+// behind it turn out not to close it, perhaps lines later.
+struct BracketPlace {
+  long line = 0;
+  std::size_t column = 0;   // in bytes
+  std::size_t line_end = 0; // in the file
+};
+// The current token is an opening bracket.
+BracketPlace bracket_place();
+// Tells of a bracket in a file that has no closing one. Nothing is told of what a database or a
+// statement of the system's own leaves open; who types a query is refused it elsewhere.
+void note_open_bracket(const BracketPlace &place, bool square);
 // Counts a failure that has no message of its own: the current token cannot stand where it does in
 // an expression. Only a note says so.
 void fail_silently();

@@ -55,9 +55,6 @@ void trim_line_end(std::string &line) {
     line.pop_back();
 }
 
-// Some editors put this before the first letter of a file in UTF-8.
-constexpr const char *kByteOrderMark = "\xEF\xBB\xBF";
-
 int get_file_line() {
   const std::string &text = *pp_file;
   if (gReading.file_pos >= text.size())
@@ -71,7 +68,7 @@ int get_file_line() {
   if (end < text.size() && line.ends_with('\r'))
     line.pop_back();
   if (gReading.line_number == 0 && line.starts_with(kByteOrderMark))
-    line.erase(0, std::strlen(kByteOrderMark));
+    line.erase(0, kByteOrderMark.size());
   blank_nuls(line);
   install_line(line.data(), line.size());
   return 1;
@@ -115,11 +112,11 @@ const std::string &pp_source_name() {
   return gReading.source_name;
 }
 
-std::string pp_place(std::size_t column) {
-  const std::string line = std::to_string(pp_line_number());
+std::string pp_place(long line, std::size_t column) {
+  const std::string number = std::to_string(line);
   if (gReading.source_is_window)
-    return gReading.source_name + ", line " + line;
-  return gReading.source_name + ":" + line + ":" + std::to_string(column);
+    return gReading.source_name + ", line " + number;
+  return gReading.source_name + ":" + number + ":" + std::to_string(column);
 }
 
 long pp_line_number() {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "front/parse.h"
@@ -13,6 +14,10 @@ namespace velora {
 
 // Lines from outside are refused beyond this many characters: so long a line is an endless source.
 inline constexpr std::size_t kLongestLine = std::size_t{1} << 28;
+
+// Some editors put this before the first letter of a file in UTF-8; it is no part of the first
+// line.
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // The interactive source: fetches one line into `line` (with or without its line end) after
 // showing `prompt`, or the continuation prompt when that is null. Answers 0 at the end of input.
@@ -30,7 +35,7 @@ bool reading_console();
 // Where the current line stands: the file's name ("" when none is read) and the line number.
 const std::string &pp_source_name();
 // "NAME:LINE:COLUMN", or for the text of a window "TITLE, line LINE".
-std::string pp_place(std::size_t column);
+std::string pp_place(long line, std::size_t column);
 long pp_line_number();
 // True when the file that is read goes on behind the current line with more than blanks.
 bool pp_rest_of_file();
