@@ -54,6 +54,9 @@ void mark_by_reversal(node *root) {
   node *parent = nullptr;
   node *current = root;
   for (;;) {
+    // An interrupt, or an allocation that fails while the interface is served, may leave the walk
+    // here with links still reversed. Nobody meets them: whatever is abandoned so ends with
+    // init_free_list, which takes every root away before anything walks the space again.
     CheckForUserEvents(0);
     if (needs_walk(current)) {
       if (is_apply(current)) {
@@ -68,6 +71,8 @@ void mark_by_reversal(node *root) {
       }
       mark_leaf(current);
     }
+    // `current` is done. Parents that it was the argument of are done with it: each gets its link
+    // and its type back and becomes the part that its own parent waits for.
     while (parent != nullptr && parent->type == kApplyRight) {
       node *const up = parent->val.a.a2;
       parent->val.a.a2 = current;
@@ -77,6 +82,7 @@ void mark_by_reversal(node *root) {
     }
     if (parent == nullptr)
       return;
+    // It was a function part: the way up moves over to the argument, which is walked next.
     node *const up = parent->val.a.a1;
     parent->val.a.a1 = current;
     current = parent->val.a.a2;
@@ -94,11 +100,14 @@ void gc_mark(node *root) {
         mark_leaf(current);
         break;
       }
+      // Without room for its argument the node is still unmarked, so the reversal takes it whole
+      // and comes back with everything below it marked.
       if (depth == kMarkStack) {
         mark_by_reversal(current);
         break;
       }
       CheckForUserEvents(0);
+      // Marked before its parts are seen, so that a cycle ends at it.
       current->mark = epoch_mark();
       ++reached;
       mark_stack[depth++] = current->val.a.a2;
@@ -173,6 +182,8 @@ const char *fault_of(const node *n) {
   const bool in_pool = n >= gPool.nodes && n < gPool.nodes + gPool.count;
   if (!in_pool && (n->flags & kStaticNode) == 0)
     return "a reachable node lies outside the query space";
+  // Only now may the node be read. The types of an application that is being walked stand nowhere
+  // between two markings, so they are faults like any unknown number.
   switch (n->type) {
   case kApply:
     return nullptr;
@@ -210,6 +221,7 @@ const char *check_graph(node *root, std::size_t limit) {
       return fault;
     if ((n->flags & kStaticNode) != 0 || n->mark == epoch_mark())
       continue;
+    // Each node is counted once, so a sound graph never counts more than the space holds.
     n->mark = epoch_mark();
     if (++seen > limit)
       return "more nodes are reachable than there are";

@@ -71,6 +71,8 @@ void copy_into(node *nuw, const node *old, Sharing sharing, std::uint8_t quote) 
     to->val = from->val;
     if (!is_apply(from))
       continue;
+    // The new node stands in the graph while its parts are made, and that may collect: until they
+    // are there it has none.
     node *const parts[2] = {from->val.a.a1, from->val.a.a2};
     to->val.a = {nullptr, nullptr};
     for (int i = 0; i < 2; ++i) {

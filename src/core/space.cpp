@@ -215,6 +215,7 @@ int resize_free_list(int choice) {
     wanted = std::int64_t{node_count} * 2;
   if (wanted > INT32_MAX / 2)
     wanted = INT32_MAX / 2;
+  // The nodes go now, before the new ones come, so that both never stand in memory together.
   Query_root = Copy_root = nullptr;
   free_node_stack();
   node_count = static_cast<std::int32_t>(wanted);
@@ -230,6 +231,7 @@ int resize_free_list(int choice) {
     gEnableItem(kDecreaseItem);
     gEnableItem(kResetItem);
   }
+  // A smaller space than wanted will do; init_free_list then drops the roots into the old one.
   const int whole = alloc_free_list();
   if (gPool.nodes == nullptr)
     error_exit("No available memory for Query space.\n");

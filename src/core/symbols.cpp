@@ -95,6 +95,8 @@ symbol *insert_symbol(const char *name, std::size_t name_len) {
     orvek_errorf("Cannot replace symbol %.*s\n", static_cast<int>(wanted.size()), wanted.data());
     return nullptr;
   }
+  // What may fail for want of memory comes first; from `release` on nothing does, so the table and
+  // the chain always hold the same entries.
   std::unique_ptr<symbol, EntryFreer> made(new_entry(wanted));
   names().emplace(std::string_view(made->name, made->name_len), made.get());
   symbol *entry = made.release();

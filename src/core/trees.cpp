@@ -71,6 +71,8 @@ node *copy_tree(const node *root) {
   Tree result(make_apply_node(nullptr, nullptr));
   std::vector<std::pair<const node *, node *>> open{{root, result.get()}};
   while (!open.empty()) {
+    // `to` hangs in the result with empty parts, so what has been made is freed with the result
+    // when memory ends.
     const auto [from, to] = open.back();
     open.pop_back();
     const node *const parts[2] = {from->val.a.a1, from->val.a.a2};
@@ -115,6 +117,7 @@ int equal_node(const node *n1, const node *n2) {
   if (n1->type != n2->type)
     return 0;
   switch (n1->type) {
+  // Two applications are equal as nodes; their parts are compared by who walks them.
   case kApply:
     return (n1->val.a.a1 == nullptr) == (n2->val.a.a1 == nullptr) &&
            (n1->val.a.a2 == nullptr) == (n2->val.a.a2 == nullptr);
@@ -163,6 +166,8 @@ int equal_expression(const node *first, const node *second) {
 }
 
 void free_lhs_tree(choice_node *list) {
+  // A match that forces an argument may run what denies its own clauses: until the last match has
+  // ended the trees stay.
   if (gMatchDepth > 0) {
     if (list != nullptr) {
       gBuried = true;
@@ -176,6 +181,8 @@ void free_lhs_tree(choice_node *list) {
   while (!open.empty()) {
     choice_node *alternative = open.back();
     open.pop_back();
+    // Along the alternatives in a loop, down into the parts by the stack: neither length nor depth
+    // of the heads costs nesting.
     while (alternative != nullptr) {
       if (is_apply(&alternative->n)) {
         open.push_back(choice_list(alternative->n.val.a.a1));
@@ -213,6 +220,7 @@ void free_buried_clauses() {
 }
 
 void free_function_defs(func_block *fc) {
+  // From here on nobody finds the clauses through the function; a match that runs holds its group.
   forget_plan(fc);
   defs_link *group = fc->defs;
   fc->defs = nullptr;

@@ -53,8 +53,11 @@ bool may_compile(const node *root) {
   while (!open.empty()) {
     const Open at = open.back();
     open.pop_back();
+    // Within these bounds whoever walks the body later may recurse.
     if (at.n == nullptr || ++count > kMostBodyNodes || at.depth > kMostBodyDepth)
       return false;
+    // From kCombI on the kinds are combinators. A body that holds one, lambda or hold depends on
+    // how it is abstracted, so it stays with the plain way.
     if (is_apply(at.n)) {
       open.push_back({at.n->val.a.a1, at.depth + 1});
       open.push_back({at.n->val.a.a2, at.depth + 1});

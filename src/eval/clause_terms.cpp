@@ -89,6 +89,7 @@ void refill_groups(defs_link **place, std::vector<Kept> &kept, NewTrees &trees) 
     *end = nullptr;
     place = &group->next;
   }
+  // The groups behind have given their clauses away.
   while (*place != nullptr) {
     defs_link *group = *place;
     *place = group->next;
@@ -165,6 +166,8 @@ int remove_clauses(func_block *fc, const std::function<bool(const node *head)> &
     else
       kept.push_back(std::move(rest[i]));
   }
+  // The groups before the first clause that goes are left alone, and the new trees of the others
+  // are whole before anything of the function is changed.
   NewTrees trees(kept);
   forget_plan(fc);
   defs_link **place = &fc->defs;

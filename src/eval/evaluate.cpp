@@ -97,6 +97,9 @@ inline bool unwind(const node *root, node *n, Frame &frame) {
 // then says whether it has just the arguments it takes), or a combinator or lambda.
 [[gnu::noinline]] int reduce_other(node **stack, int spine_len, int &result) {
   const node *const head = stack[0];
+  // The order of the kinds decides: below kCombI stand the terms that are values as they are
+  // (functions and built-ins have been dealt with, and lambda, which stands among the leaves, has a
+  // rule); from kCombI on there are combinators only.
   if (head->type == kConstructorNode) {
     result = spine_len == head->val.cs->arity;
     return kValue;
@@ -126,6 +129,7 @@ inline bool unwind(const node *root, node *n, Frame &frame) {
     }
     if (!unwind(root, n, frame))
       return 0;
+    // A template that unwinding built over the root may have brought a guard: back to its test.
     if (root->quote != 0)
       continue;
     // The whole spine stands on the stack now, and nested evaluations go on below it.
@@ -148,16 +152,20 @@ inline bool unwind(const node *root, node *n, Frame &frame) {
       if (place == kValue)
         return result;
     }
+    // No rule fits the head with these arguments: the term stays as it stands.
     if (place == kNoRule)
       return 0;
     ++gReductions;
+    // The place is known: the spine above it is as it was, so only what was written is unwound.
     if (place != kRestart) {
       n = stack[place];
       frame.at = stack + place + 1;
       continue;
     }
     // A built-in has written somewhere on the spine; most often a plain value over the root, which
-    // needs no further step.
+    // needs no further step. From kInteger up to kCombI stand literals and names, the kinds that
+    // are values without arguments and take none; variables, constructors and all that has a rule
+    // lie outside.
     if (root->type >= kInteger && root->type < kCombI && root->quote == 0)
       return 1;
     frame.at = frame.top;

@@ -115,6 +115,8 @@ bool flatten(const choice_node *list, std::uint32_t clauses, std::vector<flat_pa
     const std::uint32_t mask = list->mask & clauses;
     if (mask == 0)
       continue;
+    // The order of the list is kept, so variables stay last and the first pattern of a clause says
+    // whether its argument is forced.
     flat_pattern pattern{mask, 0, FlatKind::constant, list->n.type, 0, {}, 0};
     switch (list->n.type) {
     case kApply:

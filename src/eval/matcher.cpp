@@ -61,12 +61,16 @@ std::uint32_t match_parts(Match &m, const choice_node *alternative, node *n, std
 // answers those that match. `evaluated` says that the node needs no forcing.
 std::uint32_t node_match(Match &m, const choice_node *list, node **slot, std::uint32_t wanted,
                          bool evaluated) {
+  // Set when the node is an application whose parts have been compared with the alternative of
+  // applications, and do not match. All applications of a position are one alternative, and no
+  // constant equals an application, so only a variable can still take the node.
   bool explored = false;
   for (; list != nullptr && wanted != 0; list = list->next) {
     const std::uint32_t common = list->mask & wanted;
     if (common == 0)
       continue;
     wanted &= ~common;
+    // Variables stand behind all constants of their clauses: what comes here fitted none.
     if (list->n.type == kVariable) {
       if (m.pass == Pass::without_variables)
         return 0;
@@ -74,6 +78,7 @@ std::uint32_t node_match(Match &m, const choice_node *list, node **slot, std::ui
     }
     if (explored)
       continue;
+    // The first constant that is wanted has the node forced, once for all that follow.
     node *const n = *slot;
     if (!evaluated && needs_forcing(n) && !force_position(m, n))
       return 0;
@@ -86,6 +91,7 @@ std::uint32_t node_match(Match &m, const choice_node *list, node **slot, std::ui
       return common;
     if (const std::uint32_t found = match_parts(m, list, n, common))
       return found;
+    // An unsettled argument ends the whole pass: nothing is known of the clauses behind it.
     if (m.unsettled != nullptr)
       return 0;
     explored = true;

@@ -140,6 +140,8 @@ int call_straight(const func_block *fc, node **call_stack, int spine_len) {
   Match m{Pass::single, bindings};
   const std::uint32_t matched =
       match_flat(m, group.patterns.data(), group.patterns.size(), call_stack + 1, group.clauses);
+  // The single pass stands as the two passes' answer only while every forced argument ended as a
+  // value; else these decide, and the first to reach that argument takes it as forced.
   if (m.unsettled != nullptr) [[unlikely]]
     return match_twice(call_stack, spine_len, m.unsettled);
   if (matched == 0)
