@@ -98,7 +98,8 @@ int colon_remove(const std::string &argument) {
     if (words.size() < 2 || words.back().text != word)
       continue;
     words.pop_back();
-    return on_hidden_copy(words, [choice](WinInfo *wi) { return remove_named(wi, choice); });
+    return on_hidden_copy(words,
+                          [chosen = choice](WinInfo *wi) { return remove_named(wi, chosen); });
   }
   BeepMsge("Use: :remove NAME [N] picture|code|both|all\n", 1);
   return 0;
