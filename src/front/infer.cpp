@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <map>
+#include <unordered_set>
 #include <vector>
 
 #include "core/events.h"
@@ -112,19 +113,25 @@ TypeId Inference::of_signature(const top_node *types) {
 
 // --- unification -------------------------------------------------------------------------------
 
+// A type may stand in many places of another, in `pair ?0 ?0` of such pairs in more than can be
+// walked, so each is looked into once.
 bool Inference::occurs(TypeId variable, TypeId in) {
-  check_stack();
-  in = find(in);
-  if (in == variable)
-    return true;
-  for (const TypeId arg : std::vector<TypeId>(types_[in].args))
-    if (occurs(variable, arg))
+  std::vector<TypeId> open{in};
+  std::unordered_set<TypeId> seen;
+  while (!open.empty()) {
+    const TypeId at = find(open.back());
+    open.pop_back();
+    if (at == variable)
       return true;
+    if (seen.insert(at).second)
+      open.insert(open.end(), types_[at].args.begin(), types_[at].args.end());
+  }
   return false;
 }
 
 bool Inference::unify(TypeId a, TypeId b) {
   check_stack();
+  CheckForUserEvents(0);
   a = find(a);
   b = find(b);
   if (a == b)
@@ -259,8 +266,12 @@ void Inference::note_clash(const std::string &function, int argument, TypeId wan
 
 // --- texts -------------------------------------------------------------------------------------
 
+constexpr std::size_t kLongestText = 4000;
+
 void Inference::write(std::string &out, TypeId t, bool in_brackets) {
   check_stack();
+  if (out.size() > kLongestText)
+    return;
   t = find(t);
   const Type type = types_[t];
   const bool bracket = in_brackets && (type.kind == Type::function || !type.args.empty());
@@ -291,6 +302,8 @@ void Inference::write(std::string &out, TypeId t, bool in_brackets) {
 std::string Inference::text(TypeId t) {
   std::string out;
   write(out, t, false);
+  if (out.size() > kLongestText)
+    out.replace(kLongestText, std::string::npos, "...");
   return out;
 }
 

@@ -65,5 +65,16 @@ TEST_F(InferTest, WhatMeetsItselfInsideEnds) {
   EXPECT_EQ(type_of(deep), "int");
 }
 
+TEST_F(InferTest, TypesThatDoubleWithEachCallAreCut) {
+  kit::feed("fdec dup ::= ?0 -> pair ?0 ?0 ; ;");
+  EXPECT_EQ(type_of("dup (dup #1)"), "pair (pair int int) (pair int int)");
+  std::string text = "#1";
+  for (int i = 0; i < 60; ++i)
+    text = "dup (" + text + ")";
+  const std::string type = type_of(text);
+  EXPECT_TRUE(type.starts_with("pair (pair (pair ") && type.ends_with("..."));
+  EXPECT_LT(type.size(), 10000u);
+}
+
 } // namespace
 } // namespace velora
