@@ -18,7 +18,7 @@ constexpr std::size_t kStackMargin = 256 * 1024;
 
 void poll_user_events() {
   event_countdown = kStepsBetweenPolls;
-  if (gConsole->interrupted()) {
+  if (InterruptHold::depth == 0 && gConsole->interrupted()) {
     gInterrupted = 0;
     error_exit(kInterrupted);
   }

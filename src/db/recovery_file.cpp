@@ -12,6 +12,7 @@
 #include "editor/model/seg_file.h"
 #include "editor/model/wininfo.h"
 #include "front/parser.h"
+#include "platform/interrupt.h"
 #include "platform/response.h"
 #include "platform/safe_file.h"
 #include "platform/trust.h"
@@ -115,6 +116,8 @@ std::string work_name(const std::string &base) {
 }
 
 std::string write_work() {
+  // A request to end the program may come twice, and the second must not stop this.
+  const InterruptHold whole;
   const std::string content = work_content();
   std::string reason;
   for (const std::string &base : {gDDB_basename, std::string()}) {

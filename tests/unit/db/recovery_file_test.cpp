@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/events.h"
@@ -90,6 +91,16 @@ TEST_F(RecoveryFileTest, WorkIsWrittenForItsOwnerAloneAndTakenUpAgain) {
   EXPECT_EQ(SaveDataBase(""), 1);
   EXPECT_NE(get("x.ddb").find("\tg ::= int ;\n"), std::string::npos);
   EXPECT_FALSE(file_exists("x.work"));
+}
+
+// A session is asked to end by two signals in a row, and by one while a question waits.
+TEST_F(RecoveryFileTest, WorkIsWrittenThoughTheProgramIsAskedToEnd) {
+  work_on_database();
+  const auto write = [] { return write_work().empty() ? 0 : 1; };
+  gInterrupted = 1;
+  EXPECT_EQ(run_command(write), CommandEnd::done);
+  EXPECT_EQ(std::exchange(gInterrupted, 0), 1) << "what comes after is stopped";
+  EXPECT_TRUE(file_exists("x.work"));
 }
 
 TEST_F(RecoveryFileTest, WorkOnFilesThatChangedSinceOpensAsACopy) {
