@@ -8,6 +8,7 @@
 #include "editor/vel_cmp.h"
 #include "front/parse.h"
 #include "front/parser.h"
+#include "front/pdecs.h"
 #include "front/pexpr.h"
 #include "front/plhs.h"
 #include "front/source.h"
@@ -75,13 +76,7 @@ int DenyExtension(const WinInfo *wi) {
 
 int clause_count(const std::string &name) {
   const symbol *sym = find_symbol(name.c_str(), 0);
-  if (!is_user_function(sym))
-    return 0;
-  int count = 0;
-  for (const defs_link *group = sym->b.fc->defs; group != nullptr; group = group->next)
-    for (const rhs_link *clause = group->defs; clause != nullptr; clause = clause->next)
-      ++count;
-  return count;
+  return is_user_function(sym) ? clause_count(sym->b.fc) : 0;
 }
 
 int CheckCmpntsEqualFdefs(const WinInfo *wi) {

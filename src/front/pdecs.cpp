@@ -126,21 +126,14 @@ int read_types(Declaration &d) {
   return 1;
 }
 
-std::size_t clauses_of(const func_block *fc) {
-  std::size_t count = 0;
-  for (const defs_link *group = fc->defs; group != nullptr; group = group->next)
-    for (const rhs_link *clause = group->defs; clause != nullptr; clause = clause->next)
-      ++count;
-  return count;
-}
-
 // The same signature again: a function loses its clauses, a constructor stays as it is.
 void declare_again(symbol *s) {
   if ((s->stype & kFunctionBit) == 0)
     return;
   // A file that is read again goes on with the clauses; who types is told.
   if (s->b.fc->defs != nullptr && reading_console())
-    advise(Note::clauses_lost, {s->name, counted(clauses_of(s->b.fc), "clause")});
+    advise(Note::clauses_lost,
+           {s->name, counted(static_cast<std::size_t>(clause_count(s->b.fc)), "clause")});
   free_function_defs(s->b.fc);
   s->b.fc->max_var = -1;
 }
@@ -248,6 +241,14 @@ int p_f_or_c_dec(int dec_token) {
     }
   }
   return enter(d);
+}
+
+int clause_count(const func_block *fc) {
+  int count = 0;
+  for (const defs_link *group = fc->defs; group != nullptr; group = group->next)
+    for (const rhs_link *clause = group->defs; clause != nullptr; clause = clause->next)
+      ++count;
+  return count;
 }
 
 } // namespace velora

@@ -22,4 +22,7 @@ top_node *p_tspecs(int *arity);
 // A note on why the type that was read last is none, for who reports it.
 void note_invalid_type();
 
+// How many clauses a function has.
+int clause_count(const func_block *fc);
+
 } // namespace velora

@@ -11,6 +11,7 @@
 #include "editor/model/wininfo.h"
 #include "front/notes.h"
 #include "front/parser.h"
+#include "front/pdecs.h"
 #include "platform/response.h"
 #include "platform/safe_file.h"
 #include "platform/trust.h"
@@ -94,14 +95,6 @@ struct Contents {
   int clauses = 0;
   int pictures = 0;
 };
-
-int clause_count(const func_block *fc) {
-  int count = 0;
-  for (const defs_link *group = fc->defs; group != nullptr; group = group->next)
-    for (const rhs_link *clause = group->defs; clause != nullptr; clause = clause->next)
-      ++count;
-  return count;
-}
 
 Contents count_contents() {
   Contents c;
