@@ -49,7 +49,8 @@ def tidied(files, build, seconds):
                                   capture_output=True, text=True, check=False, timeout=left)
         except subprocess.TimeoutExpired:
             return
-        yield file, [l for l in done.stdout.splitlines() if " warning: " in l or " error: " in l]
+        faults = [l for l in done.stdout.splitlines() if " warning: " in l or " error: " in l]
+        yield file, faults or [f"{file}: clang-tidy failed"] * (done.returncode != 0)
 
 
 def main():
