@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "core/events.h"
-
 #include "front/parse.h"
 #include "front/parser.h"
 #include "front/putils.h"

@@ -7,7 +7,6 @@
 #include <cstring>
 
 #include "core/events.h"
-
 #include "eval/bi_support.h"
 #include "eval/builtins/families.h"
 #include "platform/response.h"
@@ -174,7 +173,6 @@ int bi_file_read_word(node **stack, int) {
   return reading_failed(fp, stack) ? 0 : set_string(stack[1], gUserWord);
 }
 
-// At the end of the file there is none, and the expression stays as it is.
 // The end of the file is no failure: it answers the character that EOF becomes as a char, 255.
 int bi_file_read_char(node **stack, int) {
   std::FILE *fp = reading_file(stack);

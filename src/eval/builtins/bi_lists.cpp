@@ -265,10 +265,6 @@ void own_cells(node **place) {
   *place = own.finish();
 }
 
-} // namespace
-
-namespace {
-
 // A value of a few nodes that forcing leaves as it is and nothing but a write in place can change.
 bool is_plain(const node *n, int depth = 8) {
   if (n->quote != 0)

@@ -155,7 +155,7 @@ int open_for_output(const std::string &target, bool append) {
 } // namespace
 
 int output_is_safe(const std::string &name) {
-  if (!file_exists(name) || ends_in(name, ".tmp") || ends_in(name, ".add"))
+  if (!file_exists(name) || may_write_again(name))
     return 1;
   DisplayResponse("Safer not to write onto an existing file\n");
   return 0;

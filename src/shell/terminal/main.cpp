@@ -73,8 +73,7 @@ std::unique_ptr<LineInput> make_input(bool colour) {
   return std::make_unique<StreamInput>(STDIN_FILENO);
 }
 
-// The texts of --eval, each closed by a semicolon.
-// The queries with their ends, which a quote left open must not take in.
+// The texts of --eval, each closed by a semicolon, which a quote left open must not take in.
 std::vector<std::string> closed_queries(const Options &options) {
   std::vector<std::string> texts;
   for (const std::string &query : options.queries)
