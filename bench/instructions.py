@@ -56,10 +56,10 @@ def write_table(rows):
 
 
 def count_all(options, queries):
-    """Prints the table of counts; the number of programs that grew."""
+    """Prints the table of counts; how many programs were compared with it, and how many grew."""
     if shutil.which("valgrind") is None:
         print("instructions: valgrind is not installed, nothing is counted")
-        return 0
+        return 0, 0
     made_with, rows = read_table()
     comparable = made_with == compiler()
     start = counted(options.program, queries["p00"])
@@ -86,4 +86,4 @@ def count_all(options, queries):
         print(f"made with {compiler()}, the table with {made_with}: not compared")
     if options.update_counts:
         write_table(rows)
-    return grown
+    return len(queries) - 1 if comparable else 0, grown

@@ -58,7 +58,7 @@ void drop_clause_index(const func_block *fc) {
   indexes().erase(fc);
 }
 
-GrowingIndex::GrowingIndex(const func_block *fc) : fc_(fc), kept_(indexes().extract(fc)) {}
+GrowingIndex::GrowingIndex(const func_block *fc) : kept_(indexes().extract(fc)) {}
 
 void GrowingIndex::grow(defs_link *group, std::uint32_t hash) {
   if (kept_.empty())

@@ -32,7 +32,6 @@ public:
   void keep();
 
 private:
-  const func_block *fc_;
   std::unordered_map<const func_block *, ClauseIndex>::node_type kept_;
 };
 
