@@ -33,18 +33,6 @@ std::string picture_file(const std::string &name) {
   return name + ".seg";
 }
 
-// Reads the text of the database into the build; 1 or 0.
-int read_text(const std::string &name, Build &build) {
-  const std::string file = text_file(name);
-  std::string text;
-  if (!read_whole_file(file, text)) {
-    DisplayResponsef("Cannot open %s\n", file.c_str());
-    return 0;
-  }
-  const FileSource source(std::move(text), file);
-  return read_sections(build);
-}
-
 // A name or label that a segment file cannot carry.
 bool too_long(const std::string &text) {
   return label_to_file(text).size() > kLongestLabel;
@@ -146,20 +134,45 @@ void tell_differences(Build &build) {
   }
 }
 
-} // namespace
-
-int build_segments(const std::string &name, Tidying tidying) {
-  Build build;
-  std::string old_text;
-  read_whole_file(picture_file(name), old_text);
-  if (read_text(name, build) == 0)
-    return 0;
+// Reads a text that stands in `file` and makes the pictures of NAME from it; 1 or 0. Writes
+// nothing.
+int make_build(const std::string &name, const std::string &file, const std::string &text,
+               Tidying tidying, Build &build) {
+  std::string old_pictures;
+  read_whole_file(picture_file(name), old_pictures);
+  {
+    const FileSource source(text, file);
+    if (read_sections(build) == 0)
+      return 0;
+  }
   DisplayResponse("Finished parsing source file, building segments...\n");
   tell_unloaded(build);
   make_pictures(build);
-  keep_places(build, pictures_of_text(old_text));
+  keep_places(build, pictures_of_text(old_pictures));
   offer_tidying(build, tidying);
   tell_differences(build);
+  return 1;
+}
+
+} // namespace
+
+int build_segments(const std::string &name, Tidying tidying) {
+  const std::string file = text_file(name);
+  std::string text;
+  if (!read_whole_file(file, text)) {
+    DisplayResponsef("Cannot open %s\n", file.c_str());
+    return 0;
+  }
+  Build build;
+  return make_build(name, file, text, tidying, build) != 0 ? write_file(picture_file(name), build)
+                                                           : 0;
+}
+
+int build_from_file(const std::string &name, const std::string &file, const std::string &text,
+                    Tidying tidying) {
+  Build build;
+  if (make_build(name, file, text, tidying, build) == 0 || save_code(name, text) == 0)
+    return 0;
   return write_file(picture_file(name), build);
 }
 

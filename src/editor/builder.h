@@ -21,6 +21,11 @@ enum class Tidying { never, always, ask };
 // file as it was.
 int build_segments(const std::string &name, Tidying tidying);
 
+// Builds NAME.seg in the same way from the text of another file, which becomes NAME.ddb. Neither is
+// written before the text was read and its pictures are made.
+int build_from_file(const std::string &name, const std::string &file, const std::string &text,
+                    Tidying tidying);
+
 // Writes a text as NAME.ddb; the old file becomes its ".bak". 1 or 0, with a message either way.
 int save_code(const std::string &name, const std::string &text);
 

@@ -51,9 +51,8 @@ int colon_build(const std::string &argument) {
     DisplayResponse("Nothing is built\n");
     return 0;
   }
-  if (!in_place && save_code(name, text) == 0)
-    return 0;
-  return build_segments(name, tidy ? Tidying::always : Tidying::never);
+  const Tidying tidying = tidy ? Tidying::always : Tidying::never;
+  return in_place ? build_segments(name, tidying) : build_from_file(name, file, text, tidying);
 }
 
 int colon_components(const std::string &argument) {
