@@ -6,7 +6,7 @@
 
 #include "core/events.h"
 #include "editor/model/vel_segs.h"
-#include "front/cint.h"
+#include "front/brackets.h"
 
 namespace velora {
 
@@ -214,8 +214,12 @@ TypeNames make_input_list(const WinInfo *wi) {
 int CheckValid(std::string_view text, Translation &t, int segnum) {
   if (text.find_first_not_of(' ') == std::string_view::npos)
     return 0;
-  const char *fault = query_fault(std::string(text));
-  return fault == nullptr ? 1 : t.tell(fault, 1, segnum);
+  BracketScan scan;
+  scan.step_over(text);
+  const std::vector<const char *> faults = scan.faults();
+  for (const char *fault : faults)
+    t.tell(fault, 1, segnum);
+  return faults.empty() ? 1 : 0;
 }
 
 const Segm *result_node(const WinInfo *wi) {

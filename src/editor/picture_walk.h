@@ -32,7 +32,8 @@ std::vector<int> make_input_numbers(const WinInfo *wi);
 // Their labels, each in brackets when it has an arrow outside brackets.
 TypeNames make_input_list(const WinInfo *wi);
 
-// 1 for a text that the parser can take; otherwise 0, with a message unless it is empty.
+// 1 for a text whose brackets and quotes are closed; otherwise 0, with a message for each kind that
+// is not. An empty text is 0 without one.
 int CheckValid(std::string_view text, Translation &t, int segnum = 0);
 
 // The result node with its one feeding arc, null when there is none or several.

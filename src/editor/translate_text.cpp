@@ -70,12 +70,16 @@ bool write_body(PictureWalk &walk, const Segm *feeder) {
   }
 }
 
-// Writes the left side: a variable where the label is the declared type, else the label.
+// Writes the left side: a variable where the label is the declared type, else the label. Tells each
+// input with its declared type before it is written.
 bool write_left_side(PictureWalk &walk) {
   Translation &t = *walk.t;
   t.lhs = walk.wi->name;
   for (std::size_t i = 0; i < walk.inputs.size(); ++i) {
     const Segm *input = walk.wi->seg_ments[walk.inputs[i]];
+    t.tell("act par " + input->label + ", fm par " +
+               (i < walk.formals->size() ? (*walk.formals)[i] : "") + "\n",
+           kPlainText, input->segnum);
     const std::size_t from = t.lhs.size() + 1;
     if (is_variable_input(walk, static_cast<int>(i))) {
       t.lhs += " ?" + std::to_string(i);
@@ -99,14 +103,6 @@ bool counts_agree(const PictureWalk &walk) {
 PictureWalk start_walk(const WinInfo *wi, const TypeNames *formals, std::string &out,
                        Translation &t) {
   return PictureWalk{wi, make_input_numbers(wi), formals, nullptr, &out, &t, {}, {}};
-}
-
-// What is said of each input before the left side is written.
-void tell_parameters(const PictureWalk &walk) {
-  for (std::size_t i = 0; i < walk.inputs.size(); ++i)
-    walk.t->tell("act par " + walk.wi->seg_ments[walk.inputs[i]]->label + ", fm par " +
-                     (i < walk.formals->size() ? (*walk.formals)[i] : "") + "\n",
-                 kPlainText, walk.inputs[i]);
 }
 
 } // namespace
@@ -177,7 +173,6 @@ bool picture_clause(const WinInfo *wi, const TypeNames &formals, Translation &t,
   PictureWalk walk = start_walk(wi, &formals, t.rhs, t);
   if (count_fits && !counts_agree(walk))
     return false;
-  tell_parameters(walk);
   if (!write_left_side(walk))
     return false;
   const std::size_t inputs = t.places.size();

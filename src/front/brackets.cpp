@@ -26,4 +26,15 @@ const char *BracketScan::fault() const {
   return round_ != 0 ? kRoundFault : nullptr;
 }
 
+std::vector<const char *> BracketScan::faults() const {
+  std::vector<const char *> found;
+  if (square_ != 0)
+    found.push_back(kSquareFault);
+  if (round_ != 0)
+    found.push_back(kRoundFault);
+  if (quoted_)
+    found.push_back(kQuotesFault);
+  return found;
+}
+
 } // namespace velora

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 namespace velora {
 
@@ -20,6 +21,8 @@ public:
   // What is wrong if the text ends here: "Unmatched double quotes\n", "Unmatched square
   // brackets\n", "Unmatched round brackets\n", or null.
   [[nodiscard]] const char *fault() const;
+  // All of these that hold: square brackets, round brackets, quotes.
+  [[nodiscard]] std::vector<const char *> faults() const;
 
 private:
   long square_ = 0;

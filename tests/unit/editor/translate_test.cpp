@@ -234,6 +234,29 @@ TEST_F(TranslateTest, RefusesTextsThatTheParserCannotTake) {
   }
 }
 
+TEST_F(TranslateTest, TellsAllThatIsUnmatchedInTheFirstInputThatCannotBe) {
+  kit::feed("fdec f ::= int -> int -> int -> int ; ;");
+  function("f");
+  join(input("int", 10), 1);
+  input("([#1 \"x", 50);
+  input("int", 90);
+  EXPECT_EQ(TranslateGraph(wi, 0), 0);
+  std::vector<std::string> told;
+  for (const PictureMessage &message : gTranslation.messages)
+    told.push_back(message.text);
+  // No input is told that is not reached.
+  const std::vector<std::string> expected{"Formal parameters of f are:\n",
+                                          "int\n",
+                                          "int\n",
+                                          "int\n",
+                                          "act par int, fm par int\n",
+                                          "act par ([#1 \"x, fm par int\n",
+                                          "Unmatched square brackets\n",
+                                          "Unmatched round brackets\n",
+                                          "Unmatched double quotes\n"};
+  EXPECT_EQ(told, expected);
+}
+
 TEST_F(TranslateTest, CallsItselfByABlankBox) {
   kit::feed("fdec f ::= int -> int ; ;");
   function("f");
