@@ -134,7 +134,6 @@ private:
 // one that the head does not have keeps its own number and a mark.
 class Writer {
 public:
-  explicit Writer(bool rename) : rename_(rename) {}
   void head_follows(bool follows) { in_head_ = follows; }
 
   void write(const Item *item, std::string &form) {
@@ -151,7 +150,7 @@ public:
       bound_.push_back(item->args[0]->number);
     for (std::size_t i = 0; i < item->args.size(); ++i) {
       form += ' ';
-      if (i == 0 && holds && rename_)
+      if (i == 0 && holds)
         form += format_text("#hold%zu", number_of(holds_, item->args[0]->number));
       else
         write(item->args[i], form);
@@ -179,15 +178,12 @@ private:
     const auto binder = std::find(bound_.rbegin(), bound_.rend(), number);
     if (binder != bound_.rend())
       form += format_text("?lambda%td", bound_.rend() - binder);
-    else if (!rename_)
-      form += format_text("?%d", number);
     else if (in_head_ || variables_.contains(number))
       form += format_text("?%zu", number_of(variables_, number));
     else
       form += format_text("?free%d", number);
   }
 
-  bool rename_;
   bool in_head_ = false;
   std::map<int, std::size_t> variables_;
   std::map<int, std::size_t> holds_;
@@ -205,7 +201,7 @@ ClauseForm clause_form(std::string_view clause) {
   const WithoutNotes quiet;
   const StatementSource source(std::string(clause) + "\n;\n");
   Reader reader;
-  Writer writer(true);
+  Writer writer;
   ClauseForm form;
   pp_get_token();
   const Item *head = reader.expression();
@@ -224,18 +220,6 @@ ClauseForm clause_form(std::string_view clause) {
   form.readable = true;
   form.whole = form.left + " ::= ";
   writer.write(body, form.whole);
-  return form;
-}
-
-std::string expression_form(std::string_view expression) {
-  const WithoutNotes quiet;
-  const StatementSource source(std::string(expression) + "\n;\n");
-  Reader reader;
-  std::string form;
-  pp_get_token();
-  const Item *root = reader.expression();
-  if (!reader.failed() && ends_well())
-    Writer(false).write(root, form);
   return form;
 }
 

@@ -21,8 +21,6 @@ struct ClauseForm {
 
 // The form of "f p1 .. pn ::= body", without a semicolon.
 ClauseForm clause_form(std::string_view clause);
-// The form of an expression alone, with its variables as they are; empty when it cannot be read.
-std::string expression_form(std::string_view expression);
 
 // True when both are clauses and the same up to names of variables; same_left_side looks at the
 // heads alone, which `clause` needs no body for.

@@ -222,11 +222,6 @@ int CheckValid(std::string_view text, Translation &t, int segnum) {
   return faults.empty() ? 1 : 0;
 }
 
-const Segm *result_node(const WinInfo *wi) {
-  const Segm *result = wi->seg_ments[kResultSlot];
-  return result != nullptr && is_node(result) && result->segb_ptr.size() == 1 ? result : nullptr;
-}
-
 int input_number(const PictureWalk &walk, const Segm *node) {
   const auto at = std::find(walk.inputs.begin(), walk.inputs.end(), node->segnum);
   return at == walk.inputs.end() ? -1 : static_cast<int>(at - walk.inputs.begin());

@@ -36,9 +36,6 @@ TypeNames make_input_list(const WinInfo *wi);
 // is not. An empty text is 0 without one.
 int CheckValid(std::string_view text, Translation &t, int segnum = 0);
 
-// The result node with its one feeding arc, null when there is none or several.
-const Segm *result_node(const WinInfo *wi);
-
 // Answers of the walk, else a cycle was found and its distance is answered.
 inline constexpr int kWalked = -2;
 inline constexpr int kWalkFailed = -1;

@@ -65,8 +65,6 @@ extern Translation gTranslation;
 int segment_at(const Translation &t, std::size_t position);
 // Where a segment stands first in the text; null when it does not.
 const TextPlace *place_of(const Translation &t, int segnum);
-// The segment that the worst fault is about; 0 for none.
-int fault_slot(const Translation &t);
 // Shows what a translation found on the picture: selects and highlights; what a former one
 // highlighted is no longer so.
 void show_findings(WinInfo *wi, const Translation &t);
@@ -88,9 +86,6 @@ bool picture_query(const WinInfo *wi, Translation &t, const InputValues &values 
 // Asks a value for each input in the text of `t` that is a variable. Inputs without an answer keep
 // their labels. What was answered is suggested the next time, or, without `again`, taken.
 InputValues ask_values(const WinInfo *wi, const Translation &t, bool again);
-// The expression that a node stands for, inputs by their labels; a node that only passes a value on
-// stands for what feeds it. False with the message of the failure in `why`.
-bool picture_expression(const WinInfo *wi, int slot, std::string &text, std::string &why);
 // The declaration that a function picture shows: "NAME ::= T0 -> T1 -> RESULT".
 std::string picture_declaration(const WinInfo *wi);
 

@@ -131,37 +131,6 @@ const TextPlace *place_of(const Translation &t, int segnum) {
   return found == t.places.end() ? nullptr : &*found;
 }
 
-int fault_slot(const Translation &t) {
-  const PictureMessage *worst = nullptr;
-  for (const PictureMessage &message : t.messages)
-    if (message.level != kPlainText && message.segnum != 0 &&
-        (worst == nullptr || message.level > worst->level))
-      worst = &message;
-  return worst == nullptr ? 0 : worst->segnum;
-}
-
-bool picture_expression(const WinInfo *wi, int slot, std::string &text, std::string &why) {
-  const Segm *node = wi->seg_ments[slot];
-  Translation t;
-  t.quiet = true;
-  text.clear();
-  why.clear();
-  // An arc of our own from the node: the walk begins where it would for a box that the node feeds.
-  Segm arc;
-  arc.type = kArc;
-  bool done = node != nullptr && is_node(node) && CheckJunctionLinks(wi, t) != 0;
-  if (done) {
-    arc.segb_ptr.push_back(const_cast<Segm *>(node));
-    PictureWalk walk = start_walk(wi, nullptr, text, t);
-    done = get_type_from(walk, &arc) == kWalked;
-  }
-  if (!done && !t.messages.empty())
-    why = t.messages.front().text;
-  if (text.starts_with(' '))
-    text.erase(0, 1);
-  return done;
-}
-
 bool picture_clause(const WinInfo *wi, const TypeNames &formals, Translation &t, bool count_fits) {
   const Segm *result = wi->seg_ments[kResultSlot];
   if (result == nullptr || result->segb_ptr.empty()) {

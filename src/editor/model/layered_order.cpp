@@ -99,6 +99,7 @@ public:
     return least;
   }
 
+private:
   long crossings() {
     long total = 0;
     for (std::size_t r = 0; r + 1 < work_.rows.size(); ++r)
@@ -113,7 +114,6 @@ public:
         place_[static_cast<std::size_t>(row[i])] = static_cast<int>(i);
   }
 
-private:
   const LayerItem &item(int number) const { return work_.items[static_cast<std::size_t>(number)]; }
   int place(int number) const { return place_[static_cast<std::size_t>(number)]; }
 
@@ -372,13 +372,6 @@ bool order_rows(LayeredWork &work, bool keep_inputs) {
   if (order.improve() >= from_above)
     work.rows = std::move(first);
   return true;
-}
-
-long count_row_crossings(const LayeredWork &work) {
-  LayeredWork copy = work;
-  RowOrder order(copy);
-  order.note_places();
-  return order.crossings();
 }
 
 } // namespace velora

@@ -54,7 +54,5 @@ struct LayeredRow {
 // Moves boxes within and between rows so that straight arrows cross less and run through fewer
 // boxes. The whole grows sideways by at most `slack` at either side.
 void refine_places(LayeredWork &work, const std::vector<LayeredRow> &rows, int gap, int slack);
-// Crossings of edges between neighbouring rows, as they are ordered now.
-long count_row_crossings(const LayeredWork &work);
 
 } // namespace velora

@@ -361,27 +361,6 @@ TEST_F(TranslateTest, AsksTheValuesOfAQuery) {
   EXPECT_NE(console().text.find("#42"), std::string::npos);
 }
 
-TEST_F(TranslateTest, ShowsTheExpressionOfANode) {
-  function("f");
-  const int arg = input("int", 10);
-  const int inner = box("dbl", 100, 60);
-  const int call = box("mix", 100, 120);
-  join(arg, inner);
-  join(inner, call);
-  join(node(kHexagon, kPlain, "#3", 200, 60), call);
-  join(call, 1);
-  std::string text;
-  std::string why;
-  EXPECT_TRUE(picture_expression(wi, inner, text, why));
-  EXPECT_EQ(text, "(dbl (int))");
-  EXPECT_TRUE(picture_expression(wi, 1, text, why));
-  EXPECT_EQ(text, "(mix (dbl (int)) (#3))");
-  EXPECT_FALSE(picture_expression(wi, 99, text, why));
-  join(call, inner);
-  EXPECT_FALSE(picture_expression(wi, 1, text, why));
-  EXPECT_EQ(why, "Cycle in function graph - mix\n");
-}
-
 TEST_F(TranslateTest, TellsWhyAQueryCannotBe) {
   function("f");
   join(box("dbl", 10, 100), 1);
