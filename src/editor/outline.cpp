@@ -1,8 +1,9 @@
 // Telling a picture node by node, in the order of their numbers.
 #include "editor/outline.h"
 
-#include <algorithm>
 #include <vector>
+
+#include "editor/model/vel_segs.h"
 
 namespace velora {
 
@@ -30,17 +31,6 @@ std::string short_name(const WinInfo *wi, const Segm *seg) {
                             : std::string(kind_of(seg)) + " " + std::to_string(seg->segnum);
 }
 
-// The nodes that feed one, from left to right.
-std::vector<const Segm *> inputs_of(const Segm *seg) {
-  std::vector<const Segm *> found;
-  for (const Segm *arc : seg->segb_ptr)
-    if (const Segm *from = arc_start(arc); from != nullptr)
-      found.push_back(from);
-  std::stable_sort(found.begin(), found.end(),
-                   [](const Segm *a, const Segm *b) { return a->lx + a->ux < b->lx + b->ux; });
-  return found;
-}
-
 } // namespace
 
 std::string picture_outline(const WinInfo *wi) {
@@ -57,12 +47,12 @@ std::string picture_outline(const WinInfo *wi) {
       text += " " + seg->label;
     if ((seg->status & kSelected) != 0)
       text += ", selected";
-    const std::vector<const Segm *> inputs = inputs_of(seg);
+    const std::vector<Segm *> inputs = cyclic_order_types_of(seg);
     for (std::size_t i = 0; i < inputs.size(); ++i)
       text += (i > 0               ? ", "
                : inputs.size() > 1 ? ", inputs "
                                    : ", input ") +
-              short_name(wi, inputs[i]);
+              short_name(wi, arc_start(inputs[i]));
   }
   return first ? text + " empty" : text;
 }

@@ -51,6 +51,24 @@ TEST(Outline, TellsNodesAndWhatFeedsThemFromLeftToRight) {
             "box 3 b, selected; hexagon 4 ?0");
 }
 
+// As the arrows at a box are numbered: of two inputs one above the other the upper comes first.
+TEST(Outline, InputsAreTheArgumentsInTheirOrder) {
+  WinInfo wi;
+  wi.name = "f";
+  put_node(wi, 1, kHexagon, "int", 0);
+  Segm *minus = put_node(wi, 2, kBox, "-", 0);
+  Segm *lower = put_node(wi, 3, kHexagon, "#1", 100);
+  Segm *upper = put_node(wi, 4, kHexagon, "#2", 100);
+  lower->ly = 60;
+  lower->uy = 80;
+  upper->ly = 20;
+  upper->uy = 40;
+  join(wi, 5, lower, minus);
+  join(wi, 6, upper, minus);
+  EXPECT_NE(picture_outline(&wi).find("box 2 -, inputs hexagon 4, hexagon 3;"), std::string::npos)
+      << picture_outline(&wi);
+}
+
 TEST(Outline, ANetworkHasNoResult) {
   WinInfo wi;
   wi.wtype = kNetworkPicture;
