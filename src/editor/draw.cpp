@@ -8,6 +8,7 @@
 #include "editor/draw_layout.h"
 #include "editor/draw_network.h"
 #include "editor/model/vel_segs.h"
+#include "editor/picture_walk.h"
 #include "platform/desktop.h"
 #include "platform/response.h"
 #include "platform/text_measures.h"
@@ -81,7 +82,7 @@ void draw_bars(const NodePlace &node, const Pen &pen, Canvas &canvas) {
 }
 
 void draw_label(const NodePlace &node, Canvas &canvas) {
-  const std::string_view label = visible_label(node.seg);
+  const std::string_view label = label_of(node.seg);
   if (label.empty())
     return;
   const int width = measured_width(label, node.font);

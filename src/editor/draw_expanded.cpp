@@ -3,6 +3,7 @@
 #include <string>
 
 #include "editor/draw_layout.h"
+#include "editor/picture_walk.h"
 #include "front/type_names.h"
 #include "platform/text_measures.h"
 
@@ -37,7 +38,7 @@ void draw_stub(const NodePlace &node, int i, int count, const std::string &type,
 void draw_expanded(const NodePlace &node, Canvas &canvas) {
   TypeNames types;
   std::string result;
-  const std::string name(visible_label(node.seg));
+  const std::string name(label_of(node.seg));
   if (get_intypes_of(name, types, 1) == 0 || get_outtype_of(name, result) == 0)
     return;
   const Font font = number_font(node.font);

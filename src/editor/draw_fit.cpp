@@ -6,6 +6,7 @@
 
 #include "editor/draw_layout.h"
 #include "editor/model/vel_segs.h"
+#include "editor/picture_walk.h"
 #include "platform/text_measures.h"
 
 namespace velora {
@@ -101,7 +102,7 @@ void part_all(std::vector<NodePlace> &nodes) {
 }
 
 void choose_font(NodePlace &place) {
-  const std::string_view label = visible_label(place.seg);
+  const std::string_view label = label_of(place.seg);
   for (; place.font.size > kSmallestFont; --place.font.size) {
     const int height = measured_height(place.font);
     const int room = place.box.width() - 2 * side_room(place.seg, place.box, height) + 2;
@@ -111,14 +112,6 @@ void choose_font(NodePlace &place) {
 }
 
 } // namespace
-
-std::string_view visible_label(const Segm *node) {
-  std::string_view label = node->label;
-  const std::size_t first = label.find_first_not_of(' ');
-  if (first == std::string_view::npos)
-    return {};
-  return label.substr(first, label.find_last_not_of(' ') - first + 1);
-}
 
 int hexagon_slant(const Rect &box) {
   return std::max(1, std::min(box.height() / 3, box.width() / 4));
@@ -138,7 +131,7 @@ bool short_arrows(const Segm *node, const Font &font) {
 
 Rect fit_node(const Segm *node, int inputs, const Font &font) {
   const Rect own = own_box(node);
-  const std::string_view label = visible_label(node);
+  const std::string_view label = label_of(node);
   int width = 0;
   int height = 0;
   if (!label.empty()) {

@@ -22,9 +22,6 @@ inline int number_stretch(const Font &font) {
   return head_length(font.size) + 2 * number_font(font).size + 4;
 }
 
-// A label without the blanks around it.
-std::string_view visible_label(const Segm *node);
-
 // Lays out the nodes of a picture; the arcs are laid out from them.
 std::vector<NodePlace> place_nodes(const WinInfo *wi, const Font &font);
 

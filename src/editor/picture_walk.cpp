@@ -80,7 +80,7 @@ int write_leaf(PictureWalk &walk, const Segm *node) {
     walk.t->tell("ERROR: Incorrect use of Hold", 3, node->segnum);
     return kWalkFailed;
   }
-  if (shape_of(node) == kDouble)
+  if (shape_style(node) == kDouble)
     return kWalked;
   const std::size_t place = open_place(walk, node);
   const int i = input_number(walk, node);
@@ -152,10 +152,6 @@ std::string_view label_of(const Segm *seg) {
   if (from == std::string_view::npos)
     return {};
   return label.substr(from, label.find_last_not_of(' ') - from + 1);
-}
-
-int shape_of(const Segm *seg) {
-  return seg->style & 15;
 }
 
 int CheckJunctionLinks(const WinInfo *wi, Translation &t) {

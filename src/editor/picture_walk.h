@@ -14,8 +14,6 @@ namespace velora {
 
 // A label without the blanks around it; empty for a label of blanks.
 std::string_view label_of(const Segm *seg);
-// The variant of a shape without its colour and other marks.
-int shape_of(const Segm *seg);
 
 // Junctions. A sink has an arc that enters it, a source has none and stands for a sink.
 inline bool is_sink(const Segm *seg) {

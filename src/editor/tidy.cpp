@@ -12,6 +12,7 @@
 #include "core/events.h"
 #include "editor/model/layered_layout.h"
 #include "editor/model/vel_segs.h"
+#include "editor/picture_walk.h"
 #include "platform/response.h"
 #include "platform/utf8.h"
 
@@ -279,10 +280,10 @@ void put_back(WinInfo *wi, const std::vector<Rect> &places) {
 } // namespace
 
 std::vector<Segm *> argument_nodes(const WinInfo *wi) {
-  std::vector<Segm *> arguments = nodes_of(wi);
-  std::erase_if(arguments, [&](const Segm *node) { return !in_band(wi, node); });
-  std::stable_sort(arguments.begin(), arguments.end(),
-                   [](const Segm *a, const Segm *b) { return a->lx < b->lx; });
+  std::vector<Segm *> arguments;
+  if (wi->wtype == kFunctionPicture)
+    for (const int slot : make_input_numbers(wi))
+      arguments.push_back(wi->seg_ments[slot]);
   return arguments;
 }
 

@@ -78,13 +78,13 @@ struct Drawn {
 bool read_box(const WinInfo *wi, const Segm *box, const Segm *type, Structures &out,
               std::vector<Drawn> &drawn, Translation &t) {
   const std::string label(label_of(box));
-  if (shape_of(box) == kBold) {
+  if (shape_style(box) == kBold) {
     if (!box->segb_ptr.empty())
       return t.tell("Error: input to imported list of constructors\n", 3, box->segnum);
     out.import = label;
     return true;
   }
-  if (shape_of(box) != kDouble)
+  if (shape_style(box) != kDouble)
     return true;
   if (box->segf_ptr.empty())
     return t.tell("Error - no output type for " + label + "\n", 3, box->segnum);
@@ -146,7 +146,7 @@ bool all_joined(const WinInfo *wi, Translation &t) {
     const Segm *seg = wi->seg_ments[slot];
     // An imported list needs no arc: its box says all.
     if (seg == nullptr || is_arc(seg) || !seg->segb_ptr.empty() || !seg->segf_ptr.empty() ||
-        (seg->type == kBox && shape_of(seg) == kBold))
+        (seg->type == kBox && shape_style(seg) == kBold))
       continue;
     return t.tell("Error: disjoint graphs found in window\n", 3, slot);
   }

@@ -105,7 +105,7 @@ int CheckFunctionBox(TypeCheck &check, const Segm *box) {
   if (label == kLambdaName)
     return check.defining ||
            check.t->tell("ERROR: Cannot use lambda inside Query\n", 3, box->segnum);
-  const bool bold = shape_of(box) == kBold;
+  const bool bold = shape_style(box) == kBold;
   if (label.empty() && !bold)
     return check.t->tell("Blank Function Name\n", 3, box->segnum);
   if (label.empty()) {
@@ -143,7 +143,7 @@ int TypeCheckFunction(TypeCheck &check, const Segm *box) {
   const int shape = (sym->stype & kConstructorBit) != 0 ? kDouble
                     : name == check.wi->name            ? kBold
                                                         : kPlain;
-  if (shape != shape_of(box) && check.defining)
+  if (shape != shape_style(box) && check.defining)
     check.changes.push_back({box->segnum, shape, ""});
   return 1;
 }

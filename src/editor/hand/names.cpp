@@ -8,6 +8,7 @@
 #include "core/symbols.h"
 #include "editor/history.h"
 #include "editor/model/vel_segs.h"
+#include "editor/picture_walk.h"
 #include "platform/response.h"
 
 namespace velora {
@@ -103,7 +104,7 @@ void add_inputs(const WinInfo *wi, std::string_view typed, std::vector<KnownName
   if (wi->wtype != kFunctionPicture || typed[0] != '?')
     return;
   int number = 0;
-  for (const int slot : argument_slots(wi)) {
+  for (const int slot : make_input_numbers(wi)) {
     const std::string name = format_text("?%d", number++);
     if (name.starts_with(typed))
       rows.push_back({name, wi->seg_ments[slot]->label, 0, slot});
@@ -180,7 +181,7 @@ bool declared_inputs(const WinInfo *wi, const std::string &name, std::vector<std
   }
   if (wi->wtype != kFunctionPicture || name.empty() || name != wi->name)
     return false;
-  for (const int slot : argument_slots(wi))
+  for (const int slot : make_input_numbers(wi))
     inputs.push_back(wi->seg_ments[slot]->label);
   result = wi->seg_ments[1] != nullptr ? wi->seg_ments[1]->label : "";
   return true;
@@ -236,17 +237,6 @@ int place_of_input(const WinInfo *wi, const Segm *node, int input) {
 void mean_input(Segm *arc, int input) {
   arc->status = (arc->status & ~kMeantMask) |
                 ((static_cast<unsigned>(input + 1) << kMeantShift) & kMeantMask);
-}
-
-std::vector<int> argument_slots(const WinInfo *wi) {
-  std::vector<int> slots;
-  const int band = NodeHeight(wi);
-  for (int slot = 2; slot <= wi->seg_ct; ++slot)
-    if (const Segm *seg = wi->seg_ments[slot]; seg != nullptr && is_node(seg) && seg->ly < band)
-      slots.push_back(slot);
-  std::stable_sort(slots.begin(), slots.end(),
-                   [wi](int a, int b) { return wi->seg_ments[a]->lx < wi->seg_ments[b]->lx; });
-  return slots;
 }
 
 bool type_is_unnamed(const WinInfo *wi) {

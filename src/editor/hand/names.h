@@ -43,9 +43,6 @@ int place_of_input(const WinInfo *wi, const Segm *node, int input);
 // Notes which input an arrow was drawn for.
 void mean_input(Segm *arc, int input);
 
-// The parameters of a function picture, in the order of its arguments.
-std::vector<int> argument_slots(const WinInfo *wi);
-
 // True for a picture of constructors whose type has no name yet: what is typed is that.
 bool type_is_unnamed(const WinInfo *wi);
 // The rows of the list for a typed text, the best first: never empty for a text that is not. The

@@ -6,8 +6,8 @@
 #include <set>
 
 #include "core/events.h"
-#include "editor/hand/names.h"
 #include "editor/model/vel_segs.h"
+#include "editor/picture_walk.h"
 
 namespace velora {
 
@@ -18,7 +18,7 @@ constexpr std::size_t kLongestText = 1 << 16;
 class Writer {
 public:
   Writer(const WinInfo *wi, std::string &text)
-      : wi_(wi), text_(text), arguments_(argument_slots(wi)) {}
+      : wi_(wi), text_(text), arguments_(make_input_numbers(wi)) {}
 
   void write(const Segm *node, bool inner) {
     check_stack();

@@ -6,6 +6,7 @@
 #include "editor/edit.h"
 #include "editor/hand/tools.h"
 #include "editor/model/vel_segs.h"
+#include "editor/picture_walk.h"
 
 namespace velora {
 
@@ -279,7 +280,7 @@ int insert_name(WinInfo *wi, const KnownName &name, const Insertion &wanted) {
     Point at = where.at;
     if (is_argument && !where.placed) {
       // A new argument goes behind the others.
-      const std::vector<int> there = argument_slots(wi);
+      const std::vector<int> there = make_input_numbers(wi);
       const int h = NodeHeight(wi);
       at = free_place(wi, {there.empty() ? 3 * h : wi->seg_ments[there.back()]->ux + 2 * h, h},
                       name.tool, name.name);

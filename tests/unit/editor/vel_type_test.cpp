@@ -62,7 +62,7 @@ protected:
       all += message.text;
     return all;
   }
-  int shape(int slot) const { return shape_of(wi->seg_ments[slot]); }
+  int shape(int slot) const { return shape_style(wi->seg_ments[slot]); }
 
   WinInfo *wi = nullptr;
   Translation t;

@@ -8,6 +8,7 @@
 #include "editor/draw_layout.h"
 #include "editor/hand/stubs.h"
 #include "editor/model/seg_file.h"
+#include "editor/picture_walk.h"
 #include "front/cint.h"
 #include "shell/keys_page.h"
 
@@ -131,7 +132,7 @@ TEST_F(HandEvents, AFunctionIsTypedAsItIsRead) {
   EXPECT_EQ(inputs(label_slot("-")), "int,#1");
   const Segm *own = seg(label_slot("fac"));
   EXPECT_EQ(shape_style(own), kBold) << "its own name is a recursive function";
-  EXPECT_EQ(argument_slots(wi).size(), 1U);
+  EXPECT_EQ(make_input_numbers(wi).size(), 1U);
   // Nothing covers anything, and every box stands below the band.
   const PictureLayout layout = lay_out_picture(wi);
   for (const NodePlace &node : layout.nodes)
@@ -225,7 +226,7 @@ TEST_F(HandEvents, AnArrowThatCannotStandInOrderBends) {
   enter("#9");
   EXPECT_EQ(inputs(minus), "#9");
   // The input stands left of the value, and is to be the second.
-  ASSERT_LT(middle(argument_slots(wi)[0]).x, middle(label_slot("#9")).x);
+  ASSERT_LT(middle(make_input_numbers(wi)[0]).x, middle(label_slot("#9")).x);
   enter("?0");
   EXPECT_EQ(inputs(minus), "#9,int");
 }
