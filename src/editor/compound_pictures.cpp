@@ -6,6 +6,7 @@
 #include <map>
 
 #include "editor/model/wininfo.h"
+#include "editor/vel_cmp.h"
 
 namespace velora {
 
@@ -15,14 +16,6 @@ bool same_picture(const PictureState &a, const PictureState &b) {
   PictureFields fields = a.fields;
   fields.cmpnt = b.fields.cmpnt; // numbers are compared by themselves
   return fields == b.fields && a.slots == b.slots;
-}
-
-std::vector<WinInfo *> records_of(const std::string &name) {
-  std::vector<WinInfo *> records;
-  for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
-    if (wi->win == 0 && wi->name == name)
-      records.push_back(wi);
-  return records;
 }
 
 PictureState stored_state(const WinInfo *wi) {
@@ -120,7 +113,7 @@ StoredChange stored_change(StoredPictures &&before, StoredPictures &&after) {
 }
 
 bool stands_as_left(const StoredChange &change, bool back) {
-  const std::vector<WinInfo *> records = records_of(change.name);
+  const std::vector<WinInfo *> records = stored_components(change.name);
   const std::vector<int> &numbers = back ? change.numbers_after : change.numbers_before;
   const std::vector<StoredPicture> &left = back ? change.after : change.before;
   if (!std::equal(records.begin(), records.end(), numbers.begin(), numbers.end(),
@@ -136,7 +129,7 @@ void put_stored(const StoredChange &change, bool back) {
   const std::vector<StoredPicture> &now = back ? change.after : change.before;
   const std::vector<StoredPicture> &wanted = back ? change.before : change.after;
   const std::vector<int> &numbers = back ? change.numbers_before : change.numbers_after;
-  std::vector<WinInfo *> records = records_of(change.name);
+  std::vector<WinInfo *> records = stored_components(change.name);
   const auto first = records.begin() + static_cast<std::ptrdiff_t>(change.same);
   std::vector<WinInfo *> changed(first, first + static_cast<std::ptrdiff_t>(now.size()));
   for (; changed.size() > wanted.size(); changed.pop_back())
@@ -159,7 +152,7 @@ void put_stored(const StoredChange &change, bool back) {
     records[i]->cmpnt = numbers[i];
   for (std::size_t i = standing; i < wanted.size(); ++i)
     move_to_place(changed[i], wanted[i]);
-  records = records_of(change.name);
+  records = stored_components(change.name);
   for (std::size_t i = 0; i < records.size() && i < numbers.size(); ++i)
     records[i]->cmpnt = numbers[i];
 }

@@ -7,6 +7,7 @@
 #include "editor/model/needs.h"
 #include "editor/model/vel_segs.h"
 #include "editor/model/wininfo.h"
+#include "editor/vel_cmp.h"
 #include "platform/response.h"
 
 namespace velora {
@@ -54,13 +55,6 @@ std::vector<std::string> callees(const Segm *node) {
   return names;
 }
 
-bool has_stored_picture(const std::string &name) {
-  for (const WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
-    if (wi->win == 0 && wi->name == name)
-      return true;
-  return false;
-}
-
 } // namespace
 
 int MakeFunctionPicture(const std::string &name, const std::vector<std::string> &names,
@@ -97,7 +91,7 @@ PicturelessFunctions functions_without_picture(const WinInfo *network) {
     if (seg == nullptr || seg->type != kBox || seg->segf_ptr.empty() ||
         !met.insert(seg->label).second)
       continue;
-    if (has_stored_picture(seg->label))
+    if (!stored_components(seg->label).empty())
       ++found.skipped;
     else
       found.nodes.push_back(seg);

@@ -8,7 +8,7 @@
 #include "core/second_names.h"
 #include "core/symbols.h"
 #include "db/dependants.h"
-#include "db/term_text.h"
+#include "editor/clause_form.h"
 #include "platform/response.h"
 
 namespace velora {
@@ -37,22 +37,6 @@ std::string declaration_of(const symbol &s) {
   return text + format_text("typeop #%d", s.b.tp->arity);
 }
 
-std::vector<std::string> clauses_text(const symbol &s) {
-  std::vector<std::string> clauses;
-  for (const defs_link *group = s.b.fc->defs; group != nullptr; group = group->next) {
-    std::uint32_t mask = 1;
-    for (const rhs_link *clause = group->defs; clause != nullptr;
-         clause = clause->next, mask <<= 1) {
-      std::string text;
-      fprint_lhs_args(text, group->lhs_tree, mask, ' ');
-      text += "::= ";
-      fprint_args(text, clause->original, ' ');
-      clauses.push_back(std::move(text));
-    }
-  }
-  return clauses;
-}
-
 SymbolState state_of_symbol(const symbol *sym) {
   SymbolState state;
   if (sym == nullptr)
@@ -62,7 +46,7 @@ SymbolState state_of_symbol(const symbol *sym) {
   state.newer = sym->prev != nullptr ? sym->prev->name : "";
   state.declaration = declaration_of(*sym);
   if (family_of(sym) == Family::function)
-    state.clauses = clauses_text(*sym);
+    state.clauses = clauses_of(sym->b.fc);
   return state;
 }
 

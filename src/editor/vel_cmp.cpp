@@ -73,13 +73,6 @@ std::vector<WinInfo *> stored_components(const std::string &name) {
   return found;
 }
 
-WinInfo *stored_component(const std::string &name, int cmpnt) {
-  for (WinInfo *wi : stored_components(name))
-    if (wi->cmpnt == cmpnt)
-      return wi;
-  return nullptr;
-}
-
 int SaveNewDeclaration(WinInfo *wi) {
   gTranslation = Translation{};
   TypeNames inputs;
@@ -113,7 +106,7 @@ int SaveNewComponent(WinInfo *wi) {
 
 int ReplaceComponent(WinInfo *wi, int newfdec) {
   DisplayResponsef("replacing component %d of %s\n", wi->cmpnt, wi->name.c_str());
-  WinInfo *stored = stored_component(wi->name, wi->cmpnt);
+  WinInfo *stored = FindStoredPicture(wi->name, wi->cmpnt);
   if (stored == nullptr) {
     BeepMsgef(1, "Unable to find component %d of function %s\n", wi->cmpnt, wi->name.c_str());
     return 0;
@@ -140,7 +133,7 @@ int ReplaceComponent(WinInfo *wi, int newfdec) {
 
 int RemoveComponent(const WinInfo *wi) {
   const std::string name = wi->name;
-  WinInfo *gone = stored_component(name, wi->cmpnt);
+  WinInfo *gone = FindStoredPicture(name, wi->cmpnt);
   int before = 0;
   if (gone == nullptr) {
     gConsole->beep();

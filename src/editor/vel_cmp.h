@@ -14,8 +14,6 @@ namespace velora {
 
 // The stored records of a name, in list order.
 std::vector<WinInfo *> stored_components(const std::string &name);
-// The stored record of a name and number; null when there is none.
-WinInfo *stored_component(const std::string &name, int cmpnt);
 
 // Declares the function of a picture from its inputs and its result. 1, and the picture is clean,
 // or 0 after a message.
