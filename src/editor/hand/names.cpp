@@ -9,6 +9,7 @@
 #include "editor/history.h"
 #include "editor/model/vel_segs.h"
 #include "editor/picture_walk.h"
+#include "front/brackets.h"
 #include "platform/response.h"
 
 namespace velora {
@@ -157,13 +158,11 @@ KnownName as_typed(const WinInfo *wi, const std::string &typed) {
 
 // A literal that has ended: brackets closed, quotes closed.
 bool is_closed(std::string_view text) {
-  int depth = 0;
-  bool quoted = false;
-  for (const char c : text) {
-    quoted = quoted != (c == '"');
-    depth += quoted ? 0 : (c == '(' || c == '[') ? 1 : (c == ')' || c == ']') ? -1 : 0;
-  }
-  return depth <= 0 && !quoted;
+  if (text.starts_with('\'') && text.size() < 3)
+    return false; // the character may be a blank
+  BracketScan scan;
+  scan.step_over(text);
+  return !scan.unfinished();
 }
 
 } // namespace

@@ -320,6 +320,14 @@ TEST_F(Hand, LabelsAreEditedInPlace) {
   EXPECT_EQ(wi->name, "");
 }
 
+TEST_F(Hand, ABlankEndsLiteralsThatAreClosed) {
+  open();
+  for (const char *closed : {"#1", "'('", "' '", "\"a (b\"", "[#1 #2]"})
+    EXPECT_TRUE(is_whole_name(wi, closed)) << closed;
+  for (const char *unclosed : {"'", "' ", "(f", "[#1", "\"a"})
+    EXPECT_FALSE(is_whole_name(wi, unclosed)) << unclosed;
+}
+
 TEST_F(Hand, NodesAreCopiedWithinAndBetweenPictures) {
   open();
   const int a = place(602, {100, 100}, "a");
