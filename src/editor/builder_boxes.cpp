@@ -214,17 +214,13 @@ void output_types(Build &build) {
       build.pictures.push_back(type_picture(entry, rows_of[entry.name]));
 }
 
-void calc_func_details(const fdef_block *item, std::size_t level, LevelCounts &counts) {
+void calc_func_details(const fdef_block *item, std::size_t level, std::vector<int> &level_count) {
   check_stack();
-  if (counts.level_count.size() <= level) {
-    counts.level_count.resize(level + 1);
-    counts.level_width.resize(level + 1);
-  }
-  ++counts.level_count[level];
-  counts.level_width[level] += length_of(item->name);
-  counts.max_level = std::max(counts.max_level, static_cast<int>(level));
+  if (level_count.size() <= level)
+    level_count.resize(level + 1);
+  ++level_count[level];
   for (const fdef_block *child : item->params)
-    calc_func_details(child, level + 1, counts);
+    calc_func_details(child, level + 1, level_count);
 }
 
 void determine_symbol(const fdef_block &item, graph_block &box) {
@@ -266,8 +262,8 @@ struct LevelPlaces {
   std::vector<int> level_gap;
   std::vector<int> level_current;
 
-  explicit LevelPlaces(const LevelCounts &counts) : level_current(counts.level_count.size()) {
-    for (const int count : counts.level_count)
+  explicit LevelPlaces(const std::vector<int> &level_count) : level_current(level_count.size()) {
+    for (const int count : level_count)
       level_gap.push_back(kFunctionWidth / (count + 1));
   }
   int next(std::size_t level) { return level_current[level] += level_gap[level]; }
@@ -295,17 +291,17 @@ BuiltPicture function_picture(Build &build, jsymbol &clause) {
   const std::vector<cfdec_block> &types = declared->cfdec;
   const std::string &result = types.front().param;
   const std::vector<fdef_block *> &lhs = clause.fdef.lhs;
-  LevelCounts counts;
+  std::vector<int> level_count;
   const fdef_block root{result, kTokName, true, {clause.fdef.rhs}};
-  calc_func_details(&root, 0, counts);
+  calc_func_details(&root, 0, level_count);
   int inner_nodes = 0;
-  for (const int count : counts.level_count)
+  for (const int count : level_count)
     inner_nodes += count;
   // The row of the parameters counts as one level more.
   const int args = static_cast<int>(lhs.size());
-  counts.level_count.push_back(args);
-  LevelPlaces places(counts);
-  const std::size_t top = counts.level_count.size() - 1;
+  level_count.push_back(args);
+  LevelPlaces places(level_count);
+  const std::size_t top = level_count.size() - 1;
   PictureMaker maker(inner_nodes + args, &clause, clause.fdef.occurence);
   maker.picture.arguments = args;
   graph_block &result_box = maker.add_box(result, kHexagon, kBold, kMiddle, kRowOfResult);

@@ -116,13 +116,8 @@ int read_sections(Build &build);
 void output_types(Build &build);
 void build_function(Build &build, jsymbol &clause);
 BuiltPicture function_picture(Build &build, jsymbol &clause);
-// How many arguments and boxes a clause has at each level; for the layout by rules.
-struct LevelCounts {
-  std::vector<int> level_count;
-  std::vector<int> level_width;
-  int max_level = 0;
-};
-void calc_func_details(const fdef_block *item, std::size_t level, LevelCounts &counts);
+// Counts the items of a tree at each level, for the layout by rules.
+void calc_func_details(const fdef_block *item, std::size_t level, std::vector<int> &level_count);
 
 // Geometry: a box around (x, y) for a name; a line between two boxes of a picture.
 graph_block calc_box(std::string_view name, int number, int shape, int style, int x, int y);
