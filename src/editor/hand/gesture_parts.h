@@ -33,6 +33,13 @@ bool keyjoin_key(WinInfo *wi, const KeyEvent &event);
 // Where the editor of a text stands in the picture, and its list of names below it.
 Rect editor_box(const WinInfo *wi);
 Rect names_box(const WinInfo *wi);
+// The names that the list shows, from `first` to before `last`: always the chosen one among them.
+struct ShownNames {
+  std::size_t first;
+  std::size_t last;
+  int row_height;
+};
+ShownNames shown_names();
 
 // Takes the text of the label that is edited; false when it was refused and the editor stays.
 bool accept_label(WinInfo *wi);

@@ -28,7 +28,6 @@ constexpr Colour kComplaint{190, 0, 0};
 constexpr Colour kBubbleFill{255, 250, 215};
 constexpr Pen kNoPen{{}, 1, PenStyle::none};
 constexpr Brush kHollow{{}, false};
-constexpr std::size_t kShownRows = 8;
 constexpr std::size_t kLongestShown = 60;
 
 Font small_font() {
@@ -228,10 +227,8 @@ void draw_names(const WinInfo *wi, Canvas &canvas) {
   if (gHand.matches.empty())
     return;
   const Rect box = names_box(wi);
-  const int row_height = measured_height(Font{}) + 2;
+  const auto [first, last, row_height] = shown_names();
   canvas.rectangle(box, Pen{kGesture, 1, PenStyle::solid}, Brush{kPaper, true});
-  const std::size_t first = gHand.chosen >= kShownRows ? gHand.chosen - kShownRows + 1 : 0;
-  const std::size_t last = std::min(gHand.matches.size(), first + kShownRows);
   int y = box.top;
   for (std::size_t i = first; i < last; ++i, y += row_height) {
     const KnownName &row = gHand.matches[i];

@@ -18,7 +18,6 @@ namespace {
 
 constexpr int kEditorPadding = 4;
 constexpr int kLeastEditorWidth = 60;
-constexpr std::size_t kShownRows = 8;
 
 // What is wrong with a text as a label; empty when nothing is.
 std::string label_fault(const std::string &text) {
@@ -204,9 +203,9 @@ void naming_mouse(WinInfo *wi, const MouseEvent &event) {
     gHand.state = HandState::idle;
     return;
   }
-  const int row = (event.at.y - rows.top) / std::max(1, measured_height(Font{}) + 2);
-  const std::size_t first = gHand.chosen >= kShownRows ? gHand.chosen - kShownRows + 1 : 0;
-  if (first + static_cast<std::size_t>(row) < gHand.matches.size()) {
+  const auto [first, last, row_height] = shown_names();
+  const int row = (event.at.y - rows.top) / std::max(1, row_height);
+  if (first + static_cast<std::size_t>(row) < last) {
     gHand.chosen = first + static_cast<std::size_t>(row);
     accept_name(wi);
   }
@@ -256,16 +255,21 @@ Rect editor_box(const WinInfo *wi) {
   return {left, top, left + width, top + height};
 }
 
+ShownNames shown_names() {
+  constexpr std::size_t kShownRows = 8;
+  const std::size_t first = gHand.chosen >= kShownRows ? gHand.chosen - kShownRows + 1 : 0;
+  return {first, std::min(gHand.matches.size(), first + kShownRows), measured_height(Font{}) + 2};
+}
+
 Rect names_box(const WinInfo *wi) {
   const Rect editor = editor_box(wi);
   int widest = editor.width();
-  const std::size_t first = gHand.chosen >= kShownRows ? gHand.chosen - kShownRows + 1 : 0;
-  const std::size_t last = std::min(gHand.matches.size(), first + kShownRows);
+  const auto [first, last, row_height] = shown_names();
   for (std::size_t i = first; i < last; ++i)
     widest = std::max(widest,
                       measured_width(gHand.matches[i].name + "  " + gHand.matches[i].type, Font{}) +
                           3 * kEditorPadding);
-  const int height = static_cast<int>(last - first) * (measured_height(Font{}) + 2);
+  const int height = static_cast<int>(last - first) * row_height;
   const Rect seen = seen_part(wi);
   const int left = std::max(seen.left, std::min(editor.left, seen.right - widest));
   // Above the text where there is no room below.
