@@ -181,7 +181,10 @@ void leave_out_of_sight(WindowId win) {
   for (ShellWindow &w : gWindows)
     if (w.id == win)
       w.out_of_sight = true;
-  if (previous != win)
+  // Giving the focus to a window that is minimised itself would bring that one back.
+  const bool last_in_sight = std::all_of(gWindows.begin(), gWindows.end(),
+                                         [](const ShellWindow &w) { return w.out_of_sight; });
+  if (previous != win || last_in_sight)
     return;
   previous = 0;
   focus_latest_window();

@@ -89,6 +89,20 @@ TEST_F(FrameWindow, MinimisedWindowGivesTheKeyboardAway) {
   EXPECT_EQ(previous, hControl);
 }
 
+TEST_F(FrameWindow, MinimisedWindowStaysAnIconWhenAnotherCloses) {
+  choose(kCmdNewOrvek);
+  choose(kCmdNewFunction);
+  const qt::Window &text = window("Orvek [1 of 1]");
+  gDesktop->focus_window(text.id);
+  settle();
+  text.sub->showMinimized();
+  settle();
+  EXPECT_EQ(previous, window("Functions").id);
+  choose(kCmdCloseWindow);
+  EXPECT_TRUE(text.sub->isMinimized());
+  EXPECT_EQ(previous, hControl);
+}
+
 // A picture that a built-in shows does not take the keyboard from the console.
 TEST_F(FrameWindow, ShownWindowLeavesTheFocus) {
   const Rect place{60, 40, 300, 240};

@@ -10,7 +10,6 @@
 
 #include "shell/desk_events.h"
 #include "shell/qt/q_guard.h"
-#include "shell/vel_wins.h"
 
 namespace velora::qt {
 
@@ -18,22 +17,6 @@ namespace {
 
 std::map<WindowId, Window> windows;
 WindowId last = 0;
-
-// The window that is now an icon gives the keyboard to one that can be seen.
-void leave_minimised(WindowId win) {
-  const Window *window = find_window(win);
-  if (window == nullptr || !window->sub->isMinimized() || previous != win)
-    return;
-  const ShellWindow *best = nullptr;
-  for (const ShellWindow &other : gWindows) {
-    const Window *shown = find_window(other.id);
-    if (other.id != win && shown != nullptr && !shown->sub->isMinimized() &&
-        (best == nullptr || other.last_focus > best->last_focus))
-      best = &other;
-  }
-  if (best != nullptr)
-    gDesktop->focus_window(best->id);
-}
 
 } // namespace
 
@@ -52,7 +35,13 @@ void SubWindow::closeEvent(QCloseEvent *event) {
 void SubWindow::changeEvent(QEvent *event) {
   QMdiSubWindow::changeEvent(event);
   if (event->type() == QEvent::WindowStateChange && isMinimized())
-    QTimer::singleShot(0, qApp, [win = id_] { guarded([win] { leave_minimised(win); }); });
+    QTimer::singleShot(0, qApp, [win = id_] {
+      guarded([win] {
+        const Window *window = find_window(win);
+        if (window != nullptr && window->sub->isMinimized())
+          window_put_away(win);
+      });
+    });
 }
 
 Window *add_window(WindowKind kind) {
