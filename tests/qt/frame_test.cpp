@@ -123,8 +123,7 @@ TEST_F(FrameWindow, DatabaseIsOpenedSavedAndNamedInTheTitle) {
   settle();
   query("twice #21;");
   EXPECT_NE(news().find("#42\n"), std::string::npos);
-  EXPECT_TRUE(wait_for([] { return frame().windowTitle() == QLatin1String("Velora 4.7.4 - own"); }))
-      << qt::narrow(frame().windowTitle());
+  EXPECT_EQ(qt::narrow(frame().windowTitle()), "Velora 4.7.4 - own");
 }
 
 // A database that is dragged here from a window of files.

@@ -77,16 +77,20 @@ TEST_F(Helping, HelpIsShownOnTheNameAtTheCaret) {
 }
 
 TEST_F(Helping, OpenedDatabasesAreOfferedAgain) {
-  kit::write_file("lately.ddb", "fdec\n f ::= int -> int ;\n;\n");
+  const std::string text = "fdec\n f ::= int -> int ;\n;\n";
+  const auto latest = [] { return qt::recent_databases().value(0); };
+  kit::write_file("lately.ddb", text);
   open_database("lately.ddb");
-  ASSERT_TRUE(wait_for([] {
-    return !qt::recent_databases().isEmpty() &&
-           qt::recent_databases().front().endsWith(QStringLiteral("/lately.ddb"));
-  }));
+  EXPECT_TRUE(latest().endsWith(QStringLiteral("/lately.ddb")));
+  std::filesystem::create_directory("other");
+  kit::write_file("other/lately.ddb", text);
+  open_database("other/lately.ddb");
+  EXPECT_TRUE(latest().endsWith(QStringLiteral("/other/lately.ddb"))) << "one of the same name";
   QMenu menu;
   qt::fill_recent(&menu);
   EXPECT_TRUE(menu.actions().front()->text().endsWith(QStringLiteral("lately.ddb")));
   std::filesystem::remove("lately.ddb");
+  std::filesystem::remove("other/lately.ddb");
   for (const QString &file : qt::recent_databases())
     EXPECT_FALSE(file.endsWith(QStringLiteral("/lately.ddb"))) << "it is gone";
 }

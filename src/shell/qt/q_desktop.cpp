@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QMdiArea>
 #include <QPainter>
 #include <QScreen>
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "db/f_dbops.h"
 #include "platform/text_measures.h"
 #include "shell/console_window.h"
 #include "shell/desk_events.h"
@@ -28,6 +30,7 @@
 #include "shell/qt/q_picture.h"
 #include "shell/qt/q_pictures.h"
 #include "shell/qt/q_print.h"
+#include "shell/qt/q_recent.h"
 #include "shell/qt/q_text.h"
 #include "shell/qt/q_tools.h"
 #include "shell/qt/q_windows.h"
@@ -335,6 +338,9 @@ void QtDesktop::set_view(WindowId win, const PictureView &view) {
 
 void QtDesktop::show_database(const std::string &name, bool unsaved) {
   frame().show_database(wide(name), unsaved);
+  const QFileInfo file(wide(gDDB_basename) + QStringLiteral(".ddb"));
+  if (!name.empty() && file.exists())
+    note_database(file.absoluteFilePath());
 }
 
 void QtDesktop::show_hint(const std::string &hint) {

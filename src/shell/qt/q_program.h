@@ -2,7 +2,7 @@
 // the menus. Made by main and by the window tests.
 #pragma once
 
-#include <QTimer>
+#include <QObject>
 
 #include <string>
 
@@ -34,7 +34,6 @@ public:
 private:
   Frame frame_;
   QtDesktop desktop_;
-  QTimer title_;
   InterruptKey interrupt_key_;
 };
 

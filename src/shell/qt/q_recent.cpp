@@ -27,6 +27,8 @@ QStringList recent_databases() {
 
 void note_database(const QString &file) {
   QStringList files = recent_databases();
+  if (!files.isEmpty() && files.front() == file)
+    return;
   files.removeAll(file);
   files.prepend(file);
   while (files.size() > kMostRecent)
