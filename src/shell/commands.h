@@ -14,8 +14,8 @@ int ImportCommand();
 int BuildSegmentsCommand();
 int SaveCopyCommand();
 int SaveWinAsPICT();
-// Saves the window as a file of a kind that is known by its ending: ".bmp", ".png", or ".svg" for
-// one that is drawn.
+// Saves the window as a file of a kind that is known by its ending: ".bmp", ".png", ".pdf" where
+// the desktop makes documents, or ".svg" for one that is drawn.
 int SaveWindowAs(const char *ending);
 int SaveControlTextCommand();
 int QuitCommand();

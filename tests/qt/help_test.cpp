@@ -111,18 +111,23 @@ TEST_F(Helping, TabsAndTilesKeepEveryWindow) {
 }
 
 TEST_F(Helping, PicturesAreSavedInEveryKindOfFile) {
-  query("null (gr_open #1);");
   choose(kCmdNewFunction);
-  const qt::Window &picture = window("Functions");
-  EXPECT_TRUE(qt::save_window(picture, qt::FileKind::pdf, QStringLiteral("a.pdf")));
+  const std::pair<int, std::string> kKinds[] = {{kCmdSavePdf, ".pdf"},
+                                                {kCmdSavePng, ".png"},
+                                                {kCmdSaveSvg, ".svg"},
+                                                {kCmdSaveWindow, ".bmp"}};
+  for (const auto &[command, ending] : kKinds) {
+    name_file(std::filesystem::absolute("a" + ending).string());
+    choose(command);
+    EXPECT_NE(news().find("Window saved in file "), std::string::npos) << ending;
+  }
   EXPECT_TRUE(file_text("a.pdf").starts_with("%PDF"));
-  EXPECT_TRUE(qt::save_window(picture, qt::FileKind::png, QStringLiteral("a.png")));
   EXPECT_EQ(file_text("a.png").substr(1, 3), "PNG");
-  EXPECT_TRUE(qt::save_window(picture, qt::FileKind::svg, QStringLiteral("a.svg")));
+  EXPECT_TRUE(file_text("a.bmp").starts_with("BM"));
   EXPECT_NE(file_text("a.svg").find("</svg>"), std::string::npos);
-  for (const qt::FileKind kind : {qt::FileKind::pdf, qt::FileKind::png, qt::FileKind::svg})
-    EXPECT_FALSE(qt::save_window(picture, kind, QStringLiteral("/no/such/folder/a")));
-  EXPECT_TRUE(qt::save_window(window("CONTROL"), qt::FileKind::pdf, QStringLiteral("c.pdf")));
+  for (const char *ending : {".pdf", ".png", ".bmp"})
+    EXPECT_FALSE(qt::save_window(window("Functions"), std::string("/no/such/folder/a") + ending));
+  EXPECT_TRUE(qt::save_window(window("CONTROL"), "c.pdf"));
 }
 
 TEST_F(Helping, FaultsOfACommitAreMarkedAndMessagesLeadThere) {

@@ -8,13 +8,13 @@
 #include "db/f_dbops.h"
 #include "editor/model/records.h"
 #include "shell/command_numbers.h"
+#include "shell/commands.h"
 #include "shell/desk_events.h"
 #include "shell/picture_windows.h"
 #include "shell/qt/q_code.h"
 #include "shell/qt/q_frame.h"
 #include "shell/qt/q_guard.h"
 #include "shell/qt/q_help.h"
-#include "shell/qt/q_pictures.h"
 #include "shell/qt/q_print.h"
 #include "shell/qt/q_recent.h"
 #include "shell/qt/q_text.h"
@@ -102,15 +102,15 @@ void print_active() {
 }
 
 void save_pdf() {
-  save_window_as(*active(), FileKind::pdf);
+  run_entry([] { return SaveWindowAs(".pdf"); });
 }
 
 void save_png() {
-  save_window_as(*active(), FileKind::png);
+  run_entry([] { return SaveWindowAs(".png"); });
 }
 
 void save_svg() {
-  save_window_as(*active(), FileKind::svg);
+  run_entry([] { return SaveWindowAs(".svg"); });
 }
 
 bool window_active() {

@@ -404,8 +404,7 @@ void QtDesktop::beep() {
 
 bool QtDesktop::save_bitmap(WindowId win, const std::string &file) {
   const Window *window = find_window(win);
-  return window != nullptr &&
-         save_image(image_of(*window, 1), file.ends_with(".png") ? "PNG" : "BMP", file);
+  return window != nullptr && save_window(*window, file);
 }
 
 Rect QtDesktop::screen() {

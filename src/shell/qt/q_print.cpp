@@ -1,9 +1,8 @@
-// Printing, documents, images and drawings of windows. A picture is fitted to the page, a text
-// flows over pages.
+// Printing, documents and images of windows. A picture is fitted to the page, a text flows over
+// pages.
 #include "shell/qt/q_print.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrintDialog>
@@ -12,11 +11,7 @@
 
 #include <algorithm>
 
-#include "editor/svg_canvas.h"
-#include "platform/response.h"
 #include "platform/safe_file.h"
-#include "shell/desk_events.h"
-#include "shell/qt/q_dialogs.h"
 #include "shell/qt/q_frame.h"
 #include "shell/qt/q_pane.h"
 #include "shell/qt/q_picture.h"
@@ -60,12 +55,6 @@ void print_onto(const Window &window, QPagedPaintDevice &printer) {
   }
 }
 
-std::string svg_of(const Window &window) {
-  SvgCanvas canvas;
-  paint_window(window.id, canvas);
-  return canvas.document(whole_picture(*window.view), narrow(window.sub->windowTitle()));
-}
-
 std::string pdf_of(const Window &window) {
   QBuffer bytes;
   bytes.open(QIODevice::WriteOnly);
@@ -76,49 +65,21 @@ std::string pdf_of(const Window &window) {
   return bytes.data().toStdString();
 }
 
-const char *pattern_of(FileKind kind) {
-  switch (kind) {
-  case FileKind::pdf:
-    return "*.pdf";
-  case FileKind::png:
-    return "*.png";
-  default:
-    return "*.svg";
-  }
+std::string image_file(const QImage &image, const char *format) {
+  QBuffer bytes;
+  bytes.open(QIODevice::WriteOnly);
+  return image.save(&bytes, format) ? bytes.data().toStdString() : std::string();
 }
 
 } // namespace
 
-bool save_image(const QImage &image, const char *format, const std::string &file) {
-  QBuffer bytes;
-  bytes.open(QIODevice::WriteOnly);
-  return image.save(&bytes, format) && write_or_tell(file, bytes.data().toStdString());
-}
-
-bool save_window(const Window &window, FileKind kind, const QString &file) {
-  const std::string name = QFile::encodeName(file).toStdString();
-  switch (kind) {
-  case FileKind::png:
-    return save_image(image_of(window, kPngScale), "PNG", name);
-  case FileKind::svg:
-    return window.view != nullptr && write_or_tell(name, svg_of(window));
-  default:
-    return write_or_tell(name, pdf_of(window));
-  }
-}
-
-void save_window_as(const Window &window, FileKind kind) {
-  run_entry([&window, kind] {
-    const auto chosen = gDesktop->choose_file(true, "Save Window", pattern_of(kind));
-    if (!chosen)
-      return 0;
-    if (!save_window(window, kind, QFile::decodeName(chosen->c_str()))) {
-      orvek_errorf("Can't write to %s\n", chosen->c_str());
-      return 0;
-    }
-    DisplayResponsef("Window saved in file %s\n", chosen->c_str());
-    return 1;
-  });
+bool save_window(const Window &window, const std::string &file) {
+  const bool png = file.ends_with(".png");
+  const std::string content =
+      file.ends_with(".pdf")
+          ? pdf_of(window)
+          : image_file(image_of(window, png ? kPngScale : 1), png ? "PNG" : "BMP");
+  return !content.empty() && write_or_tell(file, content);
 }
 
 void print_window(const Window &window) {
