@@ -4,7 +4,10 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "db/vel_util.h"
+#include "platform/desktop.h"
 #include "platform/response.h"
+#include "shell/desk_events.h"
 
 namespace velora {
 
@@ -83,6 +86,16 @@ void EventAnswers::message_box(const std::string &title, const std::string &text
 
 std::optional<std::string> EventAnswers::typed() {
   return next(Kind::text, "characters to read");
+}
+
+void type_next_answer() {
+  const auto typed = gEventAnswers->typed();
+  if (!typed) {
+    interrupt_asked();
+    return;
+  }
+  gDesktop->set_typed_text(hControl, *typed + "\n");
+  text_changed(hControl);
 }
 
 } // namespace velora

@@ -40,4 +40,8 @@ private:
 // Set while a script runs, otherwise null.
 extern EventAnswers *gEventAnswers;
 
+// A command waits for characters while a script runs: it gets the next answer as a typed line. A
+// script that has none stops the command, since nobody else can type.
+void type_next_answer();
+
 } // namespace velora

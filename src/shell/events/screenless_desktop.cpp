@@ -5,9 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "db/vel_util.h"
 #include "editor/svg_canvas.h"
-#include "platform/interrupt.h"
 #include "platform/safe_file.h"
 #include "shell/desk_events.h"
 #include "shell/events/event_answers.h"
@@ -179,18 +177,10 @@ std::optional<std::string> ScreenlessDesktop::choose_file(bool, const std::strin
   return gEventAnswers->choose_file(title);
 }
 
-// Only a command that reads characters waits here. It gets the next answer as a line; a script that
-// has none stops it, since nobody else can type.
+// Only a command that reads characters waits here.
 void ScreenlessDesktop::pump(int milliseconds) {
-  if (milliseconds == 0)
-    return;
-  const auto typed = gEventAnswers->typed();
-  if (!typed) {
-    interrupt_asked();
-    return;
-  }
-  set_typed_text(hControl, *typed + "\n");
-  text_changed(hControl);
+  if (milliseconds != 0)
+    type_next_answer();
 }
 
 // --- the hands ---------------------------------------------------------------------------------

@@ -370,21 +370,6 @@ void QtDesktop::message_box(const std::string &title, const std::string &text) {
     show_message(title, text);
 }
 
-namespace {
-
-// A command waits for characters while a script runs: the next answer is typed, as a line.
-void type_next_answer() {
-  const auto typed = gEventAnswers->typed();
-  if (!typed) {
-    interrupt_asked();
-    return;
-  }
-  gDesktop->set_typed_text(hControl, *typed + "\n");
-  text_changed(hControl);
-}
-
-} // namespace
-
 // Waits for something to happen, at most so long, and deals with everything that waits.
 void QtDesktop::pump(int milliseconds) {
   if (milliseconds > 0 && gEventAnswers != nullptr) {

@@ -63,19 +63,6 @@ bool own_key_taken(const MSG &message) {
   return taken;
 }
 
-// A command waits for characters while a script runs: the next answer is typed as a line, and
-// without one the command is stopped.
-void type_answer() {
-  const auto typed = gEventAnswers->typed();
-  Window *console = find_window(hControl);
-  if (!typed || console == nullptr) {
-    interrupt_asked();
-    return;
-  }
-  set_typed(*console, *typed + "\n");
-  text_changed(hControl);
-}
-
 } // namespace
 
 WindowId Win32Desktop::create_window(WindowKind kind, const std::string &title, const Rect &place) {
@@ -356,7 +343,7 @@ void Win32Desktop::set_clipboard_text(const std::string &text) {
 
 void Win32Desktop::pump(int milliseconds) {
   if (milliseconds > 0 && gEventAnswers != nullptr)
-    type_answer();
+    type_next_answer();
   else if (milliseconds > 0)
     MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(milliseconds), QS_ALLINPUT);
   service_messages();
