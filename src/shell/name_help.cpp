@@ -5,7 +5,9 @@
 
 #include "core/print.h"
 #include "core/symbols.h"
+#include "editor/hand/tools.h"
 #include "eval/help.h"
+#include "shell/picture_windows.h"
 
 namespace velora {
 
@@ -59,6 +61,12 @@ std::string help_on_name(const std::string &name) {
   const symbol *s =
       name.empty() || name.size() > 255 ? nullptr : find_symbol(name.data(), name.size());
   return s == nullptr ? std::string() : declaration_text(*s) + "\n";
+}
+
+std::string selected_name(WindowId win) {
+  const WinInfo *wi = picture_of(win);
+  const std::vector<int> slots = wi == nullptr ? std::vector<int>() : selected_slots(wi, true);
+  return slots.empty() ? std::string() : wi->seg_ments[slots.front()]->label;
 }
 
 } // namespace velora

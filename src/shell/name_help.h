@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/records.h"
+#include "platform/desk_windows.h"
 
 namespace velora {
 
@@ -22,5 +23,9 @@ std::vector<DeclaredName> names_beginning(std::string_view start, std::size_t mo
 
 // The help page of a name, or its declaration when it has none; empty for a name that is not known.
 std::string help_on_name(const std::string &name);
+
+// The name that stands for a picture's window when help is asked for: that of the first node that
+// is selected; empty without one.
+std::string selected_name(WindowId win);
 
 } // namespace velora

@@ -5,12 +5,10 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 
-#include "db/f_dbops.h"
-#include "editor/model/records.h"
 #include "shell/command_numbers.h"
 #include "shell/commands.h"
 #include "shell/desk_events.h"
-#include "shell/picture_windows.h"
+#include "shell/name_help.h"
 #include "shell/qt/q_code.h"
 #include "shell/qt/q_frame.h"
 #include "shell/qt/q_guard.h"
@@ -85,12 +83,7 @@ QString name_in_sight() {
     const QString selected = active()->pane->textCursor().selectedText();
     return selected.isEmpty() ? active()->pane->name_at_caret() : selected.trimmed();
   }
-  const WinInfo *wi = picture_of(previous);
-  for (int slot = 1; wi != nullptr && slot < wi->seg_ments.slots(); ++slot)
-    if (const Segm *seg = wi->seg_ments[slot];
-        seg != nullptr && is_node(seg) && (seg->status & kSelected) != 0)
-      return wide(seg->label);
-  return {};
+  return wide(selected_name(previous));
 }
 
 void help_on_name_in_sight() {

@@ -3,7 +3,6 @@
 
 #include <string>
 
-#include "editor/model/records.h"
 #include "platform/response.h"
 #include "shell/command_numbers.h"
 #include "shell/commands.h"
@@ -11,7 +10,6 @@
 #include "shell/keys_page.h"
 #include "shell/menu_table.h"
 #include "shell/name_help.h"
-#include "shell/picture_windows.h"
 #include "shell/vel_wins.h"
 #include "shell/win32/w_dialogs.h"
 #include "shell/win32/w_edit.h"
@@ -68,14 +66,7 @@ void save_svg() {
 
 // The name that help is asked for: what is selected, or the word at the caret.
 std::string name_in_sight() {
-  if (text_active())
-    return name_at_caret(*active());
-  const WinInfo *wi = picture_of(previous);
-  for (int slot = 1; wi != nullptr && slot <= wi->seg_ct; ++slot)
-    if (const Segm *seg = wi->seg_ments[slot];
-        seg != nullptr && is_node(seg) && (seg->status & kSelected) != 0)
-      return seg->label;
-  return {};
+  return text_active() ? name_at_caret(*active()) : selected_name(previous);
 }
 
 // Pages are shown where answers are, so that they can be copied and kept.
