@@ -67,10 +67,6 @@ TextPane *make_pane(WindowId id, WindowKind kind) {
   return new TextPane(id, kind);
 }
 
-QWidget *inside_of(const Window &window) {
-  return window.pane != nullptr ? static_cast<QWidget *>(window.pane) : window.view;
-}
-
 // How much larger a sub-window is than what is inside.
 QSize frame_size(const Window &window) {
   return window.sub->sizeHint() - inside_of(window)->sizeHint();

@@ -8,8 +8,8 @@
 
 #include "shell/desk_events.h"
 #include "shell/qt/q_cursors.h"
+#include "shell/qt/q_input.h"
 #include "shell/qt/q_menus.h"
-#include "shell/qt/q_pane.h"
 #include "shell/qt/q_picture.h"
 #include "shell/qt/q_text.h"
 #include "shell/qt/q_windows.h"
@@ -61,56 +61,12 @@ QEvent::Type type_of(MouseKind kind) {
   }
 }
 
-int code_of(const KeyEvent &event) {
-  switch (event.key) {
-  case Key::enter:
-    return Qt::Key_Return;
-  case Key::escape:
-    return Qt::Key_Escape;
-  case Key::tab:
-    return event.held.shift ? Qt::Key_Backtab : Qt::Key_Tab;
-  case Key::space:
-    return Qt::Key_Space;
-  case Key::del:
-    return Qt::Key_Delete;
-  case Key::backspace:
-    return Qt::Key_Backspace;
-  case Key::left:
-    return Qt::Key_Left;
-  case Key::right:
-    return Qt::Key_Right;
-  case Key::up:
-    return Qt::Key_Up;
-  case Key::down:
-    return Qt::Key_Down;
-  case Key::home:
-    return Qt::Key_Home;
-  case Key::end:
-    return Qt::Key_End;
-  case Key::page_up:
-    return Qt::Key_PageUp;
-  case Key::page_down:
-    return Qt::Key_PageDown;
-  case Key::function:
-    return Qt::Key_F1 + event.number - 1;
-  case Key::letter:
-    return event.text.empty() ? 0 : static_cast<unsigned char>(event.text.front());
-  case Key::text:
-    break;
-  }
-  return 0;
-}
-
 QString text_of(const KeyEvent &event) {
   if (event.key == Key::text)
     return wide(event.text);
   if (event.key == Key::space)
     return QStringLiteral(" ");
   return event.key == Key::enter ? QStringLiteral("\r") : QString();
-}
-
-QWidget *target_of(const Window &window) {
-  return window.pane != nullptr ? static_cast<QWidget *>(window.pane) : window.view;
 }
 
 } // namespace
@@ -144,7 +100,7 @@ void WindowHands::key(WindowId win, const KeyEvent &event) {
   const Window *window = find_window(win);
   if (window == nullptr)
     return;
-  QWidget *target = target_of(*window);
+  QWidget *target = inside_of(*window);
   const int code = code_of(event);
   QKeyEvent asked(QEvent::ShortcutOverride, code, modifiers(event.held), text_of(event));
   asked.ignore();

@@ -1,4 +1,4 @@
-// Translating events. Nothing is decided here.
+// Translating events, in both directions for keys. Nothing is decided here.
 #include "shell/qt/q_input.h"
 
 #include "shell/qt/q_text.h"
@@ -32,6 +32,7 @@ struct KeyRow {
   int code;
   Key key;
 };
+// Of several codes of a key the first is the one that scripts send.
 constexpr KeyRow kKeyRows[] = {
     {Qt::Key_Return, Key::enter},   {Qt::Key_Enter, Key::enter},
     {Qt::Key_Escape, Key::escape},  {Qt::Key_Tab, Key::tab},
@@ -87,6 +88,19 @@ bool key_of(const QKeyEvent &event, KeyEvent &key) {
   key.key = Key::text;
   key.text = narrow(event.text());
   return true;
+}
+
+int code_of(const KeyEvent &event) {
+  if (event.key == Key::tab && event.held.shift)
+    return Qt::Key_Backtab;
+  if (event.key == Key::function)
+    return Qt::Key_F1 + event.number - 1;
+  if (event.key == Key::letter)
+    return event.text.empty() ? 0 : static_cast<unsigned char>(event.text.front());
+  for (const KeyRow &row : kKeyRows)
+    if (row.key == event.key)
+      return row.code;
+  return 0;
 }
 
 } // namespace velora::qt

@@ -14,5 +14,7 @@ Modifiers held_keys(Qt::KeyboardModifiers held);
 MouseEvent mouse_of(const QMouseEvent &event, MouseKind kind, Point at);
 // False when the key means nothing to a picture.
 bool key_of(const QKeyEvent &event, KeyEvent &key);
+// The code of a key as key_of takes it; 0 for text.
+int code_of(const KeyEvent &event);
 
 } // namespace velora::qt

@@ -10,6 +10,8 @@
 
 #include "shell/desk_events.h"
 #include "shell/qt/q_guard.h"
+#include "shell/qt/q_pane.h"
+#include "shell/qt/q_picture.h"
 
 namespace velora::qt {
 
@@ -42,6 +44,10 @@ void SubWindow::changeEvent(QEvent *event) {
           window_put_away(win);
       });
     });
+}
+
+QWidget *inside_of(const Window &window) {
+  return window.pane != nullptr ? static_cast<QWidget *>(window.pane) : window.view;
 }
 
 Window *add_window(WindowKind kind) {

@@ -33,6 +33,8 @@ struct Window {
   TextPane *pane = nullptr;
   PictureArea *view = nullptr;
 };
+// The one that is set.
+QWidget *inside_of(const Window &window);
 
 // A new entry; its address holds until it is removed.
 Window *add_window(WindowKind kind);

@@ -157,6 +157,15 @@ bool key_message(Window &window, WPARAM code) {
 
 } // namespace
 
+WPARAM code_of(const KeyEvent &event) {
+  for (const KeyRow &row : kKeyRows)
+    if (row.key == event.key)
+      return row.code;
+  if (event.key == Key::function)
+    return static_cast<WPARAM>(VK_F1 + event.number - 1);
+  return event.text.empty() ? 0 : static_cast<WPARAM>(static_cast<unsigned char>(event.text[0]));
+}
+
 bool input_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam) {
   for (const MouseRow &row : kMouseRows)
     if (row.message == message)

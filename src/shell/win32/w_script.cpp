@@ -78,21 +78,6 @@ std::pair<UINT, WPARAM> mouse_words(const MouseEvent &event) {
   }
 }
 
-WPARAM virtual_key(const KeyEvent &event) {
-  constexpr std::pair<Key, int> kKeys[] = {
-      {Key::enter, VK_RETURN},  {Key::escape, VK_ESCAPE}, {Key::tab, VK_TAB},
-      {Key::space, VK_SPACE},   {Key::del, VK_DELETE},    {Key::backspace, VK_BACK},
-      {Key::left, VK_LEFT},     {Key::right, VK_RIGHT},   {Key::up, VK_UP},
-      {Key::down, VK_DOWN},     {Key::home, VK_HOME},     {Key::end, VK_END},
-      {Key::page_up, VK_PRIOR}, {Key::page_down, VK_NEXT}};
-  for (const auto &[key, code] : kKeys)
-    if (key == event.key)
-      return static_cast<WPARAM>(code);
-  if (event.key == Key::function)
-    return static_cast<WPARAM>(VK_F1 + event.number - 1);
-  return event.text.empty() ? 0 : static_cast<WPARAM>(static_cast<unsigned char>(event.text[0]));
-}
-
 class WindowHands : public ScriptHands {
 public:
   void mouse(WindowId win, const MouseEvent &event) override {
@@ -123,7 +108,7 @@ public:
       MSG message{};
       message.hwnd = target;
       message.message = event.held.alt && !event.held.control ? WM_SYSKEYDOWN : WM_KEYDOWN;
-      message.wParam = virtual_key(event);
+      message.wParam = code_of(event);
       message.lParam = 1;
       take_message(message);
       service_messages(); // the character that the key types

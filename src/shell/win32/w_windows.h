@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/desktop.h"
+#include "platform/input.h"
 #include "shell/text_steps.h"
 #include "shell/win32/w_common.h"
 
@@ -112,10 +113,13 @@ void scroll_by(Window &window, int dx, int dy);
 Point shown_point(const Window &window, POINT dots);
 // And back.
 POINT shown_place(const Window &window, Point at);
+// Saves the inside as a file: a bitmap, or PNG under a name that ends so.
+bool save_bitmap(Window &window, const std::string &file);
 
 // w_input: the mouse and the keys of windows that are drawn. True when the message is dealt with.
 bool input_message(Window &window, UINT message, WPARAM wparam, LPARAM lparam);
-bool save_bitmap(Window &window, const std::string &file);
+// The system's code of a key, as its messages bring it.
+WPARAM code_of(const KeyEvent &event);
 
 // w_menus: the five menu bars.
 bool init_menus();
