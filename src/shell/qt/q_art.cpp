@@ -180,23 +180,8 @@ void draw_network_step(QPainter &p, Glyph glyph, const QColor &ink) {
   arrow(p, {9, 5.5}, {11.5, 10}, 2);
 }
 
-void draw_hand(QPainter &p, Glyph glyph, const QColor &ink) {
+void draw_move(QPainter &p, const QColor &ink) {
   pen(p, ink, 1.4);
-  if (glyph == Glyph::finger) {
-    QPainterPath path;
-    path.moveTo(6, 9);
-    path.lineTo(6, 2.5);
-    path.lineTo(8, 2.5);
-    path.lineTo(8, 7);
-    path.lineTo(13, 8.2);
-    path.lineTo(12, 14);
-    path.lineTo(6.5, 14);
-    path.lineTo(3.5, 9.5);
-    path.closeSubpath();
-    p.setBrush(Qt::white);
-    p.drawPath(path);
-    return;
-  }
   for (const QPointF to : {QPointF(8, 1.5), QPointF(8, 14.5), QPointF(1.5, 8), QPointF(14.5, 8)})
     arrow(p, {8, 8}, to, 2.6);
 }
@@ -239,15 +224,6 @@ void draw_rest(QPainter &p, Glyph glyph, const QColor &ink) {
   case Glyph::lasso:
     p.drawEllipse(QRectF(2, 2, 12, 8));
     p.drawPolyline(QPolygonF{{{5, 9.6}, {4, 12}, {6.5, 14.5}}});
-    break;
-  case Glyph::cross:
-    p.drawLine(QPointF(8, 1), QPointF(8, 15));
-    p.drawLine(QPointF(1, 8), QPointF(15, 8));
-    break;
-  case Glyph::ibeam:
-    p.drawLine(QPointF(8, 2), QPointF(8, 14));
-    p.drawLine(QPointF(6, 2), QPointF(10, 2));
-    p.drawLine(QPointF(6, 14), QPointF(10, 14));
     break;
   case Glyph::zoom_whole:
     p.drawRect(QRectF(2, 3, 12, 10));
@@ -324,8 +300,8 @@ void draw_glyph(QPainter &painter, Glyph glyph, const QColor &ink) {
     draw_shape(painter, glyph, ink);
   else if (glyph >= Glyph::join && glyph <= Glyph::end_join)
     draw_join(painter, glyph, ink);
-  else if (glyph == Glyph::move || glyph == Glyph::finger)
-    draw_hand(painter, glyph, ink);
+  else if (glyph == Glyph::move)
+    draw_move(painter, ink);
   else if (glyph >= Glyph::new_file && glyph <= Glyph::save_file)
     draw_file(painter, glyph, ink);
   else if (glyph == Glyph::undo || glyph == Glyph::redo)

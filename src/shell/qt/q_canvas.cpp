@@ -62,10 +62,6 @@ const ScaledFont &font_for(const Font &wanted) {
   return found->second;
 }
 
-} // namespace
-
-namespace {
-
 // Shaping a text costs more than drawing it, so texts are kept as they were shaped.
 const QStaticText &shaped(std::string_view text, const Font &font) {
   constexpr std::size_t kMostKept = 5'000;

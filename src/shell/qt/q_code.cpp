@@ -58,7 +58,7 @@ private:
 
 } // namespace
 
-CodePane::CodePane(WindowId id, WindowKind kind) : TextPane(id, kind), margin_(new Margin(this)) {
+CodePane::CodePane(WindowId id) : TextPane(id), margin_(new Margin(this)) {
   setLineWrapMode(QPlainTextEdit::NoWrap);
   colour_words(this);
   const auto relay = [this] { guarded([this] { lay_out(); }); };

@@ -12,7 +12,7 @@ class FindBar;
 
 class CodePane : public TextPane {
 public:
-  CodePane(WindowId id, WindowKind kind);
+  explicit CodePane(WindowId id);
   ~CodePane() override;
 
   void set_text(std::string_view text) override;

@@ -36,7 +36,7 @@ std::string with_breaks(std::string_view text) {
 
 } // namespace
 
-ConsolePane::ConsolePane(WindowId id, WindowKind kind) : TextPane(id, kind) {
+ConsolePane::ConsolePane(WindowId id) : TextPane(id) {
   setUndoRedoEnabled(false); // of what was typed changes are taken back here
   setCursorWidth(2);
   viewport()->setMouseTracking(true);

@@ -11,7 +11,7 @@ namespace velora::qt {
 
 class ConsolePane : public TextPane {
 public:
-  ConsolePane(WindowId id, WindowKind kind);
+  explicit ConsolePane(WindowId id);
 
   void set_text(std::string_view text) override;
   void append(std::string_view text, const std::vector<TextRange> &standing_out) override;

@@ -61,10 +61,10 @@ PictureArea *area_of(WindowId win) {
 
 TextPane *make_pane(WindowId id, WindowKind kind) {
   if (kind == kControlWindow)
-    return new ConsolePane(id, kind);
+    return new ConsolePane(id);
   if (kind == kOrvekWindow)
-    return new CodePane(id, kind);
-  return new TextPane(id, kind);
+    return new CodePane(id);
+  return new TextPane(id);
 }
 
 // How much larger a sub-window is than what is inside.
@@ -399,7 +399,6 @@ Rect QtDesktop::work_area() {
 }
 
 void QtDesktop::quit() {
-  quit_ = true;
   frame().let_close();
   QApplication::quit();
 }

@@ -59,12 +59,8 @@ public:
   Rect work_area() override;
   void quit() override;
 
-  // The program has ended; its event loop shall not be entered any more.
-  [[nodiscard]] bool has_quit() const { return quit_; }
-
 private:
   bool busy_ = false;
-  bool quit_ = false;
 };
 
 } // namespace velora::qt

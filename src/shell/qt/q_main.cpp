@@ -12,6 +12,7 @@
 #include "platform/response.h"
 #include "shell/console_lines.h"
 #include "shell/events/event_runner.h"
+#include "shell/gate.h"
 #include "shell/kept_queries.h"
 #include "shell/qt/q_hands.h"
 #include "shell/qt/q_options.h"
@@ -61,7 +62,7 @@ int run(const Options &options) {
   const int status = script                                 ? run_script(program, options)
                      : program.start(options.database) == 0 ? 1
                                                             : 0;
-  if (status == kWrongUse || (status != 0 && !script) || program.has_quit())
+  if (status == kWrongUse || (status != 0 && !script) || desktop_ended())
     return status;
   if (!options.screenshot.empty() && !save_frame(program, options.screenshot))
     return 1;

@@ -37,7 +37,6 @@ struct BarMenus {
 };
 std::array<BarMenus, std::size(kBars)> bars;
 std::multimap<int, QAction *> items;
-std::map<int, bool> enabled; // as the program last told
 MenuBar current = MenuBar::main;
 bool all_on = true;
 std::map<QKeySequence, int> commands_by_key;
@@ -68,7 +67,6 @@ void add_item(QMenu *menu, const MenuCommand &row) {
   item->setMenuRole(QAction::NoRole);
   item->setStatusTip(plain_label(QString::fromUtf8(row.label)));
   item->setEnabled(row.run != nullptr);
-  enabled.try_emplace(row.number, row.run != nullptr);
   QObject::connect(item, &QAction::triggered, item,
                    [number = row.number] { guarded([=] { choose_command(number); }); });
   items.emplace(row.number, item);
@@ -184,16 +182,10 @@ MenuBar shown_bar() {
 }
 
 void enable_menu_item(int command, bool on) {
-  enabled[command] = on;
   const auto [first, last] = items.equal_range(command);
   for (auto item = first; item != last; ++item)
     item->second->setEnabled(on);
   enable_tool(command, on);
-}
-
-bool menu_item_enabled(int command) {
-  const auto found = enabled.find(command);
-  return found == enabled.end() || found->second;
 }
 
 void enable_whole_menu(MenuBar bar, const std::string &label, bool on) {

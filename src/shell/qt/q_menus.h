@@ -19,7 +19,6 @@ void make_menus();
 void show_bar(MenuBar bar);
 MenuBar shown_bar();
 void enable_menu_item(int command, bool on);
-bool menu_item_enabled(int command);
 void enable_whole_menu(MenuBar bar, const std::string &label, bool on);
 void enable_all_menus(bool on);
 void fill_user_menu(MenuBar bar, const std::string &header, const std::vector<std::string> &names,

@@ -36,11 +36,6 @@ bool is_soft(const QTextBlock &block) {
   return block.userState() == kSoftLine;
 }
 
-// Keeps what is selected, and whether the end is in sight, while the program changes the text.
-QTextCharFormat plain_format() {
-  return {};
-}
-
 } // namespace
 
 Shades shades_for(const QPalette &palette) {
@@ -54,7 +49,7 @@ Shades shades_for(const QPalette &palette) {
           QColor(0xf3f6fb), QColor(0x5f6368), QColor(0xf1f3f4)};
 }
 
-TextPane::TextPane(WindowId id, WindowKind kind) : id_(id), kind_(kind) {
+TextPane::TextPane(WindowId id) : id_(id) {
   QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   font.setStyleHint(QFont::Monospace);
   if (font.pointSize() < 10)
@@ -144,11 +139,11 @@ void TextPane::append(std::string_view text, const std::vector<TextRange> &stand
   int at = program_end();
   std::size_t done = 0;
   for (const TextRange &range : standing_out) {
-    at = insert_shown(at, text.substr(done, range.start - done), plain_format());
+    at = insert_shown(at, text.substr(done, range.start - done), {});
     at = insert_shown(at, text.substr(range.start, range.end - range.start), message);
     done = range.end;
   }
-  insert_shown(at, text.substr(done), plain_format());
+  insert_shown(at, text.substr(done), {});
   whole.endEditBlock();
   document()->clearUndoRedoStacks(); // the user takes back what the user typed, nothing else
 }

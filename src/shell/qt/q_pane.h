@@ -35,9 +35,8 @@ Shades shades_for(const QPalette &palette);
 
 class TextPane : public QPlainTextEdit {
 public:
-  TextPane(WindowId id, WindowKind kind);
+  explicit TextPane(WindowId id);
   [[nodiscard]] WindowId id() const { return id_; }
-  [[nodiscard]] WindowKind kind() const { return kind_; }
 
   // The whole text, without breaks for showing.
   [[nodiscard]] std::string text() const;
@@ -102,7 +101,6 @@ private:
   void bracket_marks(QList<QTextEdit::ExtraSelection> &marks) const;
 
   WindowId id_;
-  WindowKind kind_;
   int usual_size_ = 0;
   bool change_told_ = false;
   Completion *completion_ = nullptr; // made when it is first asked for

@@ -88,10 +88,6 @@ void PictureArea::set_zoom(double factor, QPoint fixed) {
   show_zoom(zoom_);
 }
 
-void PictureArea::set_zoom(double factor) {
-  set_zoom(factor, viewport()->rect().center());
-}
-
 void PictureArea::show_from(Point corner, double factor) {
   zoom_ = std::clamp(factor, kLeastZoom, kMostZoom);
   update_bars();

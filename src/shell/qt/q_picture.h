@@ -23,7 +23,6 @@ public:
   void show_from(Point corner, double factor);
   // How large a unit is drawn; the picture stays where it is under `fixed`, a dot of the view.
   void set_zoom(double factor, QPoint fixed);
-  void set_zoom(double factor);
   [[nodiscard]] double zoom() const { return zoom_; }
   // A dot of the view in units of the picture, and back.
   [[nodiscard]] Point unit_at(QPointF dot) const;

@@ -28,7 +28,6 @@ public:
   // Opens the console, starts the language and opens `database` if one is named; 1, or 0 after the
   // failure has been shown.
   int start(const std::string &database);
-  [[nodiscard]] bool has_quit() const { return desktop_.has_quit(); }
   Frame &window() { return frame_; }
 
 private:

@@ -86,11 +86,6 @@ public:
   MemoryDC(const MemoryDC &) = delete;
   MemoryDC &operator=(const MemoryDC &) = delete;
   operator HDC() const { return dc_; }
-  // The bitmap, taken off the surface, as reading its bits demands.
-  HBITMAP finished() {
-    SelectObject(dc_, former_);
-    return bitmap_;
-  }
 
 private:
   HDC dc_;
