@@ -1,8 +1,6 @@
 // Windows of the program: making, placing, texts, and the pump of running commands. Places and
 // sizes come in units of 96 an inch, which are the logical dots of the window system; places count
 // from the corner of the frame's inside.
-#include "shell/qt/q_desktop.h"
-
 #include <QApplication>
 #include <QClipboard>
 #include <QEventLoop>
@@ -17,7 +15,6 @@
 #include <cmath>
 
 #include "db/f_dbops.h"
-#include "platform/text_measures.h"
 #include "shell/console_window.h"
 #include "shell/desk_events.h"
 #include "shell/events/event_answers.h"
@@ -35,10 +32,15 @@
 #include "shell/qt/q_tools.h"
 #include "shell/qt/q_windows.h"
 #include "shell/vel_wins.h"
+#include "shell/window_desktop.h"
 
-namespace velora::qt {
+namespace velora {
+
+using namespace qt;
 
 namespace {
+
+bool busy_shown = false;
 
 QRect in_dots(const Rect &place) {
   return {place.left, place.top, place.width(), place.height()};
@@ -83,7 +85,8 @@ QRect dots_of(const Window &window, const Rect &place) {
 
 } // namespace
 
-WindowId QtDesktop::create_window(WindowKind kind, const std::string &title, const Rect &place) {
+WindowId WindowDesktop::create_window(WindowKind kind, const std::string &title,
+                                      const Rect &place) {
   Window *window = add_window(kind);
   window->sub = new SubWindow(window->id);
   if (holds_text(kind))
@@ -106,7 +109,7 @@ WindowId QtDesktop::create_window(WindowKind kind, const std::string &title, con
   return window->id;
 }
 
-void QtDesktop::close_window(WindowId win) {
+void WindowDesktop::close_window(WindowId win) {
   leave_window(win);
   const Window *window = find_window(win);
   if (window == nullptr)
@@ -118,7 +121,7 @@ void QtDesktop::close_window(WindowId win) {
   sub->deleteLater();
 }
 
-void QtDesktop::set_title(WindowId win, const std::string &title) {
+void WindowDesktop::set_title(WindowId win, const std::string &title) {
   const Window *window = find_window(win);
   if (window == nullptr)
     return;
@@ -127,7 +130,7 @@ void QtDesktop::set_title(WindowId win, const std::string &title) {
   inside_of(*window)->setAccessibleName(wide(title));
 }
 
-void QtDesktop::place_window(WindowId win, const Rect &place) {
+void WindowDesktop::place_window(WindowId win, const Rect &place) {
   const Window *window = find_window(win);
   if (window == nullptr)
     return;
@@ -137,7 +140,7 @@ void QtDesktop::place_window(WindowId win, const Rect &place) {
   window->sub->raise();
 }
 
-void QtDesktop::show_window(WindowId win) {
+void WindowDesktop::show_window(WindowId win) {
   const Window *window = find_window(win);
   if (window == nullptr)
     return;
@@ -153,7 +156,7 @@ void QtDesktop::show_window(WindowId win) {
   window->sub->raise();
 }
 
-void QtDesktop::focus_window(WindowId win) {
+void WindowDesktop::focus_window(WindowId win) {
   const Window *window = find_window(win);
   if (window == nullptr)
     return;
@@ -165,14 +168,14 @@ void QtDesktop::focus_window(WindowId win) {
     window_activated(win);
 }
 
-void QtDesktop::invalidate(WindowId win) {
+void WindowDesktop::invalidate(WindowId win) {
   if (PictureArea *view = area_of(win)) {
     view->viewport()->update();
     describe_picture(*view);
   }
 }
 
-Rect QtDesktop::client_rect(WindowId win) {
+Rect WindowDesktop::client_rect(WindowId win) {
   if (const PictureArea *view = area_of(win)) {
     return {0, 0, view->viewport()->width(), view->viewport()->height()};
   }
@@ -182,120 +185,120 @@ Rect QtDesktop::client_rect(WindowId win) {
 
 // --- text --------------------------------------------------------------------------------------
 
-std::string QtDesktop::text_of(WindowId win) {
+std::string WindowDesktop::text_of(WindowId win) {
   const TextPane *pane = pane_of(win);
   return pane == nullptr ? std::string() : pane->text();
 }
 
-void QtDesktop::set_text(WindowId win, std::string_view text) {
+void WindowDesktop::set_text(WindowId win, std::string_view text) {
   if (TextPane *pane = pane_of(win))
     pane->set_text(text);
 }
 
-void QtDesktop::append_text(WindowId win, std::string_view text,
-                            const std::vector<TextRange> &standing_out) {
+void WindowDesktop::append_text(WindowId win, std::string_view text,
+                                const std::vector<TextRange> &standing_out) {
   if (TextPane *pane = pane_of(win))
     pane->append(text, standing_out);
 }
 
-std::string QtDesktop::typed_text(WindowId win) {
+std::string WindowDesktop::typed_text(WindowId win) {
   const TextPane *pane = pane_of(win);
   return pane == nullptr ? std::string() : pane->typed();
 }
 
-void QtDesktop::set_typed_text(WindowId win, std::string_view text) {
+void WindowDesktop::set_typed_text(WindowId win, std::string_view text) {
   if (TextPane *pane = pane_of(win))
     pane->set_typed(text);
 }
 
-std::size_t QtDesktop::drop_front(WindowId win, std::size_t keep) {
+std::size_t WindowDesktop::drop_front(WindowId win, std::size_t keep) {
   TextPane *pane = pane_of(win);
   return pane == nullptr ? 0 : pane->drop_front(keep);
 }
 
-void QtDesktop::prepend_text(WindowId win, std::string_view text) {
+void WindowDesktop::prepend_text(WindowId win, std::string_view text) {
   if (TextPane *pane = pane_of(win))
     pane->prepend(text);
 }
 
-std::size_t QtDesktop::columns(WindowId win) {
+std::size_t WindowDesktop::columns(WindowId win) {
   const TextPane *pane = pane_of(win);
   return pane == nullptr ? 0 : pane->columns();
 }
 
-EditState QtDesktop::edit_state(WindowId win) {
+EditState WindowDesktop::edit_state(WindowId win) {
   const TextPane *pane = pane_of(win);
   return pane == nullptr ? EditState{} : pane->state();
 }
 
-void QtDesktop::edit(WindowId win, EditCommand command) {
+void WindowDesktop::edit(WindowId win, EditCommand command) {
   if (TextPane *pane = pane_of(win))
     pane->edit(command);
 }
 
-TextRange QtDesktop::selection(WindowId win) {
+TextRange WindowDesktop::selection(WindowId win) {
   const TextPane *pane = pane_of(win);
   return pane == nullptr ? TextRange{} : pane->selection();
 }
 
-void QtDesktop::select_text(WindowId win, TextRange range) {
+void WindowDesktop::select_text(WindowId win, TextRange range) {
   if (TextPane *pane = pane_of(win))
     pane->select(range);
 }
 
 // --- menus, dialogs, measures ------------------------------------------------------------------
 
-void QtDesktop::show_menu_bar(MenuBar bar) {
+void WindowDesktop::show_menu_bar(MenuBar bar) {
   show_bar(bar);
 }
 
-MenuBar QtDesktop::menu_bar() {
+MenuBar WindowDesktop::menu_bar() {
   return shown_bar();
 }
 
-std::string QtDesktop::clipboard_text() {
+std::string WindowDesktop::clipboard_text() {
   return QGuiApplication::clipboard()->text().toStdString();
 }
 
-void QtDesktop::set_clipboard_text(const std::string &text) {
+void WindowDesktop::set_clipboard_text(const std::string &text) {
   QGuiApplication::clipboard()->setText(QString::fromStdString(text));
 }
 
-void QtDesktop::enable_item(int command, bool on) {
+void WindowDesktop::enable_item(int command, bool on) {
   enable_menu_item(command, on);
 }
 
-void QtDesktop::enable_menu(MenuBar bar, const std::string &label, bool on) {
+void WindowDesktop::enable_menu(MenuBar bar, const std::string &label, bool on) {
   enable_whole_menu(bar, label, on);
 }
 
-void QtDesktop::enable_menus(bool on) {
+void WindowDesktop::enable_menus(bool on) {
   enable_all_menus(on);
 }
 
-void QtDesktop::set_user_menu(MenuBar bar, const std::string &header,
-                              const std::vector<std::string> &names, int first_command) {
+void WindowDesktop::set_user_menu(MenuBar bar, const std::string &header,
+                                  const std::vector<std::string> &names, int first_command) {
   fill_user_menu(bar, header, names, first_command);
 }
 
-std::string QtDesktop::menu_label(MenuBar bar, int command) {
+std::string WindowDesktop::menu_label(MenuBar bar, int command) {
   return user_menu_label(bar, command);
 }
 
-std::optional<std::string> QtDesktop::choose_file(bool for_saving, const std::string &title,
-                                                  const std::string &pattern) {
+std::optional<std::string> WindowDesktop::choose_file(bool for_saving, const std::string &title,
+                                                      const std::string &pattern) {
   gDesktopConsole.show();
   return gEventAnswers != nullptr ? gEventAnswers->choose_file(title)
                                   : choose_file_name(for_saving, title, pattern);
 }
 
-void QtDesktop::set_cursor(CursorShape shape) {
+void WindowDesktop::set_cursor(CursorShape shape) {
   const bool busy = shape == CursorShape::busy;
-  if (busy && !busy_)
+  if (busy && !busy_shown)
     QApplication::setOverrideCursor(Qt::BusyCursor);
-  if (!busy && busy_)
+  if (!busy && busy_shown)
     QApplication::restoreOverrideCursor();
-  busy_ = busy;
+  busy_shown = busy;
   frame().show_running(busy);
   if (busy)
     return;
@@ -306,20 +309,12 @@ void QtDesktop::set_cursor(CursorShape shape) {
       window->view->viewport()->setCursor(cursor_for(shape));
 }
 
-int QtDesktop::text_width(WindowId, std::string_view text, const Font &font) {
-  return measured_width(text, font);
-}
-
-int QtDesktop::text_height(WindowId, const Font &font) {
-  return measured_height(font);
-}
-
-void QtDesktop::set_extent(WindowId win, const Rect &extent) {
+void WindowDesktop::set_extent(WindowId win, const Rect &extent) {
   if (PictureArea *view = area_of(win))
     view->set_extent(extent);
 }
 
-PictureView QtDesktop::view_of(WindowId win) {
+PictureView WindowDesktop::view_of(WindowId win) {
   const PictureArea *view = area_of(win);
   if (view == nullptr)
     return {};
@@ -327,38 +322,38 @@ PictureView QtDesktop::view_of(WindowId win) {
   return {{seen.left, seen.top}, static_cast<int>(std::lround(view->zoom() * 100))};
 }
 
-void QtDesktop::set_view(WindowId win, const PictureView &view) {
+void WindowDesktop::set_view(WindowId win, const PictureView &view) {
   if (PictureArea *area = area_of(win))
     area->show_from(view.origin, view.percent / 100.0);
 }
 
-void QtDesktop::show_database(const std::string &name, bool unsaved) {
+void WindowDesktop::show_database(const std::string &name, bool unsaved) {
   frame().show_database(wide(name), unsaved);
   const QFileInfo file(wide(gDDB_basename) + QStringLiteral(".ddb"));
   if (!name.empty() && file.exists())
     note_database(file.absoluteFilePath());
 }
 
-void QtDesktop::show_hint(const std::string &hint) {
+void WindowDesktop::show_hint(const std::string &hint) {
   frame().show_hint(wide(hint));
 }
 
-void QtDesktop::mark_faults(WindowId win, const std::vector<TextMark> &marks) {
+void WindowDesktop::mark_faults(WindowId win, const std::vector<TextMark> &marks) {
   if (auto *code = dynamic_cast<CodePane *>(pane_of(win)))
     code->mark_faults(marks);
 }
 
-int QtDesktop::ask(const std::string &message, const std::vector<std::string> &buttons) {
+int WindowDesktop::ask(const std::string &message, const std::vector<std::string> &buttons) {
   return gEventAnswers != nullptr ? gEventAnswers->ask(message, buttons)
                                   : ask_question(message, buttons);
 }
 
-bool QtDesktop::ask_text(const std::string &prompt, std::string &answer) {
+bool WindowDesktop::ask_text(const std::string &prompt, std::string &answer) {
   return gEventAnswers != nullptr ? gEventAnswers->ask_text(prompt, answer)
                                   : ask_line(prompt, answer);
 }
 
-void QtDesktop::message_box(const std::string &title, const std::string &text) {
+void WindowDesktop::message_box(const std::string &title, const std::string &text) {
   gDesktopConsole.show();
   if (gEventAnswers != nullptr)
     gEventAnswers->message_box(title, text);
@@ -367,7 +362,7 @@ void QtDesktop::message_box(const std::string &title, const std::string &text) {
 }
 
 // Waits for something to happen, at most so long, and deals with everything that waits.
-void QtDesktop::pump(int milliseconds) {
+void WindowDesktop::pump(int milliseconds) {
   if (milliseconds > 0 && gEventAnswers != nullptr) {
     type_next_answer();
   } else if (milliseconds > 0) {
@@ -379,28 +374,28 @@ void QtDesktop::pump(int milliseconds) {
   QApplication::processEvents();
 }
 
-void QtDesktop::beep() {
+void WindowDesktop::beep() {
   QApplication::beep();
 }
 
-bool QtDesktop::save_bitmap(WindowId win, const std::string &file) {
+bool WindowDesktop::save_bitmap(WindowId win, const std::string &file) {
   const Window *window = find_window(win);
   return window != nullptr && save_window(*window, file);
 }
 
-Rect QtDesktop::screen() {
+Rect WindowDesktop::screen() {
   const QSize size = frame().screen()->size();
   return {0, 0, size.width(), size.height()};
 }
 
-Rect QtDesktop::work_area() {
+Rect WindowDesktop::work_area() {
   const QSize size = frame().area()->viewport()->size();
   return {0, 0, size.width(), size.height()};
 }
 
-void QtDesktop::quit() {
+void WindowDesktop::quit() {
   frame().let_close();
   QApplication::quit();
 }
 
-} // namespace velora::qt
+} // namespace velora

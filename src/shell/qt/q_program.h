@@ -6,8 +6,8 @@
 
 #include <string>
 
-#include "shell/qt/q_desktop.h"
 #include "shell/qt/q_frame.h"
+#include "shell/window_desktop.h"
 
 namespace velora::qt {
 
@@ -32,7 +32,7 @@ public:
 
 private:
   Frame frame_;
-  QtDesktop desktop_;
+  WindowDesktop desktop_;
   InterruptKey interrupt_key_;
 };
 

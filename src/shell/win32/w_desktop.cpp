@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "platform/text_measures.h"
 #include "shell/console_window.h"
 #include "shell/desk_events.h"
 #include "shell/events/event_answers.h"
@@ -19,8 +18,11 @@
 #include "shell/win32/w_spots.h"
 #include "shell/win32/w_text.h"
 #include "shell/win32/w_windows.h"
+#include "shell/window_desktop.h"
 
-namespace velora::win32 {
+namespace velora {
+
+using namespace win32;
 
 namespace {
 
@@ -65,7 +67,8 @@ bool own_key_taken(const MSG &message) {
 
 } // namespace
 
-WindowId Win32Desktop::create_window(WindowKind kind, const std::string &title, const Rect &place) {
+WindowId WindowDesktop::create_window(WindowKind kind, const std::string &title,
+                                      const Rect &place) {
   Window *window = add_window(kind);
   const WindowId id = window->id;
   RECT dots = in_dots(place);
@@ -91,7 +94,7 @@ WindowId Win32Desktop::create_window(WindowKind kind, const std::string &title, 
   return id;
 }
 
-void Win32Desktop::close_window(WindowId win) {
+void WindowDesktop::close_window(WindowId win) {
   leave_window(win);
   if (Window *window = find_window(win)) {
     const HWND hwnd = window->hwnd;
@@ -100,13 +103,13 @@ void Win32Desktop::close_window(WindowId win) {
   }
 }
 
-void Win32Desktop::set_title(WindowId win, const std::string &title) {
+void WindowDesktop::set_title(WindowId win, const std::string &title) {
   if (const Window *window = find_window(win))
     SetWindowTextW(window->hwnd, widen(title).c_str());
 }
 
 // Placed windows come to the front one after the other, so that the last one lies on top.
-void Win32Desktop::place_window(WindowId win, const Rect &place) {
+void WindowDesktop::place_window(WindowId win, const Rect &place) {
   const Window *window = find_window(win);
   if (window == nullptr)
     return;
@@ -117,7 +120,7 @@ void Win32Desktop::place_window(WindowId win, const Rect &place) {
                dots.bottom - dots.top, SWP_NOACTIVATE);
 }
 
-void Win32Desktop::show_window(WindowId win) {
+void WindowDesktop::show_window(WindowId win) {
   if (const Window *window = find_window(win)) {
     ShowWindow(window->hwnd, IsIconic(window->hwnd) != FALSE ? SW_SHOWNOACTIVATE : SW_SHOWNA);
     SetWindowPos(window->hwnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
@@ -125,7 +128,7 @@ void Win32Desktop::show_window(WindowId win) {
   }
 }
 
-void Win32Desktop::focus_window(WindowId win) {
+void WindowDesktop::focus_window(WindowId win) {
   const Window *window = find_window(win);
   if (window == nullptr)
     return;
@@ -135,12 +138,12 @@ void Win32Desktop::focus_window(WindowId win) {
   SetFocus(window->edit != nullptr ? window->edit : window->hwnd);
 }
 
-void Win32Desktop::invalidate(WindowId win) {
+void WindowDesktop::invalidate(WindowId win) {
   if (const Window *window = find_window(win))
     InvalidateRect(window->hwnd, nullptr, FALSE);
 }
 
-Rect Win32Desktop::client_rect(WindowId win) {
+Rect WindowDesktop::client_rect(WindowId win) {
   const Window *window = find_window(win);
   RECT inside{};
   if (window == nullptr)
@@ -158,65 +161,65 @@ Rect Win32Desktop::client_rect(WindowId win) {
 
 // --- text --------------------------------------------------------------------------------------
 
-std::string Win32Desktop::text_of(WindowId win) {
+std::string WindowDesktop::text_of(WindowId win) {
   const Window *window = find_window(win);
   return window != nullptr && window->edit != nullptr ? text_of_edit(*window) : std::string();
 }
 
-void Win32Desktop::set_text(WindowId win, std::string_view text) {
+void WindowDesktop::set_text(WindowId win, std::string_view text) {
   if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
     set_edit_text(*window, text);
 }
 
-void Win32Desktop::append_text(WindowId win, std::string_view text,
-                               const std::vector<TextRange> &standing_out) {
+void WindowDesktop::append_text(WindowId win, std::string_view text,
+                                const std::vector<TextRange> &standing_out) {
   if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
     append_edit_text(*window, text, standing_out);
 }
 
-std::string Win32Desktop::typed_text(WindowId win) {
+std::string WindowDesktop::typed_text(WindowId win) {
   const Window *window = find_window(win);
   return window != nullptr && window->edit != nullptr ? typed_text_of(*window) : std::string();
 }
 
-void Win32Desktop::set_typed_text(WindowId win, std::string_view text) {
+void WindowDesktop::set_typed_text(WindowId win, std::string_view text) {
   if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
     set_typed(*window, text);
 }
 
-std::size_t Win32Desktop::drop_front(WindowId win, std::size_t keep) {
+std::size_t WindowDesktop::drop_front(WindowId win, std::size_t keep) {
   Window *window = find_window(win);
   return window != nullptr && window->edit != nullptr ? drop_front_of(*window, keep) : 0;
 }
 
-void Win32Desktop::prepend_text(WindowId win, std::string_view text) {
+void WindowDesktop::prepend_text(WindowId win, std::string_view text) {
   if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
     prepend_edit_text(*window, text);
 }
 
-std::size_t Win32Desktop::columns(WindowId win) {
+std::size_t WindowDesktop::columns(WindowId win) {
   const Window *window = find_window(win);
   return window != nullptr && window->edit != nullptr ? columns_of(*window) : 0;
 }
 
-EditState Win32Desktop::edit_state(WindowId win) {
+EditState WindowDesktop::edit_state(WindowId win) {
   const Window *window = find_window(win);
   return window != nullptr && window->edit != nullptr ? edit_state_of(*window) : EditState{};
 }
 
-void Win32Desktop::edit(WindowId win, EditCommand command) {
+void WindowDesktop::edit(WindowId win, EditCommand command) {
   if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
     do_edit(*window, command);
 }
 
-TextRange Win32Desktop::selection(WindowId win) {
+TextRange WindowDesktop::selection(WindowId win) {
   const Window *window = find_window(win);
   if (window == nullptr || window->edit == nullptr)
     return {};
   return bytes_of_range(*window, selection_of(*window));
 }
 
-void Win32Desktop::select_text(WindowId win, TextRange range) {
+void WindowDesktop::select_text(WindowId win, TextRange range) {
   const Window *window = find_window(win);
   if (window == nullptr || window->edit == nullptr)
     return;
@@ -227,55 +230,47 @@ void Win32Desktop::select_text(WindowId win, TextRange range) {
 
 // --- menus, dialogs, measures ------------------------------------------------------------------
 
-void Win32Desktop::show_menu_bar(MenuBar bar) {
+void WindowDesktop::show_menu_bar(MenuBar bar) {
   show_bar(bar);
 }
 
-MenuBar Win32Desktop::menu_bar() {
+MenuBar WindowDesktop::menu_bar() {
   return shown_bar();
 }
 
-void Win32Desktop::enable_item(int command, bool on) {
+void WindowDesktop::enable_item(int command, bool on) {
   enable_menu_item(command, on);
 }
 
-void Win32Desktop::enable_menu(MenuBar bar, const std::string &label, bool on) {
+void WindowDesktop::enable_menu(MenuBar bar, const std::string &label, bool on) {
   enable_whole_menu(bar, label, on);
 }
 
-void Win32Desktop::enable_menus(bool on) {
+void WindowDesktop::enable_menus(bool on) {
   enable_all_menus(on);
 }
 
-void Win32Desktop::set_user_menu(MenuBar bar, const std::string &header,
-                                 const std::vector<std::string> &names, int first_command) {
+void WindowDesktop::set_user_menu(MenuBar bar, const std::string &header,
+                                  const std::vector<std::string> &names, int first_command) {
   fill_user_menu(bar, header, names, first_command);
 }
 
-std::string Win32Desktop::menu_label(MenuBar bar, int command) {
+std::string WindowDesktop::menu_label(MenuBar bar, int command) {
   return user_menu_label(bar, command);
 }
 
-std::optional<std::string> Win32Desktop::choose_file(bool for_saving, const std::string &title,
-                                                     const std::string &pattern) {
+std::optional<std::string> WindowDesktop::choose_file(bool for_saving, const std::string &title,
+                                                      const std::string &pattern) {
   gDesktopConsole.show();
   return gEventAnswers != nullptr ? gEventAnswers->choose_file(title)
                                   : choose_file_name(for_saving, title, pattern);
 }
 
-void Win32Desktop::set_cursor(CursorShape shape) {
+void WindowDesktop::set_cursor(CursorShape shape) {
   show_cursor(shape);
 }
 
-int Win32Desktop::text_width(WindowId, std::string_view text, const Font &font) {
-  return measured_width(text, font);
-}
-
-int Win32Desktop::text_height(WindowId, const Font &font) {
-  return measured_height(font);
-}
-
-void Win32Desktop::set_extent(WindowId win, const Rect &extent) {
+void WindowDesktop::set_extent(WindowId win, const Rect &extent) {
   Window *window = find_window(win);
   if (window == nullptr || window->edit != nullptr)
     return;
@@ -283,14 +278,14 @@ void Win32Desktop::set_extent(WindowId win, const Rect &extent) {
   update_scroll_bars(*window);
 }
 
-PictureView Win32Desktop::view_of(WindowId win) {
+PictureView WindowDesktop::view_of(WindowId win) {
   const Window *window = find_window(win);
   if (window == nullptr)
     return {};
   return {{static_cast<int>(window->scroll.x), static_cast<int>(window->scroll.y)}, window->zoom};
 }
 
-void Win32Desktop::set_view(WindowId win, const PictureView &view) {
+void WindowDesktop::set_view(WindowId win, const PictureView &view) {
   Window *window = find_window(win);
   if (window == nullptr || window->edit != nullptr)
     return;
@@ -300,7 +295,7 @@ void Win32Desktop::set_view(WindowId win, const PictureView &view) {
   InvalidateRect(window->hwnd, nullptr, FALSE);
 }
 
-void Win32Desktop::show_database(const std::string &name, bool unsaved) {
+void WindowDesktop::show_database(const std::string &name, bool unsaved) {
   std::string title = VELORA_TITLE;
   if (!name.empty() || unsaved)
     title += " - " + name + (unsaved ? "*" : "");
@@ -308,24 +303,24 @@ void Win32Desktop::show_database(const std::string &name, bool unsaved) {
 }
 
 // The frame has no place for one.
-void Win32Desktop::show_hint(const std::string &) {}
+void WindowDesktop::show_hint(const std::string &) {}
 
-void Win32Desktop::mark_faults(WindowId win, const std::vector<TextMark> &marks) {
+void WindowDesktop::mark_faults(WindowId win, const std::vector<TextMark> &marks) {
   if (Window *window = find_window(win); window != nullptr && window->edit != nullptr)
     set_faults(*window, marks);
 }
 
-int Win32Desktop::ask(const std::string &message, const std::vector<std::string> &buttons) {
+int WindowDesktop::ask(const std::string &message, const std::vector<std::string> &buttons) {
   return gEventAnswers != nullptr ? gEventAnswers->ask(message, buttons)
                                   : ask_question(message, buttons);
 }
 
-bool Win32Desktop::ask_text(const std::string &prompt, std::string &answer) {
+bool WindowDesktop::ask_text(const std::string &prompt, std::string &answer) {
   return gEventAnswers != nullptr ? gEventAnswers->ask_text(prompt, answer)
                                   : ask_line(prompt, answer);
 }
 
-void Win32Desktop::message_box(const std::string &title, const std::string &text) {
+void WindowDesktop::message_box(const std::string &title, const std::string &text) {
   gDesktopConsole.show();
   if (gEventAnswers != nullptr)
     gEventAnswers->message_box(title, text);
@@ -333,21 +328,23 @@ void Win32Desktop::message_box(const std::string &title, const std::string &text
     show_message(title, text, MB_ICONERROR);
 }
 
-std::string Win32Desktop::clipboard_text() {
+std::string WindowDesktop::clipboard_text() {
   return text_on_clipboard();
 }
 
-void Win32Desktop::set_clipboard_text(const std::string &text) {
+void WindowDesktop::set_clipboard_text(const std::string &text) {
   put_on_clipboard(text);
 }
 
-void Win32Desktop::pump(int milliseconds) {
+void WindowDesktop::pump(int milliseconds) {
   if (milliseconds > 0 && gEventAnswers != nullptr)
     type_next_answer();
   else if (milliseconds > 0)
     MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(milliseconds), QS_ALLINPUT);
   service_messages();
 }
+
+namespace win32 {
 
 void take_message(MSG &message) {
   if (find_dialog_message(message) || goes_to_next_window(message) ||
@@ -376,25 +373,27 @@ void service_messages() {
   }
 }
 
-void Win32Desktop::beep() {
+} // namespace win32
+
+void WindowDesktop::beep() {
   MessageBeep(MB_ICONEXCLAMATION);
 }
 
-bool Win32Desktop::save_bitmap(WindowId win, const std::string &file) {
+bool WindowDesktop::save_bitmap(WindowId win, const std::string &file) {
   Window *window = find_window(win);
   return window != nullptr && win32::save_bitmap(*window, file);
 }
 
-Rect Win32Desktop::screen() {
+Rect WindowDesktop::screen() {
   return in_units({0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)});
 }
 
-Rect Win32Desktop::work_area() {
+Rect WindowDesktop::work_area() {
   return in_units(frame_inside());
 }
 
-void Win32Desktop::quit() {
+void WindowDesktop::quit() {
   DestroyWindow(hVel);
 }
 
-} // namespace velora::win32
+} // namespace velora

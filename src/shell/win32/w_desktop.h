@@ -1,65 +1,10 @@
-// The desktop of the program on the window system: each call becomes calls of the system.
+// The desktop of the program on the window system: each call becomes calls of the system. Declared
+// here is what deals with the messages that its pump takes from the queue.
 #pragma once
 
-#include "platform/desktop.h"
 #include "shell/win32/w_common.h"
 
 namespace velora::win32 {
-
-class Win32Desktop : public Desktop {
-public:
-  WindowId create_window(WindowKind kind, const std::string &title, const Rect &place) override;
-  void close_window(WindowId win) override;
-  void set_title(WindowId win, const std::string &title) override;
-  void place_window(WindowId win, const Rect &place) override;
-  void show_window(WindowId win) override;
-  void focus_window(WindowId win) override;
-  void invalidate(WindowId win) override;
-  Rect client_rect(WindowId win) override;
-  std::string text_of(WindowId win) override;
-  void set_text(WindowId win, std::string_view text) override;
-  void append_text(WindowId win, std::string_view text,
-                   const std::vector<TextRange> &standing_out) override;
-  std::string typed_text(WindowId win) override;
-  void set_typed_text(WindowId win, std::string_view text) override;
-  std::size_t drop_front(WindowId win, std::size_t keep) override;
-  void prepend_text(WindowId win, std::string_view text) override;
-  std::size_t columns(WindowId win) override;
-  EditState edit_state(WindowId win) override;
-  void edit(WindowId win, EditCommand command) override;
-  TextRange selection(WindowId win) override;
-  void select_text(WindowId win, TextRange range) override;
-  void show_menu_bar(MenuBar bar) override;
-  MenuBar menu_bar() override;
-  void enable_item(int command, bool on) override;
-  void enable_menu(MenuBar bar, const std::string &label, bool on) override;
-  void enable_menus(bool on) override;
-  void set_user_menu(MenuBar bar, const std::string &header, const std::vector<std::string> &names,
-                     int first_command) override;
-  std::string menu_label(MenuBar bar, int command) override;
-  std::optional<std::string> choose_file(bool for_saving, const std::string &title,
-                                         const std::string &pattern) override;
-  void set_cursor(CursorShape shape) override;
-  int text_width(WindowId win, std::string_view text, const Font &font) override;
-  int text_height(WindowId win, const Font &font) override;
-  void set_extent(WindowId win, const Rect &extent) override;
-  PictureView view_of(WindowId win) override;
-  void set_view(WindowId win, const PictureView &view) override;
-  void show_database(const std::string &name, bool unsaved) override;
-  void show_hint(const std::string &hint) override;
-  void mark_faults(WindowId win, const std::vector<TextMark> &marks) override;
-  int ask(const std::string &message, const std::vector<std::string> &buttons) override;
-  bool ask_text(const std::string &prompt, std::string &answer) override;
-  void message_box(const std::string &title, const std::string &text) override;
-  std::string clipboard_text() override;
-  void set_clipboard_text(const std::string &text) override;
-  void pump(int milliseconds) override;
-  void beep() override;
-  bool save_bitmap(WindowId win, const std::string &file) override;
-  Rect screen() override;
-  Rect work_area() override;
-  void quit() override;
-};
 
 // Deals with one message: keys that hold in every window, accelerators, or the window it is for.
 void take_message(MSG &message);

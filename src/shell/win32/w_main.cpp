@@ -20,6 +20,7 @@
 #include "shell/win32/w_script.h"
 #include "shell/win32/w_text.h"
 #include "shell/win32/w_windows.h"
+#include "shell/window_desktop.h"
 
 namespace velora::win32 {
 
@@ -134,7 +135,7 @@ Started started_with() {
 }
 
 int run(int show) {
-  static Win32Desktop desktop;
+  static WindowDesktop desktop;
   gDesktop = &desktop;
   gConsole = &gDesktopConsole;
   const Started started = started_with();

@@ -1,11 +1,14 @@
-// The desktop of the program on Qt: each call becomes calls of its widgets.
+// The desktop of a program with real windows. Declared once here; a program has the one that the
+// folder of its window system defines.
 #pragma once
 
 #include "platform/desktop.h"
+#include "platform/text_measures.h"
 
-namespace velora::qt {
+namespace velora {
 
-class QtDesktop : public Desktop {
+// Holds nothing: the windows stand in the tables of its folder.
+class WindowDesktop : public Desktop {
 public:
   WindowId create_window(WindowKind kind, const std::string &title, const Rect &place) override;
   void close_window(WindowId win) override;
@@ -39,8 +42,10 @@ public:
   std::optional<std::string> choose_file(bool for_saving, const std::string &title,
                                          const std::string &pattern) override;
   void set_cursor(CursorShape shape) override;
-  int text_width(WindowId win, std::string_view text, const Font &font) override;
-  int text_height(WindowId win, const Font &font) override;
+  int text_width(WindowId, std::string_view text, const Font &font) override {
+    return measured_width(text, font);
+  }
+  int text_height(WindowId, const Font &font) override { return measured_height(font); }
   void set_extent(WindowId win, const Rect &extent) override;
   PictureView view_of(WindowId win) override;
   void set_view(WindowId win, const PictureView &view) override;
@@ -58,9 +63,6 @@ public:
   Rect screen() override;
   Rect work_area() override;
   void quit() override;
-
-private:
-  bool busy_ = false;
 };
 
-} // namespace velora::qt
+} // namespace velora
