@@ -2,6 +2,7 @@
 #   need run     what it takes to build and run the terminal program
 #   need desktop what the native desktop program takes besides
 #   need test    what the tests take besides
+#   need windows what it takes to build the program for Windows and run it here
 # Quiet when everything is there, so it costs next to nothing in the inner loop.
 
 missing_packages() {
@@ -27,12 +28,11 @@ has_display() {
 
 need() {
   local packages="g++ cmake ninja-build libreadline-dev"
-  if [ "$1" != run ]; then
-    packages="$packages qt6-base-dev"
-  fi
-  if [ "$1" = test ]; then
-    packages="$packages python3 libgtest-dev clang-format clang-tidy"
-  fi
+  case $1 in
+    desktop) packages="$packages qt6-base-dev" ;;
+    test) packages="$packages qt6-base-dev python3 libgtest-dev clang-format clang-tidy" ;;
+    windows) packages="g++-mingw-w64-x86-64-posix cmake ninja-build wine wine64" ;;
+  esac
   if ! command -v dpkg-query >/dev/null; then
     return 0 # another system: whoever builds here has seen to it
   fi

@@ -1,5 +1,6 @@
-# Starts the desktop program for Windows in a Wine desktop window. Sourced by `./run windows`, in the project's
-# folder, behind scripts/install.sh, with the arguments that follow; it does not come back.
+# Starts the desktop program for Windows in a Wine desktop window. Sourced by `./run windows`, in
+# the project's folder, behind scripts/install.sh, with the arguments that follow; it does not come
+# back.
 
 if ! has_display; then
   cat >&2 <<'END'
@@ -10,16 +11,7 @@ END
   exit 2
 fi
 
-if command -v dpkg-query >/dev/null; then
-  wanted=$(missing_packages g++-mingw-w64-x86-64-posix cmake ninja-build wine wine64)
-  if [ -n "$wanted" ]; then
-    echo "Installing:" $wanted >&2
-    as_root apt-get update -qq >&2 &&
-      as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
-        $wanted >&2 || exit 1
-  fi
-fi
-
+need windows || exit 1
 build windows velora || exit 1
 export WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
 exec wine explorer "/desktop=velora,${VELORA_SCREEN:-1280x900}" build/windows/bin/velora.exe "$@"

@@ -245,12 +245,4 @@ void write_file(const std::string &name, const std::string &text) {
   std::ofstream(test_folder / name, std::ios::binary) << text;
 }
 
-void take_example(const std::string &name) {
-  for (const char *ending : {".ddb", ".seg"}) {
-    const fs::path from = fs::path(VELORA_SOURCE_DIR "/examples") / (name + ending);
-    if (fs::exists(from))
-      fs::copy_file(from, test_folder / from.filename(), fs::copy_options::overwrite_existing);
-  }
-}
-
 } // namespace velora::kit

@@ -55,7 +55,5 @@ private:
 
 // Writes a file of the test's folder.
 void write_file(const std::string &name, const std::string &text);
-// A database and its pictures of the source tree, copied into the test's folder.
-void take_example(const std::string &name);
 
 } // namespace velora::kit
