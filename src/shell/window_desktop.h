@@ -4,8 +4,16 @@
 
 #include "platform/desktop.h"
 #include "platform/text_measures.h"
+#include "platform/window_maker.h"
 
 namespace velora {
+
+// Whether the size of a new window is that of its inside: a drawing that asks for one means that.
+inline bool means_inside(WindowKind kind, const Rect &place) {
+  const Rect &usual = look_of(kind).place;
+  return kind == kGraphicsWindow &&
+         (place.width() != usual.width() || place.height() != usual.height());
+}
 
 // Holds nothing: the windows stand in the tables of its folder.
 class WindowDesktop : public Desktop {

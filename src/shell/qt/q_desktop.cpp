@@ -46,11 +46,6 @@ QRect in_dots(const Rect &place) {
   return {place.left, place.top, place.width(), place.height()};
 }
 
-bool usual_size(WindowKind kind, const Rect &place) {
-  const Rect &usual = look_of(kind).place;
-  return place.width() == usual.width() && place.height() == usual.height();
-}
-
 TextPane *pane_of(WindowId win) {
   const Window *window = find_window(win);
   return window == nullptr ? nullptr : window->pane;
@@ -102,8 +97,8 @@ WindowId WindowDesktop::create_window(WindowKind kind, const std::string &title,
   frame().area()->addSubWindow(window->sub);
   set_title(window->id, title);
   QRect dots = dots_of(*window, place);
-  if (kind == kGraphicsWindow && !usual_size(kind, place))
-    dots.setSize(dots.size() + frame_size(*window)); // the inside was asked for
+  if (means_inside(kind, place))
+    dots.setSize(dots.size() + frame_size(*window));
   window->sub->setGeometry(dots);
   enter_window(window->id, kind);
   return window->id;

@@ -36,12 +36,7 @@ Rect in_units(const RECT &place) {
           to_units(hVel, place.bottom)};
 }
 
-bool usual_size(WindowKind kind, const Rect &place) {
-  const Rect &usual = look_of(kind).place;
-  return place.width() == usual.width() && place.height() == usual.height();
-}
-
-// A drawing that asks for a size means the inside of its window.
+// Makes the window so large that its inside has that size.
 void place_inside(RECT &dots) {
   const POINT corner{dots.left, dots.top};
   AdjustWindowRectExForDpi(&dots, WS_OVERLAPPEDWINDOW, FALSE, 0, dpi_of(hVel));
@@ -72,7 +67,7 @@ WindowId WindowDesktop::create_window(WindowKind kind, const std::string &title,
   Window *window = add_window(kind);
   const WindowId id = window->id;
   RECT dots = in_dots(place);
-  if (kind == kGraphicsWindow && !usual_size(kind, place))
+  if (means_inside(kind, place))
     place_inside(dots);
   const DWORD style =
       WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | (holds_text(kind) ? 0 : WS_HSCROLL | WS_VSCROLL);
