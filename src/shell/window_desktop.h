@@ -2,6 +2,9 @@
 // folder of its window system defines.
 #pragma once
 
+#include <algorithm>
+#include <cctype>
+
 #include "platform/desktop.h"
 #include "platform/text_measures.h"
 #include "platform/window_maker.h"
@@ -13,6 +16,15 @@ inline bool means_inside(WindowKind kind, const Rect &place) {
   const Rect &usual = look_of(kind).place;
   return kind == kGraphicsWindow &&
          (place.width() != usual.width() || place.height() != usual.height());
+}
+
+// Whether a file's name has that ending, which is in lower case, in whatever case.
+inline bool has_ending(std::string_view file, std::string_view ending) {
+  if (file.size() < ending.size())
+    return false;
+  file.remove_prefix(file.size() - ending.size());
+  return std::equal(file.begin(), file.end(), ending.begin(),
+                    [](unsigned char c, char wanted) { return std::tolower(c) == wanted; });
 }
 
 // Holds nothing: the windows stand in the tables of its folder.

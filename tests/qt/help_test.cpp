@@ -6,7 +6,10 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTextBrowser>
+#include <QTimer>
 
 #include <filesystem>
 #include <fstream>
@@ -128,6 +131,38 @@ TEST_F(Helping, PicturesAreSavedInEveryKindOfFile) {
   for (const char *ending : {".pdf", ".png", ".bmp"})
     EXPECT_FALSE(qt::save_window(window("Functions"), std::string("/no/such/folder/a") + ending));
   EXPECT_TRUE(qt::save_window(window("CONTROL"), "c.pdf"));
+  EXPECT_TRUE(qt::save_window(window("Functions"), "UPPER.PNG"));
+  EXPECT_EQ(file_text("UPPER.PNG").substr(1, 3), "PNG");
+}
+
+// The program adds the ending of the kind, so that file is what the question is about.
+TEST_F(Helping, FileThatGetsItsEndingIsNotReplacedUnasked) {
+  kit::write_file("kept.v2.png", "kept");
+  choose(kCmdNewFunction);
+  name_file(std::filesystem::absolute("kept.v2").string());
+  bool asked = false;
+  QTimer answers;
+  QObject::connect(&answers, &QTimer::timeout, &answers, [&asked] {
+    QWidget *dialog = QApplication::activeModalWidget();
+    if (auto *box = qobject_cast<QMessageBox *>(dialog)) {
+      asked = true;
+      box->button(QMessageBox::No)->click();
+    } else if (asked && dialog != nullptr) {
+      dialog->close(); // the name is asked for once more
+    }
+  });
+  answers.start(5);
+  choose(kCmdSavePng);
+  EXPECT_TRUE(asked);
+  EXPECT_EQ(file_text("kept.v2.png"), "kept");
+}
+
+TEST_F(Helping, FileOfAnyKindKeepsItsName) {
+  for (const char *name : {"net.dot", "net"}) {
+    const std::string file = std::filesystem::absolute(name).string();
+    name_file(file);
+    EXPECT_EQ(gDesktop->choose_file(true, "Write", "*.*"), file);
+  }
 }
 
 TEST_F(Helping, FaultsOfACommitAreMarkedAndMessagesLeadThere) {

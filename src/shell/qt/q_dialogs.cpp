@@ -141,12 +141,22 @@ QString kind_name(const QString &pattern) {
   return QStringLiteral("Files");
 }
 
+bool may_replace(const QString &file) {
+  const QString question =
+      QStringLiteral("%1 already exists.\nDo you want to replace it?").arg(file);
+  return QMessageBox::warning(owner(), QStringLiteral("Velora"), question,
+                              QMessageBox::Yes | QMessageBox::No,
+                              QMessageBox::No) == QMessageBox::Yes;
+}
+
 } // namespace
 
-// The ending is completed by the dialog, which then asks before a file is replaced.
+// The program adds the pattern's ending to names with another one, so that is done here already:
+// what the user is asked about is the file that will be written. "*.*" has no ending to add.
 std::optional<std::string> choose_file_name(bool for_saving, const std::string &title,
                                             const std::string &pattern) {
   const QString wanted = wide(pattern);
+  const QString ending = pattern == "*.*" ? QString() : wanted.mid(1);
   QFileDialog dialog(owner(), wide(title));
   dialog.setObjectName(QStringLiteral("file"));
   dialog.setAcceptMode(for_saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
@@ -155,11 +165,16 @@ std::optional<std::string> choose_file_name(bool for_saving, const std::string &
       {kind_name(wanted) + QStringLiteral(" (%1 %2)").arg(wanted, wanted.toUpper()),
        QStringLiteral("All files (*)")});
   if (for_saving)
-    dialog.setDefaultSuffix(wanted.mid(2));
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-    return std::nullopt;
-  const QByteArray name = QFile::encodeName(dialog.selectedFiles().constFirst());
-  return std::string(name.constData(), static_cast<std::size_t>(name.size()));
+    dialog.setDefaultSuffix(ending.mid(1)); // for names without one
+  while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+    QString name = dialog.selectedFiles().constFirst();
+    const bool added = for_saving && !name.endsWith(ending, Qt::CaseInsensitive);
+    if (added)
+      name += ending;
+    if (!added || !QFile::exists(name) || may_replace(name))
+      return QFile::encodeName(name).toStdString();
+  }
+  return std::nullopt;
 }
 
 } // namespace velora::qt

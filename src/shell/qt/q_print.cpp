@@ -18,6 +18,7 @@
 #include "shell/qt/q_pictures.h"
 #include "shell/qt/q_text.h"
 #include "shell/qt/q_windows.h"
+#include "shell/window_desktop.h"
 
 namespace velora::qt {
 
@@ -74,9 +75,9 @@ std::string image_file(const QImage &image, const char *format) {
 } // namespace
 
 bool save_window(const Window &window, const std::string &file) {
-  const bool png = file.ends_with(".png");
+  const bool png = has_ending(file, ".png");
   const std::string content =
-      file.ends_with(".pdf")
+      has_ending(file, ".pdf")
           ? pdf_of(window)
           : image_file(image_of(window, png ? kPngScale : 1), png ? "PNG" : "BMP");
   return !content.empty() && write_or_tell(file, content);

@@ -1,5 +1,6 @@
 // Choosing a file with the system's dialogs. The program adds a kind's ending to names without one,
-// so that is done here already: what the dialog asks about is the file that will be written.
+// so that is done here already: what the dialog asks about is the file that will be written. Where
+// any kind will do ("*.*") there is no ending to add.
 #include <cwctype>
 #include <string_view>
 
@@ -72,7 +73,7 @@ std::optional<std::string> choose_file_name(bool for_saving, const std::string &
   wchar_t name[4096] = L"";
   const std::wstring caption = widen(title);
   const std::wstring filter = file_filter(pattern);
-  const std::wstring ending = widen(pattern).substr(1);
+  const std::wstring ending = pattern == "*.*" ? L"" : widen(pattern).substr(1);
   OPENFILENAMEW ask{};
   ask.lStructSize = sizeof ask;
   ask.hwndOwner = modal.owner();
@@ -81,7 +82,7 @@ std::optional<std::string> choose_file_name(bool for_saving, const std::string &
   ask.lpstrFile = name;
   ask.nMaxFile = static_cast<DWORD>(sizeof name / sizeof *name);
   ask.lpstrTitle = caption.c_str();
-  ask.lpstrDefExt = ending.c_str() + 1;
+  ask.lpstrDefExt = ending.empty() ? nullptr : ending.c_str() + 1;
   ask.Flags = OFN_NOCHANGEDIR | OFN_HIDEREADONLY | OFN_EXPLORER |
               (for_saving ? OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST : OFN_FILEMUSTEXIST);
   while ((for_saving ? GetSaveFileNameW(&ask) : GetOpenFileNameW(&ask)) != FALSE) {

@@ -10,6 +10,7 @@
 #include "shell/win32/w_edit_paint.h"
 #include "shell/win32/w_png.h"
 #include "shell/win32/w_windows.h"
+#include "shell/window_desktop.h"
 
 namespace velora::win32 {
 
@@ -185,7 +186,7 @@ bool save_bitmap(Window &window, const std::string &file) {
     draw_edit(image, window, all);
   else
     draw_into(image, window, POINT{window.extent.left, window.extent.top}, all);
-  if (!file.ends_with(".png"))
+  if (!has_ending(file, ".png"))
     return write_bitmap(image, image.finished(), width, height, file);
   const std::string content = png_of(image.finished());
   return !content.empty() && write_or_tell(file, content);
