@@ -77,12 +77,13 @@ std::string work_content() {
   return content;
 }
 
-// Written safely, for its owner alone. Empty `reason` when it stands.
+// Written safely, for its owner alone. It takes the place of a link: who gave the database to the
+// user may have put one there, and the work is written without a question. False with the cause in
+// `reason`.
 bool write_private(const std::string &name, const std::string &content, std::string &reason) {
-  const std::string target = link_target(name);
   HiddenFile made;
-  if (made.make(hidden_name(target, random_token(), "new")) && made.write(content) &&
-      made.finish_private() && made.take(target))
+  if (made.make(hidden_name(name, random_token(), "new")) && made.write(content) &&
+      made.finish_private() && made.take(name))
     return true;
   reason = file_error_text(name, errno);
   return false;

@@ -173,6 +173,16 @@ TEST_F(RecoveryFileTest, WorkOfAStrangerRestrictsTheSession) {
   EXPECT_EQ(restricting_databases(), "x.work");
 }
 
+// The work is written unasked, so a link that came with a database must not say where to.
+TEST_F(RecoveryFileTest, WorkIsNeverWrittenThroughALink) {
+  work_on_database();
+  put("precious", "mine");
+  fs::create_symlink("precious", "x.work");
+  EXPECT_EQ(write_work(), "x.work");
+  EXPECT_EQ(get("precious"), "mine");
+  EXPECT_EQ(entry_kind("x.work"), EntryKind::file);
+}
+
 TEST_F(RecoveryFileTest, DamagedWorkIsPointedOutAndLeftAlone) {
   work_on_database();
   write_work();
