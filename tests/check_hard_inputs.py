@@ -117,6 +117,7 @@ def check_strange_files(program, folder):
     assert told == [b"Failed to open x.seg", b"Failed to open pipe.ddb", b"Failed to open x.seg",
                     b"Failed to open folder.ddb"], done.stderr
     assert b"note: x.seg: Is a directory" in done.stderr, done.stderr
+    assert b"note: pipe.ddb: Not a plain file" in done.stderr, done.stderr
     assert sorted(os.listdir(folder)) == before, os.listdir(folder)
     done = subprocess.run([program, "--batch"], cwd=folder, capture_output=True, check=False,
                           input=b":open x\n:open good\n:status\n", timeout=20)

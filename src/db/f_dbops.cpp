@@ -222,7 +222,7 @@ int fdb_open_db(const std::string &name) {
   if (!settle_cut_off_save(name))
     return 0;
   std::string text;
-  if (!read_whole_file(database_file(name), text)) {
+  if (!read_plain_file(database_file(name), text)) {
     report_unreadable(name, errno);
     return 0;
   }

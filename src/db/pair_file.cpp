@@ -77,7 +77,7 @@ bool settle_with_patience(const std::string &base) {
 
 std::string read_text(const std::string &base, int &error) {
   std::string text;
-  error = read_whole_file(text_file(base), text) ? 0 : errno;
+  error = read_plain_file(text_file(base), text) ? 0 : errno;
   return text;
 }
 

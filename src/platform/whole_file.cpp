@@ -75,6 +75,14 @@ bool read_whole_file(const std::string &name, std::string &text) {
   return false;
 }
 
+bool read_plain_file(const std::string &name, std::string &text) {
+  if (entry_kind(name, true) != EntryKind::other)
+    return read_whole_file(name, text);
+  text.clear();
+  errno = EINVAL;
+  return false;
+}
+
 bool file_exists(const std::string &name) {
   return entry_kind(name) != EntryKind::none;
 }
@@ -82,7 +90,8 @@ bool file_exists(const std::string &name) {
 std::string file_error_text(const std::string &name, int error) {
   const std::string target = link_target(name);
   const std::string shown = target == name ? name : name + " -> " + target;
-  return shown + ": " + std::strerror(error);
+  const bool no_file = error == EINVAL && entry_kind(target, true) == EntryKind::other;
+  return shown + ": " + (no_file ? "Not a plain file" : std::strerror(error));
 }
 
 } // namespace velora

@@ -275,7 +275,7 @@ PicturesFound read_pictures(const std::string &filename, std::string &found, std
     found = name;
     if (!file_exists(name))
       continue;
-    if (read_whole_file(name, text))
+    if (read_plain_file(name, text))
       return PicturesFound::whole;
     const std::string reason = file_error_text(name, errno);
     DisplayResponsef("Can't open %s to read\n", name.c_str());

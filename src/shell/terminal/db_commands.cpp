@@ -29,12 +29,13 @@ void changes_are_none() {
   gSegsChanged = 0;
 }
 
-// The error that stands in the way of reading a file; 0 for none. A pipe would wait for its other
-// end, so nothing but a plain file will do.
+// The error that stands in the way of reading a plain file; 0 for none.
 int why_unreadable(const std::string &name) {
-  const int fd = entry_kind(name, true) == EntryKind::other ? -1 : open_to_read(name);
+  if (entry_kind(name, true) == EntryKind::other)
+    return EINVAL;
+  const int fd = open_to_read(name);
   if (fd < 0)
-    return errno != 0 ? errno : EINVAL;
+    return errno;
   close_file_number(fd);
   return 0;
 }
@@ -43,7 +44,6 @@ int why_unreadable(const std::string &name) {
 // behind that stands in the way of the next database. Says which file cannot be opened, and why.
 bool can_be_opened(const std::string &base) {
   std::string failing = database_file(base);
-  errno = 0;
   int error = why_unreadable(failing);
   if (error == ENOENT && file_exists(failing + ".bak"))
     show_note("note: " + failing + ".bak holds the version before the last save");

@@ -2,6 +2,8 @@
 // asked, and which files are left.
 #include "unit/db/db_kit.h"
 
+#include <sys/stat.h>
+
 #include "core/events.h"
 #include "editor/model/vel_segs.h"
 #include "shell/return_point.h"
@@ -187,6 +189,20 @@ TEST_F(PairTest, AFailedOpeningLeavesNoCurrentDatabase) {
   }
   EXPECT_EQ(files().size(), 1u);
   EXPECT_TRUE(said().ends_with("Failed to open x.ddb\nx database not opened\n")) << said();
+}
+
+// A pipe has no end until its other side gives it one: opening it would wait.
+TEST_F(PairTest, APipeIsNoDatabaseAndHasNoPictures) {
+  put("x.ddb", "fdec\n f ::= int ;\n;\n");
+  for (const char *name : {"x.seg", "x.ddb"}) {
+    fs::remove(name);
+    ASSERT_EQ(mkfifo(name, 0600), 0);
+    Setup_Global_DDB_name("x");
+    EXPECT_EQ(OpenDataBaseFile(), 0);
+    EXPECT_NE(console().notes.find(std::string(name) + ": Not a plain file"), std::string::npos);
+  }
+  EXPECT_EQ(fdb_open_db("x"), 0);
+  EXPECT_EQ(pictures(), 0);
 }
 
 TEST_F(PairTest, ADeletedDatabaseIsWrittenAnewOnlyWhenTheUserWants) {

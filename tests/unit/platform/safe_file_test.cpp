@@ -240,6 +240,11 @@ TEST_F(SafeFileTest, AChangeByAnotherProgramShowsInTheStamp) {
   fs::last_write_time(name, time);
   EXPECT_NE(before, stamp_of(name)) << "neither time nor size tell it";
   EXPECT_FALSE(stamp_of(name + ".none").exists);
+  const std::string text(200000, 'x');
+  put(name, text);
+  gInterrupted = 1;
+  EXPECT_EQ(stamp_of(name), stamp_of_text(text)) << "a waiting interrupt is no change";
+  gInterrupted = 0;
 }
 
 TEST_F(SafeFileTest, ReadingEndsAtAnErrorAnEndOrTheInterruptKey) {
