@@ -153,6 +153,7 @@ int opened_work(const WorkFile &work) {
   PairTexts texts;
   if (!read_pair(gDDB_basename, texts) || texts.text_error != 0)
     return opened_text(0);
+  note_unread_segment_file(seg_name());
   if (texts.pictures_kind == PicturesFound::whole)
     note_segment_file(texts.pictures_name, texts.pictures);
   OpeningGuard opening(database_file(gDDB_basename), OpeningGuard::Means::open);
@@ -169,6 +170,7 @@ int opened_work(const WorkFile &work) {
 // Makes the current database of its files.
 int opened_files(const PairTexts &texts) {
   OpeningGuard opening(database_file(gDDB_basename), OpeningGuard::Means::open);
+  note_unread_segment_file(seg_name());
   if (!take_pictures(texts))
     return opened_text(0);
   if (opened_text(fdb_open_text(gDDB_basename, texts.text)) == 0)
@@ -210,6 +212,7 @@ int CreateDataBase(const std::string &name) {
     Unset_DDB_Dir();
     return 0;
   }
+  note_unread_segment_file(seg_name());
   fdb_create_segs(gDDB_basename);
   load_file(library_file("user.fdb"), 1, {"user.fdb"});
   if (OpenDB() != 0) {

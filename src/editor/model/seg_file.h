@@ -79,6 +79,8 @@ std::string label_from_file(std::string_view text);
 // For the reader and the writer: notes what a file holds now, and whether it could not be read
 // whole.
 void note_segment_file(const std::string &fname, std::string_view text);
+// Notes that none of it was read: what stands or appears there is asked about before a save.
+void note_unread_segment_file(const std::string &fname);
 void note_damaged_file(const std::string &fname, bool damaged);
 // Non-zero after a reading that ended nowhere: the next file saved over is kept aside, whichever.
 extern int gReadingAbandoned;

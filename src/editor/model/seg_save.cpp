@@ -72,8 +72,11 @@ bool can_be_written() {
 bool may_replace(const std::string &fname) {
   if (is_as_left(fname))
     return true;
-  const std::string question =
-      format_text("%s was changed by another program. Overwrite it?", fname.c_str());
+  const bool was_read = known_stamps[full_name(fname)].exists;
+  const std::string question = format_text(was_read
+                                               ? "%s was changed by another program. Overwrite it?"
+                                               : "%s was not read. Overwrite it?",
+                                           fname.c_str());
   if (PromptUser(question, {"Overwrite", "Cancel"}) != 1)
     return false;
   known_stamps[full_name(fname)] = stamp_of(fname);
@@ -145,6 +148,10 @@ std::string picture_block(const WinInfo *wi) {
 
 void note_segment_file(const std::string &fname, std::string_view text) {
   known_stamps[full_name(fname)] = stamp_of_text(text);
+}
+
+void note_unread_segment_file(const std::string &fname) {
+  known_stamps[full_name(fname)] = {};
 }
 
 void note_damaged_file(const std::string &fname, bool damaged) {

@@ -243,6 +243,26 @@ TEST_F(PairTest, ChangesAreSeenByContent) {
   EXPECT_EQ(questions("x.ddb was changed by another program."), 1);
 }
 
+// Pictures that were never in memory are not replaced by those that are.
+TEST_F(PairTest, PicturesThatWereNotReadAreAskedAbout) {
+  put("x.seg", kPicture);
+  CreateDataBase("x");
+  EXPECT_NE(said().find("Segment File x.seg already exists\n"), std::string::npos);
+  EXPECT_EQ(SaveDataBase(""), 0);
+  EXPECT_EQ(questions("x.seg was not read. Overwrite it?"), 1);
+  EXPECT_EQ(get("x.seg"), kPicture);
+  put("y.ddb", kEmptyText);
+  reset();
+  Setup_Global_DDB_name("y");
+  EXPECT_EQ(OpenDataBaseFile(), 1);
+  put("y.seg", kPicture); // by another program
+  EXPECT_EQ(SaveDataBase(""), 0);
+  EXPECT_EQ(questions("y.seg was not read. Overwrite it?"), 1);
+  console().choices = {1};
+  EXPECT_EQ(SaveDataBase(""), 1);
+  EXPECT_EQ(get("y.seg.bak"), kPicture);
+}
+
 TEST_F(PairTest, IncludingKeepsTheCurrentName) {
   put("other.ddb", "fdec\n g ::= int ;\n;\n");
   put("other.seg", kPicture);
