@@ -344,8 +344,13 @@ bool complete(const std::vector<Rest> &rests, const SetMarker &marker, std::stri
     error_path = rest.target;
     if (rest.is_new)
       continue;
-    if (plain_file_with(rest.kept, marker.files[i].old) &&
-        !rename_file(rest.kept, rest.target + ".bak"))
+    const FileStamp &old = marker.files[i].old;
+    const std::string backup = rest.target + ".bak";
+    // What was taken back in part has lost its second name; the old contents stand under the name.
+    if (old.exists && !plain_file_with(rest.kept, old) && !plain_file_with(backup, old) &&
+        !keep_file(rest.target, rest.kept))
+      return false;
+    if (plain_file_with(rest.kept, old) && !rename_file(rest.kept, backup))
       return false;
     if (!rename_file(rest.made, rest.target))
       return false;

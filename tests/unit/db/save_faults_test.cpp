@@ -302,6 +302,31 @@ TEST_F(SaveFaults, FinishingACutOffSaveCanBeCutOffToo) {
   std::printf("save and opening cut off: %d trials\n", trials);
 }
 
+// The last rename fails, and so does every removal, so that the save is taken back but its marker
+// stays.
+TEST_F(SaveFaults, ASaveFinishedLaterKeepsTheVersionBeforeIt) {
+  restore_files();
+  console().choices.assign(20, 1);
+  static int renames = 0;
+  renames = 0;
+  gFileFault = [](FileStep step, std::size_t) {
+    constexpr int kLastRename = 4; // behind the marker, two backups and the pictures
+    const bool fails = step == FileStep::rename ? renames++ == kLastRename
+                                                : step == FileStep::remove;
+    return FileFault{fails ? EIO : 0, 0};
+  };
+  EXPECT_EQ(SaveDataBase(""), 0);
+  gFileFault = nullptr;
+  EXPECT_NE(console().notes.find("the save is not finished"), std::string::npos)
+      << console().notes;
+  EXPECT_EQ(get("x.ddb"), old_.at("x.ddb"));
+  ASSERT_TRUE(file_exists(".x.save"));
+  EXPECT_EQ(opened(false), kNewPair);
+  EXPECT_EQ(get("x.ddb.bak"), old_.at("x.ddb"));
+  EXPECT_EQ(get("x.seg.bak"), old_.at("x.seg"));
+  EXPECT_TRUE(is_tidy());
+}
+
 TEST_F(SaveFaults, AMarkerThatDoesNotFitIsAskedAboutAndTouchesNothing) {
   ASSERT_EQ(SaveDataBase(""), 1);
   put(".x.save", "velora save 1\ntoken 0123456789abcdef\nsum 0\n");
