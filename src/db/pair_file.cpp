@@ -27,6 +27,15 @@ std::string picture_file(const std::string &base) {
   return base + ".seg";
 }
 
+// A save that was cut off before its marker has left hidden files that nobody will finish. Called
+// under the lock, so that no save of another program owns them.
+void remove_unfinished(const std::string &base, const FileLock &lock) {
+  if (!lock.held() || entry_kind(set_marker_name(text_file(base))) != EntryKind::none)
+    return;
+  remove_leftovers(link_target(text_file(base)));
+  remove_leftovers(link_target(picture_file(base)));
+}
+
 // What an attempt to complete a cut-off save found; `busy` while another program is saving.
 enum class Settled { yes, busy, no };
 
@@ -119,6 +128,7 @@ int save_pair(const std::string &base) {
   } else if (is_as_left(pictures_name) && db_is_as_left()) {
     const std::string pictures = pictures_text();
     const std::string text = database_text();
+    remove_unfinished(base, lock);
     const SetOutcome end = replace_files({{pictures_name, pictures}, {text_file(base), text}},
                                          set_marker_name(text_file(base)));
     if (end.outcome != SaveOutcome::saved && end.file == 1)

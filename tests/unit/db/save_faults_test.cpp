@@ -342,6 +342,19 @@ TEST_F(SaveFaults, AMarkerThatDoesNotFitIsAskedAboutAndTouchesNothing) {
   EXPECT_EQ(files(), before);
 }
 
+TEST_F(SaveFaults, WhatAKilledSaveLeftBesideGoesWithTheNextSave) {
+  put(".x.ddb.0123456789abcdef.new", "half");
+  put(".x.seg.0123456789abcdef.old", "$$$$");
+  EXPECT_EQ(SaveDataBase(""), 1);
+  EXPECT_TRUE(is_tidy());
+  put(".x.ddb.mine.new", "no name of ours");
+  put(".y.ddb.0123456789abcdef.new", "another database's");
+  console().choices.assign(20, 1);
+  EXPECT_EQ(SaveDataBase(""), 1);
+  EXPECT_EQ(get(".x.ddb.mine.new") + get(".y.ddb.0123456789abcdef.new"),
+            "no name of oursanother database's");
+}
+
 TEST_F(SaveFaults, AnotherProgramThatIsSavingIsWaitedForOrTold) {
   const FileLock other(".x.lock");
   ASSERT_TRUE(other.held());
