@@ -1,11 +1,10 @@
 // Copies of the two files of a database in the line-end convention of another machine.
 #include <algorithm>
-#include <cerrno>
 #include <string>
-#include <utility>
 
 #include "db/f_dbops.h"
 #include "db/needs.h"
+#include "db/pair_file.h"
 #include "db/vel_dbop.h"
 #include "editor/model/seg_file.h"
 #include "platform/response.h"
@@ -24,21 +23,14 @@ std::string with_carriage_returns(std::string text) {
   return text;
 }
 
-bool read_source(const std::string &source, std::string &text) {
-  if (read_whole_file(source, text))
-    return true;
-  const std::string reason = file_error_text(source, errno);
+int tell_unread(const std::string &source) {
   DisplayResponsef("Can't open %s for read\n", source.c_str());
-  show_note("note: " + reason);
-  return false;
+  return 0;
 }
 
 // A copy is whole or absent; the one that stood there before stays until then.
-int copy_as_text(const std::string &source, const std::string &target) {
-  std::string text;
+int write_as_text(const std::string &target, const std::string &text) {
   std::string reason;
-  if (!read_source(source, text))
-    return 0;
   if (write_whole_file(target, text, reason))
     return 1;
   DisplayResponsef("Can't open %s for write\n", target.c_str());
@@ -46,12 +38,8 @@ int copy_as_text(const std::string &source, const std::string &target) {
   return 0;
 }
 
-int copy_for_mac(const std::string &source, const std::string &target) {
-  std::string text;
-  std::string reason;
-  if (!read_source(source, text))
-    return 0;
-  text = with_carriage_returns(std::move(text));
+int write_for_mac(const std::string &target, const std::string &plain) {
+  const std::string text = with_carriage_returns(plain);
   SafeFile out(target);
   if (out.open())
     out.write(text);
@@ -59,27 +47,34 @@ int copy_for_mac(const std::string &source, const std::string &target) {
     note_own_text(text);
     return 1;
   }
-  reason = out.reason();
   DisplayResponsef("Can't open %s for write: Error %d\n", target.c_str(), out.error());
-  show_note("note: " + reason);
+  show_note("note: " + out.reason());
   return 0;
 }
 
-// The segment file, or the variant of its name that stands.
-std::string picture_source() {
-  for (const char *ending : {".seg", ".segs", ".SEG", ".SEGS"})
-    if (file_exists(gDDB_basename + ending))
-      return gDDB_basename + ending;
-  return gDDB_basename + ".seg";
+// Copies both files of the current database under `copy`, read so that they belong together.
+int copy_pair(const std::string &copy, int (*write)(const std::string &, const std::string &)) {
+  PairTexts texts;
+  if (!read_pair(gDDB_basename, texts))
+    return 0;
+  const std::string source = current_database_file();
+  if (texts.text_error != 0) {
+    tell_unread(source);
+    show_note("note: " + file_error_text(source, texts.text_error));
+    return 0;
+  }
+  if (write(copy + File_ext, texts.text) == 0)
+    return 0;
+  if (texts.pictures_kind != PicturesFound::whole)
+    return tell_unread(texts.pictures_name);
+  return write(copy + ".seg", texts.pictures);
 }
 
 } // namespace
 
 int DataBaseCopy() {
-  const std::string copy = gDDB_basename + ".2";
   DisplayResponsef("Saving a copy as %s.2\n", gDDB_basename.c_str());
-  return copy_as_text(current_database_file(), copy + File_ext) != 0 &&
-         copy_as_text(picture_source(), copy + ".seg") != 0;
+  return copy_pair(gDDB_basename + ".2", write_as_text);
 }
 
 int PCFormat() {
@@ -87,10 +82,8 @@ int PCFormat() {
 }
 
 int MacFormat() {
-  const std::string copy = gDDB_basename + "MAC";
   DisplayResponsef("Saving a copy as %sMAC\n", gDDB_basename.c_str());
-  return copy_for_mac(current_database_file(), copy + File_ext) != 0 &&
-         copy_for_mac(picture_source(), copy + ".seg") != 0;
+  return copy_pair(gDDB_basename + "MAC", write_for_mac);
 }
 
 void BackupDataBase() {

@@ -302,7 +302,10 @@ int fdb_commit_db() {
     DisplayResponsef("Can't remove old backup file %s.bak\n", link_target(Db_f_name).c_str());
     return 0;
   }
-  if (may_overwrite_db() == 0 || keep_damaged() == 0)
+  // What another program was cut off at saving is finished first: its marker must not outlive this.
+  std::string base;
+  Make_Base_Name(Db_f_name, base);
+  if (!settle_cut_off_save(base) || may_overwrite_db() == 0 || keep_damaged() == 0)
     return 0;
   const FileLock lock(set_lock_name(Db_f_name));
   if (lock.busy()) {

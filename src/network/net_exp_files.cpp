@@ -5,8 +5,8 @@
 
 #include "core/events.h"
 #include "db/f_dbops.h"
+#include "db/pair_file.h"
 #include "db/vel_util.h"
-#include "editor/model/seg_file.h"
 #include "editor/model/seg_reader.h"
 #include "network/net_exp.h"
 #include "platform/response.h"
@@ -140,14 +140,6 @@ std::string_view without_end(std::string_view line) {
   return line;
 }
 
-// Reads NAME.seg or the first of its other spellings.
-bool read_pictures(const std::string &base, std::string &text) {
-  for (const char *ending : {".seg", ".segs", ".SEG", ".SEGS"})
-    if (file_exists(base + ending))
-      return read_whole_file(base + ending, text);
-  return false;
-}
-
 // Puts a file in place; false after a message.
 bool put_file(const std::string &name, const std::string &text) {
   std::string reason;
@@ -211,23 +203,25 @@ int CreateExportDataBase(const std::string &oldname, const std::string &newname,
                          const NameList &functions, const NameList &types) {
   DisplayResponse("Opening database files\n");
   ChangeToDDBDir();
-  std::string text;
-  if (!read_whole_file(database_file(oldname), text)) {
+  PairTexts old;
+  if (!read_pair(oldname, old))
+    return 0;
+  if (old.text_error != 0) {
     orvek_errorf("Unable to open %s%s for reading!\n", oldname.c_str(), File_ext);
     return 0;
   }
-  std::string copied = Copy_DDB_Sections(text, "tdec\n", types);
+  std::string copied = Copy_DDB_Sections(old.text, "tdec\n", types);
   for (const char *heading : {"cdec\n", "fdec\n", "fdef\n"})
-    copied += Copy_DDB_Sections(text, heading, functions);
+    copied += Copy_DDB_Sections(old.text, heading, functions);
   if (!put_file(newname + File_ext, copied))
     return 0;
   DisplayResponse("Closing database files.\n");
   DisplayResponse("Opening segments files\n");
-  if (!read_pictures(oldname, text)) {
+  if (old.pictures_kind != PicturesFound::whole) {
     orvek_errorf("Unable to open %s.seg (or .segs) for reading!\n", oldname.c_str());
     return 0;
   }
-  if (!put_file(newname + ".seg", Copy_SEGS_Pictures(text, types, functions)))
+  if (!put_file(newname + ".seg", Copy_SEGS_Pictures(old.pictures, types, functions)))
     return 0;
   DisplayResponse("Closing segments files.\n");
   return 1;

@@ -302,6 +302,34 @@ TEST_F(SaveFaults, FinishingACutOffSaveCanBeCutOffToo) {
   std::printf("save and opening cut off: %d trials\n", trials);
 }
 
+// Another program was killed between the two renames. Who copies, exports or commits now must not
+// take the new pictures with the old text.
+TEST_F(SaveFaults, WhoeverComesNextFinishesAHalfFinishedSave) {
+  const auto is_mixed = [this] {
+    return get("x.seg") == new_pictures_ && get("x.ddb") == old_.at("x.ddb");
+  };
+  const std::function<int()> comers[] = {[] { return DataBaseCopy(); },
+                                         [] { return fdb_commit_db(); }};
+  for (const auto &comer : comers) {
+    restore_files();
+    for (int wanted = 0; wanted < 400 && !is_mixed(); ++wanted) {
+      restore_files();
+      trial = {wanted, 0};
+      in_child([this] {
+        console().choices.assign(20, 1);
+        calls_seen = 0;
+        gFileFault = act;
+        return SaveDataBase("");
+      });
+    }
+    ASSERT_TRUE(is_mixed() && file_exists(".x.save"));
+    comer();
+    EXPECT_FALSE(file_exists(".x.save"));
+    EXPECT_EQ(get("x.seg"), new_pictures_);
+    EXPECT_EQ(get("x.ddb"), new_text_);
+  }
+}
+
 // The last rename fails, and so does every removal, so that the save is taken back but its marker
 // stays.
 TEST_F(SaveFaults, ASaveFinishedLaterKeepsTheVersionBeforeIt) {
