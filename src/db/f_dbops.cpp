@@ -114,28 +114,11 @@ bool read_database(const std::string &text) {
   return false;
 }
 
-// A name that no file has: NAME.damaged, NAME.damaged.2, ...
-std::string free_name_for_damaged() {
-  const std::string stem = Db_f_name + ".damaged";
-  std::string name = stem;
-  for (int i = 2; file_exists(name); ++i)
-    name = stem + "." + std::to_string(i);
-  return name;
-}
-
 // Writes the file aside as it was read before it is replaced when part of it is in no symbol.
 // 1 or 0.
 int keep_damaged() {
-  if (damaged_text.empty())
-    return 1;
-  const std::string copy = free_name_for_damaged();
-  std::string reason;
-  if (!write_whole_file(copy, damaged_text, reason)) {
-    orvek_errorf("%s could not be read whole and cannot be kept as %s: %s\n", Db_f_name.c_str(),
-                 copy.c_str(), reason.c_str());
+  if (!damaged_text.empty() && !keep_damaged_copy(Db_f_name, damaged_text))
     return 0;
-  }
-  DisplayResponsef("What could not be read of %s is kept in %s\n", Db_f_name.c_str(), copy.c_str());
   damaged_text.clear();
   return 1;
 }

@@ -303,6 +303,20 @@ bool write_with_backup(const std::string &name, const std::string &text, std::st
   return end.outcome == SaveOutcome::saved;
 }
 
+bool keep_damaged_copy(const std::string &name, const std::string &text) {
+  std::string copy = name + ".damaged";
+  for (int i = 2; file_exists(copy); ++i)
+    copy = name + ".damaged." + std::to_string(i);
+  std::string reason;
+  if (!write_whole_file(copy, text, reason)) {
+    orvek_errorf("%s could not be read whole and cannot be kept as %s: %s\n", name.c_str(),
+                 copy.c_str(), reason.c_str());
+    return false;
+  }
+  DisplayResponsef("What could not be read of %s is kept in %s\n", name.c_str(), copy.c_str());
+  return true;
+}
+
 namespace {
 
 // One file of a replacement that was cut off.

@@ -46,6 +46,10 @@ SetOutcome replace_files(const std::vector<NewFile> &files, const std::string &m
 // in `reason`.
 bool write_with_backup(const std::string &name, const std::string &text, std::string &reason);
 
+// Keeps `text`, the contents of a file that is about to be replaced and could not be read whole, as
+// NAME.damaged, NAME.damaged.2 and so on, and says so. False after a message.
+bool keep_damaged_copy(const std::string &name, const std::string &text);
+
 // What was found of a replacement that was cut off.
 enum class CutOff {
   none,     // there is no marker

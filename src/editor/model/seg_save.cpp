@@ -73,10 +73,10 @@ bool may_replace(const std::string &fname) {
   if (is_as_left(fname))
     return true;
   const bool was_read = known_stamps[full_name(fname)].exists;
-  const std::string question = format_text(was_read
-                                               ? "%s was changed by another program. Overwrite it?"
-                                               : "%s was not read. Overwrite it?",
-                                           fname.c_str());
+  const std::string question =
+      format_text(was_read ? "%s was changed by another program. Overwrite it?"
+                           : "%s was not read. Overwrite it?",
+                  fname.c_str());
   if (PromptUser(question, {"Overwrite", "Cancel"}) != 1)
     return false;
   known_stamps[full_name(fname)] = stamp_of(fname);
@@ -88,21 +88,14 @@ bool damaged_copy_is_kept(const std::string &fname) {
   const auto found = damaged_files.find(full_name(fname));
   if ((found == damaged_files.end() && gReadingAbandoned == 0) || !file_exists(fname))
     return true;
-  std::string copy = fname + ".damaged";
-  for (int number = 2; file_exists(copy); ++number)
-    copy = format_text("%s.damaged.%d", fname.c_str(), number);
   std::string text;
-  std::string reason;
-  if (!read_whole_file(fname, text))
-    reason = file_error_text(fname, errno);
-  else if (write_whole_file(copy, text, reason))
-    reason.clear();
-  if (!reason.empty()) {
+  if (!read_plain_file(fname, text)) {
     orvek_errorf("%s could not be read whole and cannot be kept as %s: %s\n", fname.c_str(),
-                 copy.c_str(), reason.c_str());
+                 (fname + ".damaged").c_str(), file_error_text(fname, errno).c_str());
     return false;
   }
-  DisplayResponsef("What could not be read of %s is kept in %s\n", fname.c_str(), copy.c_str());
+  if (!keep_damaged_copy(fname, text))
+    return false;
   if (found != damaged_files.end())
     damaged_files.erase(found);
   gReadingAbandoned = 0;
