@@ -24,6 +24,35 @@ struct LoadDepth {
   ~LoadDepth() { --depth; }
 };
 
+// Where a loading was abandoned, for the return point to tell.
+struct CutOffLoad {
+  bool met = false;
+  std::string name;
+  long line = 0;
+};
+CutOffLoad cut_off;
+
+// Stands while the commands of a file run. Of files that load each other the inner one counts: it
+// holds the place. Of half a database its reader tells.
+class Loading {
+public:
+  explicit Loading(std::string name) : name_(std::move(name)) {}
+  ~Loading() {
+    if (done_ || cut_off.met || DatabaseReading::depth > 0)
+      return;
+    cut_off.met = true;
+    cut_off.name.swap(name_);
+    cut_off.line = pp_line_number();
+  }
+  Loading(const Loading &) = delete;
+  Loading &operator=(const Loading &) = delete;
+  void done() { done_ = true; }
+
+private:
+  std::string name_;
+  bool done_ = false;
+};
+
 // Tells that a file cannot be read, and why.
 int cannot_read(const std::string &fname, int error, int silent) {
   poll_user_events(); // who stopped the reading knows why it ended
@@ -58,13 +87,23 @@ int load_text(const std::string &fname, std::string text, const ShownName &shown
   const LoadDepth nested;
   if (LoadDepth::depth > kMostLoads)
     return refuse("Sorry! Files load each other too deeply: " + fname + "\n");
+  if (LoadDepth::depth == 1)
+    cut_off.met = false; // it may be the second try of one that ran out of space
   {
     const FileSource source(std::move(text), shown);
+    Loading loading(shown.name);
     DisplayResponse("Loading: " + shown.name + ". . .");
     parse();
+    loading.done();
   }
   DisplayResponse(" Loaded.\n");
   return 1;
+}
+
+void settle_cut_off_load() {
+  if (std::exchange(cut_off.met, false))
+    show_note("note: the loading of " + cut_off.name + " ended at line " +
+              std::to_string(cut_off.line) + "; what was read before stays");
 }
 
 int p_load_file() {

@@ -27,6 +27,8 @@ int load_file(const std::string &fname, int silent, const ShownName &shown);
 // deeply.
 int load_text(const std::string &fname, std::string text);
 int load_text(const std::string &fname, std::string text, const ShownName &shown);
+// Called at the return point: says where a loading was abandoned and that its first part stays.
+void settle_cut_off_load();
 // The command `lload`: the token after the keyword is read here. 1, or 0 for a missing name.
 int p_load_file();
 

@@ -19,6 +19,7 @@
 #include "eval/evaluate.h"
 #include "front/cint.h"
 #include "front/notes.h"
+#include "front/parser.h"
 #include "front/putils.h"
 #include "front/source.h"
 #include "platform/aside.h"
@@ -140,6 +141,7 @@ void settle_command() {
   attempt(
       [] {
         settle_cut_off_opening();
+        settle_cut_off_load();
         settle_trust();
         return 1;
       },

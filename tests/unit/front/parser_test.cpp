@@ -218,6 +218,13 @@ TEST_F(ConsoleLines, AnAbandonedStatementIsLeftBehind) {
 TEST_F(ConsoleLines, AnAbandonedLoadClosesItsFilesAndLeavesTheConsole) {
   const std::string inner = file("inner.q", "fdec a ::= int; b ::= int;;\n");
   const std::string outer = file("outer.q", "lload \"" + inner + "\"\nfdec c ::= int;;\n");
+  const auto times = [](const std::string &text, const std::string &part) {
+    int count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+      ++count;
+    return count;
+  };
+  int met = 0;
   for (int checks = 0; checks < 8; ++checks) {
     console_lines = {"lload \"" + outer + "\" ; + #1 #1;", "+ #2 #2;"};
     console().interrupt_after = 0;
@@ -229,7 +236,27 @@ TEST_F(ConsoleLines, AnAbandonedLoadClosesItsFilesAndLeavesTheConsole) {
     EXPECT_NE(console().text.find("Query interrupted\n"), std::string::npos) << checks;
     EXPECT_EQ(console().text.find("#2"), std::string::npos) << "the rest of the line goes";
     EXPECT_TRUE(console().text.ends_with("#4")) << console().text;
+    const bool cut_off = times(console().text, "Loading: ") > times(console().text, " Loaded.");
+    EXPECT_EQ(times(console().notes, "note: the loading of "), cut_off ? 1 : 0) << checks;
+    met += cut_off ? 1 : 0;
+    console().notes.clear();
   }
+  EXPECT_GT(met, 0);
+}
+
+TEST_F(ConsoleLines, AnAbandonedLoadTellsItsPlace) {
+  const std::string inner = file("inner.q", "#1 ;\nendless #0 ;\n");
+  const std::string outer = file("outer.q", "#2 ;\nlload \"" + inner + "\"\n#3 ;\n");
+  run({"fdec endless ::= int -> int;;"});
+  EXPECT_EQ(cint_fdef("endless ?0 ::= endless (% (+ ?0 #1) #7)"), 1);
+  console_lines = {"lload \"" + outer + "\""};
+  console().interrupt_after = 0;
+  event_countdown = 1000;
+  run_command(p_console_command);
+  EXPECT_NE(console().notes.find("note: the loading of " + inner +
+                                 " ended at line 2; what was read before stays"),
+            std::string::npos)
+      << console().notes;
 }
 
 TEST_F(ConsoleLines, AnAbandonedQueryLeavesTheNextOneOfItsLine) {
