@@ -131,7 +131,10 @@ bool sync_folder(const char *folder) {
 }
 
 int lock(const char *name) {
-  const int fd = open_again(name, O_RDWR | O_CREAT | O_NOFOLLOW, kAnyNewFile);
+  int fd = open_again(name, O_RDWR | O_CREAT | O_NOFOLLOW, kAnyNewFile);
+  // The lock of another user may only be read, which is enough to hold it.
+  if (fd < 0 && errno == EACCES)
+    fd = open_again(name, O_RDONLY | O_NOFOLLOW);
   if (fd < 0)
     return -1;
   if (::flock(fd, LOCK_EX | LOCK_NB) == 0)

@@ -330,23 +330,22 @@ TEST_F(SaveFaults, WhoeverComesNextFinishesAHalfFinishedSave) {
   }
 }
 
-// The last rename fails, and so does every removal, so that the save is taken back but its marker
-// stays.
+// The first new file cannot take its name and nothing can be removed, so that the save is taken
+// back but its marker stays.
 TEST_F(SaveFaults, ASaveFinishedLaterKeepsTheVersionBeforeIt) {
   restore_files();
   console().choices.assign(20, 1);
   static int renames = 0;
   renames = 0;
   gFileFault = [](FileStep step, std::size_t) {
-    constexpr int kLastRename = 4; // behind the marker, two backups and the pictures
-    const bool fails = step == FileStep::rename ? renames++ == kLastRename
-                                                : step == FileStep::remove;
+    constexpr int kFirstName = 3; // behind the marker and two backups
+    const bool fails =
+        step == FileStep::rename ? renames++ == kFirstName : step == FileStep::remove;
     return FileFault{fails ? EIO : 0, 0};
   };
   EXPECT_EQ(SaveDataBase(""), 0);
   gFileFault = nullptr;
-  EXPECT_NE(console().notes.find("the save is not finished"), std::string::npos)
-      << console().notes;
+  EXPECT_NE(console().messages.find("the save is not finished"), std::string::npos);
   EXPECT_EQ(get("x.ddb"), old_.at("x.ddb"));
   ASSERT_TRUE(file_exists(".x.save"));
   EXPECT_EQ(opened(false), kNewPair);
@@ -391,6 +390,20 @@ TEST_F(SaveFaults, AnotherProgramThatIsSavingIsWaitedForOrTold) {
   EXPECT_EQ(gSymbolTableChanged + gSegsChanged, 2);
   EXPECT_EQ(fdb_commit_db(), 0);
   EXPECT_EQ(files(), old_);
+}
+
+// In a folder that several users share, the one who comes second cannot write the lock's file.
+TEST_F(SaveFaults, TheLockOfAnotherUserCounts) {
+  fs::permissions(".x.lock", fs::perms(0444));
+  const FileLock other(".x.lock");
+  ASSERT_TRUE(other.held());
+  const int status = in_child([] {
+    constexpr uid_t kNobody = 65534;
+    if (geteuid() == 0 && setuid(kNobody) != 0)
+      return 9;
+    return FileLock(".x.lock").busy() ? 1 : 2;
+  });
+  EXPECT_EQ(status, 1);
 }
 
 TEST_F(SaveFaults, AFileSizeLimitLeavesTheOldFiles) {
