@@ -218,6 +218,17 @@ TEST(LayeredLayout, a_tidy_picture_stays_and_a_change_moves_little) {
   }
 }
 
+TEST(LayeredLayout, an_arrow_through_a_box_of_a_small_picture_goes) {
+  Graph graph;
+  graph.boxes.assign(3, {60, 24, -1, false, {}});
+  graph.arrows = {{0, 1}, {1, 2}, {0, 2}};
+  for (int i = 0; i < 3; ++i)
+    graph.boxes[static_cast<std::size_t>(i)].place = Point{40, 40 + i * 72};
+  LayeredOptions options;
+  options.keep_places = true;
+  EXPECT_EQ(graph.faults(graph.lay_out(options).corners).boxes_crossed, 0);
+}
+
 TEST(LayeredLayout, a_bad_picture_is_laid_out_afresh) {
   Graph graph = random_graph(7, 40, 60, false);
   for (LayeredBox &box : graph.boxes)
