@@ -3,7 +3,7 @@
 
 #include "platform/response.h"
 #include "platform/text_measures.h"
-#include "platform/utf8.h"
+#include "platform/xml_text.h"
 
 namespace velora {
 
@@ -11,32 +11,6 @@ namespace {
 
 // The text is set in a font of fixed pitch, whose glyphs are 0.6 em wide.
 constexpr const char *kFontFamily = "'Courier New','Liberation Mono','DejaVu Sans Mono',monospace";
-
-// The text with what a document may not hold replaced.
-std::string escaped(std::string_view text) {
-  std::string out;
-  while (!text.empty()) {
-    const std::size_t length = whole_character(text);
-    const char c = text.front();
-    const bool no_character =
-        length == 3 && text.starts_with("\xEF\xBF") && static_cast<unsigned char>(text[2]) >= 0xBE;
-    if (length == 0 || no_character || (length == 1 && static_cast<unsigned char>(c) < ' ') ||
-        c == 0x7F)
-      out += "\xEF\xBF\xBD"; // the replacement character
-    else if (c == '<')
-      out += "&lt;";
-    else if (c == '>')
-      out += "&gt;";
-    else if (c == '&')
-      out += "&amp;";
-    else if (c == '"')
-      out += "&quot;";
-    else
-      out += text.substr(0, length);
-    text.remove_prefix(std::max<std::size_t>(1, length));
-  }
-  return out;
-}
 
 std::string colour_text(Colour colour) {
   return format_text("#%02x%02x%02x", colour.red, colour.green, colour.blue);
@@ -99,7 +73,7 @@ void SvgCanvas::text(Point at, std::string_view text, const Font &font, Colour c
   body_ += format_text("<text x=\"%d\" y=\"%g\" font-size=\"%g\" textLength=\"%d\"%s fill=\"%s\">",
                        at.x, base, font.size / 0.9, text_width(text, font), face.c_str(),
                        colour_text(colour).c_str());
-  body_ += escaped(text) + "</text>\n";
+  body_ += xml_text(text) + "</text>\n";
 }
 
 int SvgCanvas::text_width(std::string_view text, const Font &font) {
@@ -131,7 +105,7 @@ std::string SvgCanvas::document(const Rect &extent, std::string_view title) cons
                       "viewBox=\"%d %d %d %d\">\n<title>",
                       extent.width(), extent.height(), extent.left, extent.top, extent.width(),
                       extent.height());
-  text += escaped(title) + "</title>\n";
+  text += xml_text(title) + "</title>\n";
   text += format_text("<rect x=\"%d\" y=\"%d\" width=\"%d\" height=\"%d\" fill=\"#ffffff\"/>\n",
                       extent.left, extent.top, extent.width(), extent.height());
   text += format_text("<g font-family=\"%s\" xml:space=\"preserve\">\n", kFontFamily);

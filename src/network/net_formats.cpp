@@ -5,6 +5,7 @@
 
 #include "network/net_view.h"
 #include "platform/response.h"
+#include "platform/xml_text.h"
 
 namespace velora {
 
@@ -37,29 +38,6 @@ std::string quoted(std::string_view text, std::string_view marked) {
       out += '\\';
     out += c;
   }
-  return out;
-}
-
-std::string xml_text(std::string_view text) {
-  std::string out;
-  for (const char c : text)
-    switch (c) {
-    case '&':
-      out += "&amp;";
-      break;
-    case '<':
-      out += "&lt;";
-      break;
-    case '>':
-      out += "&gt;";
-      break;
-    case '"':
-      out += "&quot;";
-      break;
-    default:
-      // Other control characters cannot stand in XML at all.
-      out += static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n' ? ' ' : c;
-    }
   return out;
 }
 

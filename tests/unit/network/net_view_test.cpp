@@ -243,6 +243,10 @@ TEST_F(Network, IsWrittenForOtherPrograms) {
                                 "  n1 [label=\"say \\\"<&>\\\", \\\\\"];\n  n2 [label=\"b\"];\n"
                                 "  n1 -> n2;\n}\n");
   EXPECT_NE(network_as_graphml(wi).find(">say &quot;&lt;&amp;&gt;&quot;, \\<"), std::string::npos);
+  wi->seg_ments[2]->label = "\x1b\xff\xef\xbf\xbf";
+  EXPECT_EQ(network_as_graphml(wi).find_first_of("\x1b\xff"), std::string::npos)
+      << "no document may hold these";
+  wi->seg_ments[2]->label = "b";
   EXPECT_EQ(network_as_csv(wi), "caller,callee\n\"say \"\"<&>\"\", \\\",b\n");
 }
 
