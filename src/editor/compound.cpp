@@ -5,9 +5,9 @@
 #include <algorithm>
 
 #include "editor/edit.h"
-#include "editor/model/needs.h"
 #include "editor/model/wininfo.h"
 #include "editor/needs.h"
+#include "editor/user_menus.h"
 #include "platform/file_set.h"
 #include "platform/response.h"
 #include "platform/whole_file.h"
@@ -52,6 +52,12 @@ int put_file(const FileChange &change, bool back) {
   return put ? 1 : 0;
 }
 
+// What shows the names that stand: the menus of the user, and the titles with their numbers.
+void show_names() {
+  CreateUserMenus();
+  stored_pictures_changed();
+}
+
 // The code goes first, since it may be refused, and then nothing else changes.
 int put_all(const CompoundChange &change, bool back, const WinInfo *acting) {
   int whole = put_changes(change.symbols, back);
@@ -64,9 +70,7 @@ int put_all(const CompoundChange &change, bool back, const WinInfo *acting) {
   }
   for (const FileChange &file : change.files)
     whole = put_file(file, back) != 0 && whole != 0 ? 1 : 0;
-  for (const int kind : {1, 2, 3})
-    ReSetUpUserMenus(kind);
-  stored_pictures_changed();
+  show_names();
   return whole;
 }
 
@@ -129,13 +133,14 @@ CompoundStep::~CompoundStep() {
   else
     for (const StoredChange &pictures : change->pictures)
       follow_numbers(pictures, false, wi_);
-  const bool other_titles = change != nullptr && !change->pictures.empty();
+  const bool other_names =
+      change != nullptr && (!change->pictures.empty() || !change->symbols.empty());
   if (wi_ != nullptr)
     end_compound(wi_, what_, shown_before_, std::move(change));
   else if (change != nullptr)
     keep_orphan(what_, std::move(change));
-  if (other_titles)
-    stored_pictures_changed();
+  if (other_names)
+    show_names();
 }
 
 int apply_compound(const CompoundChange &change, bool back, const WinInfo *acting) {

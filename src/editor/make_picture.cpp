@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "editor/model/needs.h"
 #include "editor/model/vel_segs.h"
 #include "editor/model/wininfo.h"
 #include "editor/vel_cmp.h"
@@ -15,7 +14,6 @@ namespace velora {
 namespace {
 
 constexpr int kColumns = 4;
-constexpr int kFunctionMenu = 1;
 
 // Places on the grid: column by column to the right, row by row down, then from the first row
 // again.
@@ -109,8 +107,6 @@ int NetworkToFunctions(const WinInfo *network) {
     DisplayResponsef("%d functions have pictures already\n", found.skipped);
   else if (made == 0)
     DisplayResponse("No function of the network calls another\n");
-  if (made != 0)
-    ReSetUpUserMenus(kFunctionMenu);
   return made;
 }
 

@@ -50,4 +50,9 @@ void ReSetUpUserMenus(int kind) {
       gDesktop->set_user_menu(menu.bar, menu.header, menu_names(menu.types), menu.first_command);
 }
 
+void CreateUserMenus() {
+  for (const UserMenu &menu : kUserMenus)
+    ReSetUpUserMenus(menu.kind);
+}
+
 } // namespace velora

@@ -1,5 +1,6 @@
 // The menus that hold names of the user: which there are, and where they stand. Read by the shell
-// and by the programs with windows; what they show is made in user_menus.cpp.
+// and by the programs with windows; what they show is made in user_menus.cpp. Whatever changes
+// stored pictures and names together is a compound step, which rebuilds them at its end.
 #pragma once
 
 #include "platform/desk_menus.h"
@@ -29,5 +30,8 @@ constexpr const UserMenu *user_menu_of(MenuBar bar) {
       return &menu;
   return nullptr;
 }
+
+// Rebuilds all of them from the names that stand now.
+void CreateUserMenus();
 
 } // namespace velora

@@ -6,7 +6,6 @@
 #include "core/needs.h"
 #include "core/symbols.h"
 #include "editor/draw.h"
-#include "editor/model/needs.h"
 #include "editor/model/vel_segs.h"
 #include "editor/model/wininfo.h"
 #include "editor/symbol_state.h"
@@ -32,11 +31,6 @@ void store_copy(const WinInfo *shown, WinInfo *stored) {
   stored->clean = 1;
   clear_marks(stored);
   gSegsChanged = 1;
-}
-
-void rebuild_menus() {
-  for (const int kind : {1, 2, 3, 5})
-    ReSetUpUserMenus(kind);
 }
 
 std::string left_side(const WinInfo *wi) {
@@ -96,7 +90,6 @@ int SaveNewComponent(WinInfo *wi) {
   wi->cmpnt = number;
   wi->saved = 0;
   wi->clean = 1;
-  rebuild_menus();
   if (wi->wtype == kNetworkPicture)
     DisplayResponsef("Network Component %d saved\n", number);
   else if (wi->wtype == kFunctionPicture)
@@ -146,7 +139,6 @@ int RemoveComponent(const WinInfo *wi) {
   int number = 0;
   for (WinInfo *stored : stored_components(name))
     stored->cmpnt = number++;
-  rebuild_menus();
   return before;
 }
 
@@ -160,7 +152,6 @@ int RemoveAllComponents(const WinInfo *wi) {
   }
   gSegsChanged = 1;
   DisplayResponse("All Components Removed\n");
-  rebuild_menus();
   return static_cast<int>(all.size());
 }
 

@@ -10,6 +10,7 @@
 #include "editor/compound.h"
 #include "editor/draw.h"
 #include "editor/model/wininfo.h"
+#include "editor/user_menus.h"
 #include "eval/graphics_model.h"
 #include "platform/desktop.h"
 #include "platform/response.h"

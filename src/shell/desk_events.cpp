@@ -8,6 +8,7 @@
 #include "db/recovery_file.h"
 #include "db/vel_dbop.h"
 #include "editor/hand/faults.h"
+#include "editor/user_menus.h"
 #include "eval/registry.h"
 #include "platform/desktop.h"
 #include "platform/interrupt.h"

@@ -11,7 +11,6 @@
 #include "editor/draw.h"
 #include "editor/edit.h"
 #include "editor/hand/hand.h"
-#include "editor/model/needs.h"
 #include "editor/model/vel_segs.h"
 #include "editor/model/wininfo.h"
 #include "editor/needs.h"
@@ -363,11 +362,6 @@ void close_all_pictures() {
   }
   // The steps of their windows were about a database that goes now.
   forget_orphans();
-}
-
-void CreateUserMenus() {
-  for (const int kind : {1, 2, 3})
-    ReSetUpUserMenus(kind);
 }
 
 int FindAndDisplayStructure(const std::string &name, WinInfo *wi) {

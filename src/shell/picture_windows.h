@@ -63,8 +63,6 @@ int offer_to_commit_pictures();
 // Closes every picture window without asking.
 void close_all_pictures();
 
-// Rebuilds the user menus of all picture kinds.
-void CreateUserMenus();
 // Shows the picture of a data type, or of the type that a constructor of that name belongs to, in a
 // window; 1 when one was shown.
 int FindAndDisplayStructure(const std::string &name, WinInfo *wi);

@@ -10,6 +10,7 @@
 
 #include "db/needs.h"
 #include "editor/builder.h"
+#include "editor/user_menus.h"
 #include "front/cint.h"
 #include "front/putils.h"
 #include "platform/desktop.h"

@@ -277,6 +277,27 @@ TEST_F(SaveActions, RemovesWhatIsChosen) {
   EXPECT_EQ(two->seg_ct, 0);
 }
 
+// The names are those of declared functions, with a stored picture or without.
+TEST_F(SaveActions, OffersTheNamesThatStand) {
+  const auto offered = [this](const std::string &name) {
+    std::string newest;
+    for (const std::string &line : desktop().log)
+      if (line.starts_with("user menu ") && line.find("from 9010:") != std::string::npos)
+        newest = line;
+    return newest.find("\"" + name + "\"") != std::string::npos;
+  };
+  WinInfo *wi = open("", "str", "");
+  desktop().choices = {1};
+  desktop().answers = {"g9"};
+  SaveWindowAction(wi);
+  EXPECT_TRUE(offered("g9"));
+  EXPECT_TRUE(offered("f"));
+  kit::feed("fdef f ?0 ::= #1 ; ;");
+  desktop().choices = {kDestroyFunction, 1};
+  EXPECT_EQ(RemoveThis(open("f", "int", "#1")), 1); // which was never stored
+  EXPECT_FALSE(offered("f"));
+}
+
 TEST_F(SaveActions, KeepsTheNetworkOfTheDatabase) {
   WinInfo *net = SetupNewWindow(kNetworkPicture);
   net->name = kNetworkName;

@@ -5,6 +5,7 @@
 #include "editor/hand/hand.h"
 #include "editor/model/seg_file.h"
 #include "editor/model/vel_segs.h"
+#include "editor/user_menus.h"
 #include "shell/picture_windows.h"
 #include "unit/shell/desk_kit.h"
 
