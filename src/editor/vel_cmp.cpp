@@ -97,7 +97,10 @@ int SaveNewComponent(WinInfo *wi) {
   return 1;
 }
 
-int ReplaceComponent(WinInfo *wi, int newfdec) {
+namespace {
+
+// Replaces without comparing pictures and clauses afterwards. 1, or 0 after a message or a Cancel.
+int put_over_stored(WinInfo *wi, int newfdec) {
   DisplayResponsef("replacing component %d of %s\n", wi->cmpnt, wi->name.c_str());
   WinInfo *stored = FindStoredPicture(wi->name, wi->cmpnt);
   if (stored == nullptr) {
@@ -105,8 +108,8 @@ int ReplaceComponent(WinInfo *wi, int newfdec) {
     return 0;
   }
   // All questions come before anything is done.
-  const bool function = wi->wtype == kFunctionPicture;
-  const std::string old_lhs = function && newfdec == 0 ? left_side(stored) : "";
+  const std::string old_lhs =
+      wi->wtype == kFunctionPicture && newfdec == 0 ? left_side(stored) : "";
   const OldClause old =
       old_lhs == left_side(wi) ? OldClause::stays : settle_old_clause(stored, old_lhs);
   if (old == OldClause::cancelled)
@@ -119,7 +122,15 @@ int ReplaceComponent(WinInfo *wi, int newfdec) {
   wi->clean = 1;
   if (old == OldClause::goes)
     deny_clause(old_lhs);
-  if (function)
+  return 1;
+}
+
+} // namespace
+
+int ReplaceComponent(WinInfo *wi, int newfdec) {
+  if (put_over_stored(wi, newfdec) == 0)
+    return 0;
+  if (wi->wtype == kFunctionPicture)
     CheckCmpntsEqualFdefs(wi);
   return 1;
 }
@@ -173,12 +184,12 @@ int redefine_function(WinInfo *wi) {
     BeepMsgef(1, "Sorry! Unable to re-define function %s\n", name.c_str());
     return 0;
   }
-  if (ReplaceComponent(wi, 1) == 0) {
+  if (put_over_stored(wi, 1) == 0) {
     put_code_back(before);
     return 0;
   }
   if (again != kYes)
-    return 1;
+    others.clear();
   const Translation shown = gTranslation;
   for (const WinInfo *other : others) {
     WinInfo copy;

@@ -231,6 +231,24 @@ TEST_F(SaveActions, TakesEachStepBackWhole) {
   });
 }
 
+// Clauses that come back with the other pictures are not missed before they could.
+TEST_F(SaveActions, RedefinesWithTheOtherPictures) {
+  WinInfo *wi = stored_window("#1", "#10");
+  WinInfo *other = open("f", "#2", "\"b\"", "str");
+  WinInfo *stored = kit::picture("f", 1);
+  CopyWinInfo(other, stored);
+  stored->cmpnt = 1;
+  change(wi, 2, "int");
+  change(wi, 3, "\"a\"");
+  change(wi, 1, "str");
+  news();
+  desktop().choices = {1, 1}; // Redefine Function; the others again: Yes
+  EXPECT_EQ(SaveWindowAction(wi), 1);
+  EXPECT_EQ(clause_count("f"), 2);
+  const std::string told = news();
+  EXPECT_EQ(told.find("MORE"), std::string::npos) << told;
+}
+
 TEST_F(SaveActions, SavesADataTypeUnderItsOwnName) {
   WinInfo *wi = SetupNewWindow(kConstructorsPicture);
   edit_picture(wi, "Draw", [&] {
