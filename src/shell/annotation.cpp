@@ -89,10 +89,13 @@ int CloseAnnotation() {
 }
 
 void annotation_focus(WindowId win) {
-  if (gAnnWind == 0 || win == gAnnWind)
+  if (gAnnWind == 0)
     return;
   AddAnnotation();
-  ShowAnnotation(win);
+  if (win != gAnnWind)
+    ShowAnnotation(win);
+  else if (shown_segment == 0)
+    ShowAnnotation(shown_window); // a segment may have been selected since
 }
 
 void ShowAnnotation(WindowId win) {

@@ -16,7 +16,8 @@ int AddAnnotation();
 // Stores what was typed and closes the window. Answers 1.
 int CloseAnnotation();
 // The focus goes to `win`: leaving the window stores its text, and a picture that gets the focus
-// has its own annotation shown.
+// has its own annotation shown. Coming back to the window with a segment selected shows that one's,
+// unless another was chosen before.
 void annotation_focus(WindowId win);
 // Shows the annotation of that window's picture, where the annotation window is open.
 void ShowAnnotation(WindowId win);

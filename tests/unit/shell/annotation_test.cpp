@@ -66,6 +66,23 @@ TEST_F(AnnotationTest, BelongsToTheFirstSelectedSegment) {
   EXPECT_EQ(gAnnWind, 0);
 }
 
+TEST_F(AnnotationTest, TakesTheSegmentThatIsSelectedAfterTheWindowWasOpened) {
+  WinInfo *wi = picture();
+  wi->annot = "of the picture";
+  choose(kAnnotationCommand);
+  window_focused(gAnnWind);
+  window_focused(wi->win);
+  wi->seg_ments[1]->status |= kSelected;
+  window_focused(gAnnWind);
+  EXPECT_EQ(shown_annotation(), "");
+  shown_annotation() = "of the segment";
+  wi->seg_ments[1]->status &= ~kSelected;
+  window_focused(gAnnWind); // the chosen one stays
+  window_focused(hControl);
+  EXPECT_EQ(wi->seg_ments[1]->annot, "of the segment");
+  EXPECT_EQ(wi->annot, "of the picture");
+}
+
 TEST_F(AnnotationTest, FollowsThePictureThatGetsTheFocus) {
   WinInfo *first = picture();
   first->annot = "first";
