@@ -423,8 +423,10 @@ int ShowGraphic(const char *name, int type, WinInfo *wi) {
   if (hControl == 0)
     return 0; // a program without windows
   const WinInfo *stored = find_picture(name);
-  if (stored == nullptr)
+  if (stored == nullptr) {
+    gConsole->beep();
     return show_declaration(name, wi);
+  }
   const bool fresh = wi == nullptr;
   if (fresh)
     wi = new_picture_window(stored->wtype); // the focus stays with what asked for it

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "core/symbols.h"
+#include "db/needs.h"
 #include "editor/edit.h"
 #include "editor/symbol_state.h"
 #include "editor/vel_cmp.h"
@@ -354,6 +355,9 @@ TEST_F(SaveActions, ShowsTheDeclarationOfAFunctionWithoutPictures) {
   EXPECT_EQ(wi->seg_ct, 2);
   EXPECT_EQ(wi->seg_ments[2]->label, "int");
   EXPECT_EQ(GetNextComponent(wi, "nobody", -1), 0);
+  desktop().log.clear();
+  EXPECT_EQ(ShowGraphic("f", 0, nullptr), 1); // it is no stored one
+  EXPECT_TRUE(logged("beep"));
 }
 
 } // namespace
