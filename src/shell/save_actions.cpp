@@ -91,8 +91,12 @@ int save_component_of(WinInfo *wi, const std::string &name) {
 }
 
 int save_component(WinInfo *wi) {
+  const std::string old_name = wi->name;
   wi->name = stored_name(wi);
-  return SaveNewComponent(wi);
+  if (SaveNewComponent(wi) != 0)
+    return 1;
+  wi->name = old_name;
+  return 0;
 }
 
 // Does one action as one step: the picture's own fields, the stored pictures and the code together.
@@ -217,10 +221,11 @@ int commitWindow(WindowId window) {
     return 0;
   }
   const std::string name = wi->name;
-  if (wi->wtype == kNetworkPicture && wi->seg_ct > 0)
+  const bool network = wi->wtype == kNetworkPicture && wi->seg_ct > 0;
+  if (network)
     wi->name = kNetworkName;
   SaveWindowAction(wi);
-  if (!stored)
+  if (network && !stored)
     wi->name = name;
   return stored ? 1 : 0;
 }

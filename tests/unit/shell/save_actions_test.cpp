@@ -273,6 +273,27 @@ TEST_F(SaveActions, SavesADataTypeUnderItsOwnName) {
   EXPECT_NE(find_symbol("Dark9", 0), nullptr);
 }
 
+TEST_F(SaveActions, AFailedSaveLeavesTheNameAsItWas) {
+  WinInfo *type = SetupNewWindow(kConstructorsPicture);
+  edit_picture(type, "Draw", [&] {
+    kit::place_node(type, kHexagon, kDouble, "hue9", {200, 300, 230, 320});
+    kit::place_node(type, kBox, kDouble, "Dark9", {10, 100, 60, 120}); // leads nowhere
+  });
+  type->saved = 0;
+  type->clean = 0;
+  desktop().choices = {1};
+  EXPECT_EQ(SaveWindowAction(type), 0);
+  EXPECT_FALSE(save_action_stored());
+  EXPECT_EQ(type->name, "");
+  EXPECT_EQ(step_to_undo(type), "Draw");
+  // But a name that a declaration could not be made for goes, by whatever command.
+  WinInfo *wi = open("old", "int", "");
+  desktop().choices = {1};
+  desktop().answers = {"two words"};
+  EXPECT_EQ(commitWindow(wi->win), 0);
+  EXPECT_EQ(wi->name, "");
+}
+
 TEST_F(SaveActions, RemovesWhatIsChosen) {
   WinInfo *one = stored_window("#1", "#10");
   WinInfo *two = stored_window("#2", "#20");
