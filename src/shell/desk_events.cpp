@@ -91,7 +91,7 @@ CommandEnd run_entry(const Command &command) {
   const CommandEnd end = run_gated(command);
   if (!command_runs() && !desktop_ended()) {
     run_step(console_changed); // lines typed meanwhile have their turn
-    run_step(recovery_after_command);
+    run_step(recovery_look);
   }
   return end;
 }
@@ -273,7 +273,7 @@ void time_passed() {
   if (!command_runs() && !desktop_ended())
     run_step([] {
       show_database_state();
-      recovery_time_passed();
+      recovery_look();
     });
 }
 

@@ -34,12 +34,7 @@ struct Recovery {
 Recovery recovery;
 
 bool anything_unsaved() {
-  if (gSymbolTableChanged != 0 || gSegsChanged != 0)
-    return true;
-  for (const WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
-    if (wi->win != 0 && wi->clean == 0)
-      return true;
-  return false;
+  return gSymbolTableChanged != 0 || gSegsChanged != 0 || !changed_pictures().empty();
 }
 
 void mix(std::uint64_t &sum, std::uint64_t value) {
@@ -64,7 +59,9 @@ std::uint64_t state_of_work() {
   return sum;
 }
 
-void look(bool may_write) {
+} // namespace
+
+void recovery_look() {
   const std::int64_t now = now_ms();
   if (const std::uint64_t state = state_of_work(); state != recovery.seen || !recovery.looked) {
     recovery.seen = state;
@@ -86,21 +83,11 @@ void look(bool may_write) {
   }
   const bool due = recovery.soon || now - recovery.last_change >= kPause ||
                    now - recovery.first_change >= kLatest;
-  if (!may_write || !due)
+  if (!due)
     return;
   recovery.first_change = -1;
   recovery.soon = false;
   recovery.written = !write_work().empty();
-}
-
-} // namespace
-
-void recovery_after_command() {
-  look(true);
-}
-
-void recovery_time_passed() {
-  look(true);
 }
 
 void recovery_at_end() {

@@ -7,13 +7,11 @@
 
 namespace velora {
 
-// A command has come to its end.
-void recovery_after_command();
-// Time has passed and nothing runs.
-void recovery_time_passed();
+// Nothing runs: a command has come to its end, or time has passed.
+void recovery_look();
 // The program ends without being asked: what is unsaved is written now.
 void recovery_at_end();
-// The next look at what changed writes at once.
+// The next look writes at once.
 void recovery_soon();
 // Opens windows for the pictures that were shown when unsaved work was written, after it was taken
 // into memory.

@@ -41,7 +41,7 @@ protected:
   static void pass(int milliseconds) {
     for (; milliseconds > 0; milliseconds -= 100) {
       advance_clock(100);
-      recovery_time_passed();
+      recovery_look();
     }
   }
   // Looks at what stands, so that only later changes count.
@@ -65,7 +65,7 @@ TEST_F(RecoveryTest, WritesWhenTheUserPauses) {
   pass(20000);
   EXPECT_FALSE(written()) << "nothing changed";
   draw(wi, 10);
-  recovery_after_command();
+  recovery_look();
   EXPECT_FALSE(written());
   pass(1800);
   EXPECT_FALSE(written());
@@ -81,12 +81,12 @@ TEST_F(RecoveryTest, WaitsNoLongerThanTenSeconds) {
   settle();
   for (int i = 0; i < 9; ++i) {
     draw(wi, 10 * i);
-    recovery_after_command();
+    recovery_look();
     pass(1000);
   }
   EXPECT_FALSE(written()) << "one change after another";
   draw(wi, 200);
-  recovery_after_command();
+  recovery_look();
   pass(1200);
   EXPECT_TRUE(written());
 }
@@ -96,7 +96,7 @@ TEST_F(RecoveryTest, WritesAtOnceAfterWhatIsAskedFor) {
   settle();
   draw(wi, 10);
   recovery_soon();
-  recovery_after_command();
+  recovery_look();
   EXPECT_TRUE(written());
 }
 
@@ -104,7 +104,7 @@ TEST_F(RecoveryTest, WritesNothingOfWhatIsSaved) {
   WinInfo *wi = SetupNewWindow(kFunctionPicture);
   settle();
   draw(wi, 10);
-  recovery_after_command();
+  recovery_look();
   EXPECT_EQ(undo_step(wi), 1);
   pass(20000);
   EXPECT_FALSE(written());
