@@ -95,6 +95,7 @@ void settle(WinInfo *wi, const PictureState &before) {
 // Adds a step, or to the last one where both belong together.
 void record(WinInfo *wi, std::string_view what, PictureDelta &&delta, std::string_view merge) {
   PictureHistory &history = history_of(wi);
+  ++history.changes;
   history.steps.resize(history.done);
   if (!merge.empty() && !history.steps.empty() && history.steps.back().merge == merge &&
       history.steps.back().compound == nullptr) {
@@ -157,6 +158,7 @@ int take_step(WinInfo *wi, bool back) {
     return 0;
   apply_delta(wi, step.delta, back);
   history.done += back ? static_cast<std::size_t>(-1) : 1;
+  ++history.changes;
   picture_changed(wi);
   return 1;
 }

@@ -6,6 +6,7 @@
 // whatever happens to the segments.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -81,6 +82,8 @@ struct PictureStep {
 struct PictureHistory {
   std::vector<PictureStep> steps;
   std::size_t done = 0;
+  // How often the picture was changed, also where a step grew, was taken back or done again.
+  std::uint64_t changes = 0;
   ~PictureHistory();
 };
 

@@ -1,5 +1,5 @@
 // The clock of unsaved work. Whether anything changed is seen by a number made of what every change
-// moves: the clauses, the newest symbol, the stored pictures and the steps of the shown ones.
+// moves: the clauses, the newest symbol, the stored pictures and the changes of the shown ones.
 #include "shell/recovery.h"
 
 #include <algorithm>
@@ -50,11 +50,8 @@ std::uint64_t state_of_work() {
   for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next) {
     mix(sum, static_cast<std::uint64_t>(wi->seg_ct) * 4 + static_cast<std::uint64_t>(wi->clean));
     mix(sum, static_cast<std::uint64_t>(wi->cmpnt));
-    if (wi->win == 0)
-      continue;
-    const PictureHistory &history = history_of(wi);
-    mix(sum, history.done);
-    mix(sum, history.steps.size());
+    if (wi->win != 0)
+      mix(sum, history_of(wi).changes);
   }
   return sum;
 }

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 
 #include "core/symbols.h"
 #include "db/f_dbops.h"
@@ -74,6 +75,22 @@ TEST_F(RecoveryTest, WritesWhenTheUserPauses) {
   forget_file();
   pass(20000);
   EXPECT_FALSE(written()) << "it stands written already";
+}
+
+// A label that is typed belongs to the step that placed its node.
+TEST_F(RecoveryTest, WritesWhatAStepGrowsBy) {
+  WinInfo *wi = SetupNewWindow(kFunctionPicture);
+  settle();
+  const auto change = [wi](const std::function<void()> &run) {
+    edit_picture(wi, "Place", run, {.merge = "place"});
+    recovery_look();
+    pass(2200);
+  };
+  change([wi] { kit::place_node(wi, kHexagon, kPlain, "", {10, 200, 40, 220}); });
+  EXPECT_TRUE(written());
+  forget_file();
+  change([wi] { wi->seg_ments[1]->label = "int"; });
+  EXPECT_TRUE(written());
 }
 
 TEST_F(RecoveryTest, WaitsNoLongerThanTenSeconds) {
