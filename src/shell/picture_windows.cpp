@@ -37,30 +37,12 @@ constexpr int kMargin = 8;
 // Greater than the number of any component.
 constexpr long kMostComponents = INT_MAX;
 
-bool is_stored(const WinInfo *wi, const std::string &name) {
-  return wi->win == 0 && wi->name == name;
-}
-
 // The stored record to load next, or null.
 WinInfo *next_stored(const std::string &name, int cmpnt) {
-  WinInfo *first = nullptr;
-  for (WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next) {
-    if (!is_stored(wi, name))
-      continue;
-    if (wi->cmpnt > cmpnt)
-      return wi;
-    if (first == nullptr)
-      first = wi;
-  }
-  return first;
-}
-
-// How many stored pictures of that name have a number up to `highest`.
-int count_components(const std::string &name, int highest) {
-  int count = 0;
-  for (const WinInfo *wi = gWinInfo; wi != nullptr; wi = wi->next)
-    count += is_stored(wi, name) && wi->cmpnt <= highest ? 1 : 0;
-  return count;
+  const std::vector<WinInfo *> all = stored_components(name);
+  const auto next = std::find_if(all.begin(), all.end(),
+                                 [cmpnt](const WinInfo *wi) { return wi->cmpnt > cmpnt; });
+  return next != all.end() ? *next : all.empty() ? nullptr : all.front();
 }
 
 // The mark of a picture with something to save.
@@ -149,8 +131,11 @@ std::string picture_title(const WinInfo *wi) {
     return std::string(look_of(static_cast<WindowKind>(wi->wtype)).title) + mark;
   if (wi->cmpnt < 0)
     return wi->name + mark;
-  return format_text("%s [%d of %d]%s", wi->name.c_str(), count_components(wi->name, wi->cmpnt),
-                     count_components(wi->name, INT_MAX), mark);
+  const std::vector<WinInfo *> all = stored_components(wi->name);
+  const auto place = std::count_if(
+      all.begin(), all.end(), [wi](const WinInfo *stored) { return stored->cmpnt <= wi->cmpnt; });
+  return format_text("%s [%d of %d]%s", wi->name.c_str(), static_cast<int>(place),
+                     static_cast<int>(all.size()), mark);
 }
 
 WinInfo *picture_of(WindowId win) {
