@@ -56,7 +56,7 @@ constexpr MenuCommand kRows[] = {
     {kCmdResetSpace, kAllBars, "&Reset Query Space", "", kMarkedOutside, ResetSpaceCommand},
     {kCmdPreferences, kAllBars, "&Preferences...", "", kNothing, kNoAction},
 
-    {kCmdCommit, kAllBars, "&Commit...", "Ctrl+T", kCommittable, CommitCommand},
+    {kCmdCommit, kAllBars, "&Commit...", "Ctrl+T", kNothing, CommitCommand},
     {kCmdNewConstructors, kAllBars, "Constructors", "", kNothing, NewConstructorsCommand},
     {kCmdNewFunction, kAllBars, "Function", "", kNothing, NewFunctionCommand},
     {kCmdNewNetwork, kAllBars, "Network", "", kNothing, NewNetworkCommand},

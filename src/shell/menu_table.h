@@ -33,12 +33,11 @@ enum Need : unsigned {
   kPasteable = 32,       // the clipboard holds what fits
   kTextSelected = 64,    // something in it is selected
   kSearched = 128,       // a text has been searched for
-  kCommittable = 256,    // the active window is none of a picture
-  kNetworkShown = 512,   // the active window shows a network
-  kEarlierWindow = 4096, // another window had the focus before
-  kLaterWindow = 8192,   // one that had it was gone back from
-  kRedoable = 2048,      // a step that was taken back can be done again
-  kMarkedOutside = 1024  // switched by gEnableItem and gDisableItem alone
+  kNetworkShown = 256,   // the active window shows a network
+  kRedoable = 512,       // a step that was taken back can be done again
+  kEarlierWindow = 1024, // another window had the focus before
+  kLaterWindow = 2048,   // one that had it was gone back from
+  kMarkedOutside = 4096  // switched by gEnableItem and gDisableItem alone
 };
 
 // A row. A command whose `run` is null has nothing to do yet and is never enabled. `run` answers

@@ -74,10 +74,6 @@ void load_into(const WinInfo *stored, WinInfo *wi) {
   wi->clean = 1;
 }
 
-void change_text_size(WinInfo *wi, int size) {
-  edit_picture(wi, "Text Size", [&] { wi->txtsze = size; }, {.merge = "text size"});
-}
-
 // Asks what to do with a picture; 1 to go on, 0 to stay. A window that is to close stays after the
 // actions that ask for a name, so that the picture is seen under its new one.
 int offer_to_save(WinInfo *wi, bool closing) {
@@ -91,7 +87,7 @@ int offer_to_save(WinInfo *wi, bool closing) {
   return closing ? saved : save_action_stored();
 }
 
-int commit_first(WinInfo *wi) {
+bool commit_first(WinInfo *wi) {
   SaveWindowAction(wi);
   return save_action_stored();
 }
@@ -102,9 +98,7 @@ int may_overwrite(WinInfo *wi) {
     return 1;
   const int choice =
       PromptUser("Unsaved changes in window", {"Commit first", "Overwrite contents"});
-  if (choice == 1)
-    SaveWindowAction(wi);
-  return choice == kCancelled || (choice == 1 && !save_action_stored()) ? 0 : 1;
+  return choice != kCancelled && (choice != 1 || commit_first(wi)) ? 1 : 0;
 }
 
 // The first stored picture of that name, or the first data type that holds a box so labelled.
@@ -248,14 +242,6 @@ int smaller_text_size(int size) {
   return std::clamp(size * 3 / 4, kLeastText, kMostText);
 }
 
-void BiggerText(WinInfo *wi) {
-  change_text_size(wi, bigger_text_size(wi->txtsze));
-}
-
-void SmallerText(WinInfo *wi) {
-  change_text_size(wi, smaller_text_size(wi->txtsze));
-}
-
 void mark_changed(WinInfo *wi) {
   wi->saved = 0;
   wi->clean = 0;
@@ -333,7 +319,7 @@ int offer_to_commit_pictures() {
     return choice != kCancelled;
   for (const WindowId win : changed) {
     gDesktop->focus_window(win);
-    if (WinInfo *wi = picture_of(win); wi != nullptr && commit_first(wi) == 0)
+    if (WinInfo *wi = picture_of(win); wi != nullptr && !commit_first(wi))
       return 0;
   }
   return 1;

@@ -38,9 +38,6 @@ int ShowFdec(const std::string &name, WinInfo *wi);
 // Asks for a number and loads that component of `name`, 0 when the answer is no number.
 int GetNumComponent(WinInfo *wi, const std::string &name);
 
-// Changes the text size of a picture by one step and redraws it.
-void BiggerText(WinInfo *wi);
-void SmallerText(WinInfo *wi);
 // The text size one step up or down, within 8 to 22.
 int bigger_text_size(int size);
 int smaller_text_size(int size);

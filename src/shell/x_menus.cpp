@@ -32,9 +32,8 @@ unsigned met_needs(const MenuSnapshot &s) {
          (s.database ? kDatabase : 0U) | (s.text_window ? kTextWindow : 0U) |
          (s.edit.can_undo ? kUndoable : 0U) | (s.edit.can_paste ? kPasteable : 0U) |
          (s.edit.selected ? kTextSelected : 0U) | (s.searched ? kSearched : 0U) |
-         (s.committable ? kCommittable : 0U) | (s.network_shown ? kNetworkShown : 0U) |
-         (s.redoable ? kRedoable : 0U) | (s.earlier_window ? kEarlierWindow : 0U) |
-         (s.later_window ? kLaterWindow : 0U);
+         (s.network_shown ? kNetworkShown : 0U) | (s.redoable ? kRedoable : 0U) |
+         (s.earlier_window ? kEarlierWindow : 0U) | (s.later_window ? kLaterWindow : 0U);
 }
 
 } // namespace
@@ -46,7 +45,6 @@ MenuSnapshot take_menu_snapshot() {
   s.database = !gDDB_basename.empty();
   s.text_window = TextTypeWindow(previous) != 0;
   s.searched = has_searched();
-  s.committable = true;
   s.network_shown = shows_network(previous);
   s.earlier_window = window_in_history(-1) != 0;
   s.later_window = window_in_history(1) != 0;

@@ -15,7 +15,6 @@ struct MenuSnapshot {
   bool database = false;
   bool text_window = false;
   bool searched = false;
-  bool committable = false;
   bool network_shown = false;
   // Of the text, or of the picture: its steps, its selection, what can be pasted into it.
   EditState edit;
