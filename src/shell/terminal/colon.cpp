@@ -98,6 +98,11 @@ bool is_colon_command(const std::string &line) {
          std::isalpha(static_cast<unsigned char>(line[at + 1])) != 0;
 }
 
+int report_use(const std::string &use) {
+  BeepMsgef(1, "Use: %s\n", use.c_str());
+  return 0;
+}
+
 std::vector<ColonWord> colon_words(const std::string &argument) {
   std::vector<ColonWord> words;
   std::size_t at = 0;
@@ -124,10 +129,8 @@ int run_colon_command(const std::string &line) {
     BeepMsgef(1, "There is no command \":%s\"; \":help\" lists them\n", name.c_str());
     return 0;
   }
-  if (argument.empty() && command->arguments[0] != '\0' && command->arguments[0] != '[') {
-    BeepMsgef(1, "Use: :%s %s\n", command->name, command->arguments);
-    return 0;
-  }
+  if (argument.empty() && command->arguments[0] != '\0' && command->arguments[0] != '[')
+    return report_use(format_text(":%s %s", command->name, command->arguments));
   return command->function(argument);
 }
 

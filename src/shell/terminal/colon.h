@@ -29,6 +29,9 @@ bool is_colon_command(const std::string &line);
 // Runs such a line. A name may be cut short as long as one command only begins with it.
 int run_colon_command(const std::string &line);
 
+// Says how a command is used, when its argument is none of those it takes; 0.
+int report_use(const std::string &use);
+
 // The words of a command's argument, parted by blanks; double quotes hold blanks together.
 struct ColonWord {
   std::string text;

@@ -33,10 +33,8 @@ int colon_build(const std::string &argument) {
   const bool tidy = words.size() > 1 && !words.back().quoted && words.back().text == "tidy";
   if (tidy)
     words.pop_back();
-  if (words.empty() || words.size() > 2) {
-    BeepMsge("Use: :build FILE [NAME] [tidy]\n", 1);
-    return 0;
-  }
+  if (words.empty() || words.size() > 2)
+    return report_use(":build FILE [NAME] [tidy]");
   const std::string &file = words.front().text;
   std::string name;
   Make_Base_Name(words.back().text, name);
@@ -57,10 +55,8 @@ int colon_build(const std::string &argument) {
 
 int colon_components(const std::string &argument) {
   const std::vector<ColonWord> words = colon_words(argument);
-  if (words.size() > 1) {
-    BeepMsge("Use: :components [NAME]\n", 1);
-    return 0;
-  }
+  if (words.size() > 1)
+    return report_use(":components [NAME]");
   std::vector<const symbol *> chosen;
   for (const symbol *sym = Symbol_table; sym != nullptr; sym = sym->next)
     if (has_components(sym) &&

@@ -105,10 +105,8 @@ int colon_edit(const std::string &argument) {
   const std::string name = argument.empty() ? last_loaded : unquoted(argument);
   if (const symbol *s = name.size() > 255 || name.empty() ? nullptr : find_symbol(name.c_str(), 0))
     return edit_symbol(*s);
-  if (name.empty()) {
-    BeepMsge("Use: :edit NAME, of a function or of a file\n", 1);
-    return 0;
-  }
+  if (name.empty())
+    return report_use(":edit NAME, of a function or of a file");
   if (Db_file != 0 && fs::path(name).lexically_normal() == fs::path(Db_f_name).lexically_normal()) {
     BeepMsgef(1, "Sorry! %s is open; \":close\" closes it\n", name.c_str());
     return 0;

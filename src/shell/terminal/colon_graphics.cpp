@@ -30,8 +30,7 @@ int colon_graphics(const std::string &argument) {
     if (error == std::errc() && stop != end && *stop == ' ' && file != std::string::npos)
       return save_graphics(window, argument.substr(file).c_str());
   }
-  BeepMsge("Use: :graphics, or :graphics save N FILE.svg\n", 1);
-  return 0;
+  return report_use(":graphics, or :graphics save N FILE.svg");
 }
 
 } // namespace velora

@@ -1,7 +1,5 @@
 // Commands of the shell about who calls whom: network, calls, callers, path, unused, export.
 #include <algorithm>
-#include <charconv>
-#include <sstream>
 
 #include "core/symbols.h"
 #include "db/f_dbops.h"
@@ -18,12 +16,11 @@ namespace velora {
 
 namespace {
 
-std::vector<std::string> words_of(const std::string &text) {
-  std::istringstream stream(text);
-  std::vector<std::string> words;
-  for (std::string word; stream >> word;)
-    words.push_back(word);
-  return words;
+std::vector<std::string> names_in(const std::string &argument) {
+  std::vector<std::string> names;
+  for (const ColonWord &word : colon_words(argument))
+    names.push_back(word.text);
+  return names;
 }
 
 bool refuse_without_links() {
@@ -121,11 +118,9 @@ int colon_callers(const std::string &argument) {
 }
 
 int colon_path(const std::string &argument) {
-  const std::vector<std::string> words = words_of(argument);
-  if (words.size() != 2) {
-    BeepMsge("Use: :path A B\n", 1);
-    return 0;
-  }
+  const std::vector<std::string> words = names_in(argument);
+  if (words.size() != 2)
+    return report_use(":path A B");
   const CurrentCalls calls = current_calls();
   if (refuse_unknown(calls, words[0]) || refuse_unknown(calls, words[1]))
     return 0;
@@ -146,7 +141,7 @@ int colon_path(const std::string &argument) {
 
 int colon_unused(const std::string &argument) {
   const CurrentCalls calls = current_calls();
-  const std::vector<std::string> words = words_of(argument);
+  const std::vector<std::string> words = names_in(argument);
   std::vector<int> roots;
   for (const std::string &word : words) {
     if (refuse_unknown(calls, word))
@@ -175,11 +170,9 @@ int colon_unused(const std::string &argument) {
 }
 
 int colon_export(const std::string &argument) {
-  std::vector<std::string> words = words_of(argument);
-  if (words.size() < 2) {
-    BeepMsge("Use: :export NEW NAME...\n", 1);
-    return 0;
-  }
+  std::vector<std::string> words = names_in(argument);
+  if (words.size() < 2)
+    return report_use(":export NEW NAME...");
   if (refuse_without_links())
     return 0;
   const std::string new_name = words.front();

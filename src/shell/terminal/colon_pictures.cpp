@@ -101,16 +101,13 @@ int colon_remove(const std::string &argument) {
     return on_hidden_copy(words,
                           [chosen = choice](WinInfo *wi) { return remove_named(wi, chosen); });
   }
-  BeepMsge("Use: :remove NAME [N] picture|code|both|all\n", 1);
-  return 0;
+  return report_use(":remove NAME [N] picture|code|both|all");
 }
 
 int colon_draw(const std::string &argument) {
   std::vector<ColonWord> words = colon_words(argument);
-  if (words.size() < 2) {
-    BeepMsge("Use: :draw NAME [COMPONENT] FILE.svg\n", 1);
-    return 0;
-  }
+  if (words.size() < 2)
+    return report_use(":draw NAME [COMPONENT] FILE.svg");
   const std::string file = words.back().text;
   words.pop_back();
   int component = -1;

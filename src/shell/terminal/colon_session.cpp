@@ -9,15 +9,6 @@
 
 namespace velora {
 
-namespace {
-
-int report_use(const char *use) {
-  BeepMsgef(1, "Use: %s\n", use);
-  return 0;
-}
-
-} // namespace
-
 int colon_space(const std::string &argument) {
   if (argument.empty()) {
     DisplayResponsef("Query space is %lld nodes\n", static_cast<long long>(node_count));

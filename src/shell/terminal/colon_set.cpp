@@ -67,8 +67,7 @@ int colon_set(const std::string &argument) {
       continue;
     if (words.size() == 2 && row.take(words[1].text))
       return 1;
-    BeepMsgef(1, "Use: :set %s %s\n", row.name, row.values);
-    return 0;
+    return report_use(format_text(":set %s %s", row.name, row.values));
   }
   BeepMsgef(1, "Sorry! There is no setting \"%s\"; \":set\" lists them\n", words[0].text.c_str());
   return 0;

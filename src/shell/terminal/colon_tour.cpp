@@ -78,10 +78,8 @@ int colon_tour(const std::string &argument) {
   int number = next_step;
   const char *end = argument.data() + argument.size();
   const auto [stop, error] = std::from_chars(argument.data(), end, number);
-  if (!argument.empty() && (error != std::errc() || stop != end || number < 1 || number > kLast)) {
-    BeepMsgef(1, "Use: :tour N, where N is 1 to %d\n", kLast);
-    return 0;
-  }
+  if (!argument.empty() && (error != std::errc() || stop != end || number < 1 || number > kLast))
+    return report_use(format_text(":tour N, where N is 1 to %d", kLast));
   show_step(number);
   next_step = number == kLast ? 1 : number + 1;
   return 1;

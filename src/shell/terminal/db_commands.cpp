@@ -9,6 +9,7 @@
 #include "db/vel_dbop.h"
 #include "db/vel_util.h"
 #include "editor/model/wininfo.h"
+#include "editor/vel_cmp.h"
 #include "front/notes.h"
 #include "front/parser.h"
 #include "front/pdecs.h"
@@ -17,6 +18,7 @@
 #include "platform/trust.h"
 #include "platform/whole_file.h"
 #include "shell/recovery.h"
+#include "shell/terminal/colon.h"
 
 namespace velora {
 
@@ -103,7 +105,7 @@ Contents count_contents() {
       continue;
     if ((s->stype & kFunctionBit) != 0) {
       ++c.functions;
-      c.clauses += clause_count(s->b.fc);
+      c.clauses += clause_count(s->name);
     } else if ((s->stype & kConstructorBit) != 0) {
       ++c.constructors;
     } else if ((s->stype & kTypeNameBit) != 0) {
@@ -233,10 +235,8 @@ int colon_copy(const std::string &argument) {
     BackupDataBase();
     return 1;
   }
-  if (argument != "mac" && argument != "dos") {
-    BeepMsge("Use: :copy mac|dos\n", 1);
-    return 0;
-  }
+  if (argument != "mac" && argument != "dos")
+    return report_use(":copy mac|dos");
   const int copied = argument == "mac" ? MacFormat() : PCFormat();
   DisplayResponse("DataBase Copy Saved\n");
   return copied;
