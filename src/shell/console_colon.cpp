@@ -13,6 +13,7 @@
 #include "shell/commands.h"
 #include "shell/gate.h"
 #include "shell/name_help.h"
+#include "shell/typed_words.h"
 
 namespace velora {
 
@@ -86,28 +87,6 @@ int list_commands() {
   return 1;
 }
 
-std::string trimmed(const std::string &text) {
-  const std::size_t first = text.find_first_not_of(" \t\r\n;");
-  if (first == std::string::npos)
-    return {};
-  return text.substr(first, text.find_last_not_of(" \t\r\n;") - first + 1);
-}
-
-// The command called so, or the only one whose name begins so.
-const Row *find_row(std::string_view name) {
-  const Row *found = nullptr;
-  int candidates = 0;
-  for (const Row &row : kRows) {
-    if (row.name == name)
-      return &row;
-    if (row.name.starts_with(name)) {
-      found = &row;
-      ++candidates;
-    }
-  }
-  return candidates == 1 ? found : nullptr;
-}
-
 } // namespace
 
 bool is_console_command(const std::string &line) {
@@ -118,10 +97,10 @@ bool is_console_command(const std::string &line) {
 int run_console_command(const std::string &line) {
   const std::size_t end = std::min(line.find_first_of(" \t;"), line.size());
   const std::string name = line.substr(1, end - 1);
-  std::string argument = trimmed(line.substr(end));
+  std::string argument(trimmed(std::string_view(line).substr(end), " \t\r\n;"));
   if (argument.size() > 1 && argument.front() == '"' && argument.back() == '"')
     argument = argument.substr(1, argument.size() - 2);
-  const Row *row = find_row(name);
+  const Row *row = row_called(kRows, name);
   if (row == nullptr) {
     BeepMsgef(1, "There is no command \":%s\" here; \":help\" lists them\n", name.c_str());
     return 0;

@@ -10,17 +10,11 @@
 #include "platform/whole_file.h"
 #include "shell/captured_console.h"
 #include "shell/return_point.h"
+#include "shell/typed_words.h"
 
 namespace velora {
 
 namespace {
-
-std::string trimmed(const std::string &text) {
-  const std::size_t first = text.find_first_not_of(" \t\r\n");
-  return first == std::string::npos
-             ? std::string()
-             : text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
 
 // The words of a text with one blank between them.
 std::string words_of(const std::string &text) {

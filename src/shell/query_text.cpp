@@ -4,19 +4,9 @@
 #include <algorithm>
 
 #include "front/brackets.h"
+#include "shell/typed_words.h"
 
 namespace velora {
-
-namespace {
-
-std::string_view trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t\r\n");
-  if (first == std::string_view::npos)
-    return {};
-  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
-} // namespace
 
 std::string strip_prompt(std::string_view line) {
   const std::string_view prompt = trimmed(kQueryPrompt);

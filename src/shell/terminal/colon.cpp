@@ -7,6 +7,7 @@
 #include "core/symbols.h"
 #include "platform/response.h"
 #include "shell/terminal/db_commands.h"
+#include "shell/typed_words.h"
 
 namespace velora {
 
@@ -64,28 +65,6 @@ constexpr ColonCommand kColonTable[] = {
     {"quit", "", "leave, as Ctrl+D does", colon_quit},
 };
 
-std::string trimmed(const std::string &text) {
-  const std::size_t first = text.find_first_not_of(" \t\r\n");
-  if (first == std::string::npos)
-    return {};
-  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
-// The command called `name`, or the only one whose name begins with it; null when there is none.
-const ColonCommand *find_command(const std::string &name) {
-  const ColonCommand *found = nullptr;
-  int candidates = 0;
-  for (const ColonCommand &row : kColonTable) {
-    if (name == row.name)
-      return &row;
-    if (std::string_view(row.name).starts_with(name)) {
-      found = &row;
-      ++candidates;
-    }
-  }
-  return candidates == 1 ? found : nullptr;
-}
-
 } // namespace
 
 std::span<const ColonCommand> colon_commands() {
@@ -118,13 +97,14 @@ std::vector<ColonWord> colon_words(const std::string &argument) {
 }
 
 int run_colon_command(const std::string &line) {
-  const std::string text = trimmed(line).substr(1);
+  const std::string text(trimmed(line).substr(1));
   const std::size_t end = std::min(text.find_first_of(" \t;"), text.size());
   const std::string name = text.substr(0, end);
-  std::string argument = trimmed(text.substr(end));
-  if (!argument.empty() && argument.back() == ';')
-    argument = trimmed(argument.substr(0, argument.size() - 1));
-  const ColonCommand *command = find_command(name);
+  std::string_view behind = trimmed(std::string_view(text).substr(end));
+  if (behind.ends_with(';'))
+    behind = trimmed(behind.substr(0, behind.size() - 1));
+  const std::string argument(behind);
+  const ColonCommand *command = row_called(kColonTable, name);
   if (command == nullptr) {
     BeepMsgef(1, "There is no command \":%s\"; \":help\" lists them\n", name.c_str());
     return 0;

@@ -12,6 +12,7 @@
 #include "front/putils.h"
 #include "front/source.h"
 #include "shell/captured_console.h"
+#include "shell/typed_words.h"
 
 namespace velora {
 
@@ -40,11 +41,8 @@ bool reads_back(const std::string &text) {
 } // namespace
 
 void LastAnswer::keep(const std::string &text) {
-  const std::size_t from = text.find_first_not_of(" \t\r\n");
-  const std::string trimmed = from == std::string::npos
-                                  ? ""
-                                  : text.substr(from, text.find_last_not_of(" \t\r\n") - from + 1);
-  text_ = reads_back(trimmed) ? trimmed : "";
+  const std::string answer(trimmed(text));
+  text_ = reads_back(answer) ? answer : "";
 }
 
 std::string LastAnswer::put_into(const std::string &line) const {
