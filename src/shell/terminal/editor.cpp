@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
 #include <poll.h>
 #include <readline/history.h>
 #include <readline/readline.h>
@@ -47,14 +48,19 @@ char *next_candidate(const char *text, int state) {
   return next < found.size() ? strdup(found[next++].c_str()) : nullptr;
 }
 
-// True where a file name is being typed: in an open string, or after ":load" and ":open".
+// The commands of the shell whose first word is a file or a folder.
+constexpr const char *kFileCommands[] = {":build ", ":cd ",   ":include ", ":load ",
+                                         ":log ",   ":open ", ":test "};
+
+// True where a file name is being typed: in an open string, or after one of these commands.
 bool wants_file_name(int start) {
   const std::string before(rl_line_buffer, static_cast<std::size_t>(start));
   std::size_t quotes = 0;
   for (const char c : before)
     quotes += c == '"';
-  return quotes % 2 == 1 || before.starts_with(":load") || before.starts_with(":open") ||
-         before.starts_with(":save");
+  return quotes % 2 == 1 ||
+         std::any_of(std::begin(kFileCommands), std::end(kFileCommands),
+                     [&before](const char *command) { return before.starts_with(command); });
 }
 
 char **complete(const char *text, int start, int) {
