@@ -47,7 +47,7 @@ int edit_previous(EditCommand command) {
   return 1;
 }
 
-// A fresh record of the window that last had the focus, or null.
+// The picture of the window that last had the focus, or null.
 WinInfo *shown_picture() {
   return picture_of(previous);
 }

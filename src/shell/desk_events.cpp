@@ -1,5 +1,5 @@
-// The gate between the window system and the program. Holds whether a command runs, and which
-// windows wait to be closed until it has desktop_ended().
+// The entries from the window system: what each runs, and whether through the gate as a command or
+// beside one that runs. Holds nothing itself.
 #include "shell/desk_events.h"
 
 #include <string>

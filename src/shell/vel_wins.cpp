@@ -105,9 +105,8 @@ std::vector<WindowId> windows_of_kind(WindowKind kind) {
   return found;
 }
 
-// The console made at the start takes the lower half of the screen.
-// A desktop tells of each window that it makes, so whether the console is the first one is known
-// before.
+// The console made at the start stands in the lower half of the screen. A desktop tells of each
+// window that it makes, so whether the console is the first one is asked before.
 WindowId NewTextWindow(WindowKind kind) {
   const bool first_console = kind == kControlWindow && hControl == 0;
   const WindowId win = make_window(kind, static_cast<int>(windows_of_kind(kind).size()));

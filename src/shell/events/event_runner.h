@@ -2,12 +2,14 @@
 // is echoed as `> LINE` and what it prints follows; a line that cannot be done is told on standard
 // error. Used by the programs' option --events, whatever the desktop.
 //
-//   function | datatype | network | orvek | narrative | annotation   opens a window
+//   function | datatype | network | orvek | narrative | annotation   (opens a window)
 //   focus TITLE | focus N | close | menu NUMBER | user NAME
-//   click P | press P | move P | release P | drag P P    [shift] [ctrl] [alt] [right] [middle]
-//   [double] wheel P N [ctrl] | key [ctrl+][shift+][alt+]NAME | type TEXT answer TEXT | choose
-//   LABEL | file PATH | cancel      for the next dialogs, in order query TEXT | wait MS | die |
-//   undo N | redo N dump | svg FILE | state | enabled NUMBER | windows | console
+//   click P | press P | move P | release P | drag P P
+//       (each with [shift] [ctrl] [alt] [right] [middle] [double] behind it)
+//   wheel P N [ctrl] | key [ctrl+][shift+][alt+]NAME | type TEXT
+//   answer TEXT | choose LABEL | file PATH | cancel   (for the next dialogs, in order)
+//   query TEXT | wait MS | die | undo N | redo N
+//   dump | svg FILE | state | enabled NUMBER | windows | console
 //
 // A point P is `X Y`, `@SLOT` or `"LABEL"`, the latter with a part (.top .bottom .left .right
 // .start .end) and an offset (+3-4) behind it.
