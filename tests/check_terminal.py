@@ -150,7 +150,9 @@ def check_editing(program, home, _):
 def check_completion(program, home, _):
     t = start(program, home)
     t.say("replic\t", "replicate")
-    t.say("#2 #5 ;\n", "[ #5 #5 ]")
+    t.say("#2 #5 ;\n", "[ #5 #5 ]", "QUERY> ")
+    (pathlib.Path(home) / "checked.tests").write_text("+ #1 #2 ;\n#3\n")
+    t.say(":test chec\t\n", "1 of 1 answers are right\nQUERY> ")
     t.say(":ti\t", ":time")
     t.say("on\n", "QUERY> ")
     t.say("+ #1 #1 ;\n", "reductions", "QUERY> ")
