@@ -10,7 +10,6 @@ using front_test::console_lines;
 using front_test::FrontTest;
 using front_test::prompts;
 using front_test::refill;
-using front_test::show;
 
 class Files : public FrontTest {
 protected:
