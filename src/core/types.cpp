@@ -12,7 +12,8 @@ namespace velora {
 namespace {
 
 top_node *new_top_node(std::uint8_t code, unsigned args, const char *failure) {
-  const std::size_t extra = args > 1 ? (args - 1) * sizeof(top_node *) : 0;
+  // The record itself has room for one argument.
+  const std::size_t extra = args > 1 ? (args - 1) * sizeof(top_node::tnu.u.ua) : 0;
   auto *t = static_cast<top_node *>(std::calloc(1, sizeof(top_node) + extra));
   if (t == nullptr)
     error_exit(failure);
